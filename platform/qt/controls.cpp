@@ -1,0 +1,191 @@
+#include "platform/qt/controls.h"
+
+#include "platform/qt/control_styles.h"
+#include "platform/qt/message_loop.h"
+#include "platform/qt/resources.h"
+#include "platform/qt/trackbar.h"
+#include "platform/qt/updown.h"
+
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace platform {
+
+namespace {
+
+class ButtonControl : public Control {
+  public:
+    ButtonControl(HWND parent, int id, QPushButton* button) : Control(parent, id, button) {
+        // Posted, not sent: the command may open a dialog, and the button must not be in the
+        // middle of its click for as long as that lasts.
+        QObject::connect(button, &QPushButton::clicked, button, [this] {
+            post(Control::parent(), WM_COMMAND,
+                 MAKEWPARAM(static_cast<unsigned>(Control::id()), BN_CLICKED),
+                 reinterpret_cast<LPARAM>(handle()));
+        });
+    }
+    LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override {
+        if (message == BM_CLICK) {
+            button()->click();
+            return 0;
+        }
+        return Control::receive(message, wparam, lparam);
+    }
+    QString text() const override { return button()->text(); }
+    void set_text(const QString& text) override { button()->setText(text); }
+
+  private:
+    QPushButton* button() const { return static_cast<QPushButton*>(widget()); }
+};
+
+class EditControl : public Control {
+  public:
+    using Control::Control;
+    QString text() const override { return edit()->text(); }
+    void set_text(const QString& text) override { edit()->setText(text); }
+
+  private:
+    QLineEdit* edit() const { return static_cast<QLineEdit*>(widget()); }
+};
+
+class LabelControl : public Control {
+  public:
+    using Control::Control;
+    QString text() const override { return label()->text(); }
+    void set_text(const QString& text) override { label()->setText(text); }
+
+  private:
+    QLabel* label() const { return static_cast<QLabel*>(widget()); }
+};
+
+// Where a control is to be made.
+struct Place {
+    HWND parent;
+    QWidget* parent_widget;
+};
+
+// An unknown style would silently look or behave otherwise than its author meant.
+void require_styles(const DialogItem& item, std::uint32_t known) {
+    if ((item.style & ~(known | kCommonStyles)) != 0) {
+        resource_fault("control style of", static_cast<unsigned>(item.id));
+    }
+}
+
+std::shared_ptr<Control> make_button(const DialogItem& item, const Place& place) {
+    const QString text = to_qstring(item.text.text);
+    require_styles(item, 0xF);
+    switch (item.style & 0xFU) {
+    case kPushButton:
+    case kDefaultPushButton: {
+        auto* button = new QPushButton(text, place.parent_widget);
+        button->setDefault((item.style & 0xFU) == kDefaultPushButton);
+        return std::make_shared<ButtonControl>(place.parent, item.id, button);
+    }
+    case kGroupBox:
+        return std::make_shared<Control>(place.parent, item.id,
+                                         new QGroupBox(text, place.parent_widget));
+    default:
+        resource_fault("button kind of", static_cast<unsigned>(item.id));
+    }
+}
+
+std::shared_ptr<Control> make_edit(const DialogItem& item, const Place& place) {
+    require_styles(item, kEditAutoScroll);
+    return std::make_shared<EditControl>(
+        place.parent, item.id, new QLineEdit(to_qstring(item.text.text), place.parent_widget));
+}
+
+std::shared_ptr<Control> make_static(const DialogItem& item, const Place& place) {
+    require_styles(item, kStaticKind | kStaticNoPrefix | kStaticSunken);
+    auto* label = new QLabel(place.parent_widget);
+    label->setTextFormat(Qt::PlainText); // a text that looks like mark-up is still a text
+    Qt::Alignment alignment = Qt::AlignTop | Qt::AlignLeft;
+    switch (item.style & kStaticKind) {
+    case kStaticLeft:
+        break;
+    case kStaticCenter:
+        alignment = Qt::AlignTop | Qt::AlignHCenter;
+        break;
+    case kStaticRight:
+        alignment = Qt::AlignTop | Qt::AlignRight;
+        break;
+    case kStaticIcon: {
+        const QIcon* icon = load_icon(item.text.number);
+        if (icon == nullptr) {
+            resource_fault("icon", item.text.number);
+        }
+        label->setPixmap(icon->pixmap(32, 32));
+        break;
+    }
+    default:
+        resource_fault("static kind of", static_cast<unsigned>(item.id));
+    }
+    label->setAlignment(alignment);
+    label->setWordWrap((item.style & kStaticKind) != kStaticRight);
+    if ((item.style & kStaticSunken) != 0) {
+        label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    }
+    if ((item.style & kStaticKind) != kStaticIcon) {
+        label->setText(to_qstring(item.text.text));
+    }
+    return std::make_shared<LabelControl>(place.parent, item.id, label);
+}
+
+std::shared_ptr<Control> make_by_class(const DialogItem& item, const Place& place) {
+    switch (item.window_class.number) {
+    case kButtonClass:
+        return make_button(item, place);
+    case kEditClass:
+        return make_edit(item, place);
+    case kStaticClass:
+        return make_static(item, place);
+    default:
+        break;
+    }
+    const QString name = to_qstring(item.window_class.text).toLower();
+    if (name == QLatin1String("msctls_trackbar32")) {
+        require_styles(item, kTrackbarAutoTicks | kTrackbarTooltips);
+        return std::make_shared<TrackbarControl>(place.parent, item.id, item.style,
+                                                 place.parent_widget);
+    }
+    if (name == QLatin1String("msctls_updown32")) {
+        require_styles(item, kUpDownArrowKeys);
+        return std::make_shared<UpDownControl>(place.parent, item.id, item.style,
+                                               place.parent_widget);
+    }
+    resource_fault("control class of", static_cast<unsigned>(item.id));
+}
+
+} // namespace
+
+Control::Control(HWND parent, int id, QWidget* widget)
+    : parent_(parent), id_(id), widget_(widget) {}
+
+LRESULT Control::receive(UINT, WPARAM, LPARAM) {
+    return 0;
+}
+
+std::shared_ptr<Control> make_control(const DialogItem& item, const QRect& area, HWND parent,
+                                      QWidget* parent_widget) {
+    std::shared_ptr<Control> control = make_by_class(item, {parent, parent_widget});
+    QWidget* widget = control->widget();
+    // An icon's place says only where it begins.
+    widget->setGeometry(area.isEmpty() ? QRect(area.topLeft(), widget->sizeHint()) : area);
+    widget->setVisible((item.style & kVisible) != 0);
+    widget->setEnabled((item.style & kDisabled) == 0);
+    return control;
+}
+
+Control* control_of(HWND handle) {
+    return dynamic_cast<Control*>(window_of(handle));
+}
+
+} // namespace platform
+
+using namespace platform;
+
+int GetDlgCtrlID(HWND handle) {
+    const Control* control = control_of(handle);
+    return control != nullptr ? control->id() : 0;
+}

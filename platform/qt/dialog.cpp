@@ -1,0 +1,259 @@
+#include "platform/qt/dialog.h"
+
+#include "platform/qt/control_styles.h"
+#include "platform/qt/message_loop.h"
+#include "platform/qt/resources.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFontMetrics>
+
+#include <algorithm>
+#include <cstring>
+
+namespace platform {
+
+namespace {
+
+constexpr std::uint32_t kSizeBorder = 0x00040000; // WS_THICKFRAME
+
+// The open dialogs, innermost last. A dialog that is on its way out is no longer here.
+std::vector<DialogWindow*>& open_dialogs() {
+    static std::vector<DialogWindow*> dialogs;
+    return dialogs;
+}
+
+// Dialog units are parts of the dialog font's average character: 4 across, 8 down. The font is the
+// desktop's own, so that a dialog looks at home; the places scale along.
+struct DialogUnits {
+    int across, down;
+
+    DialogUnits() {
+        const QFontMetrics metrics(QApplication::font());
+        const QString letters =
+            QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+        across = (metrics.horizontalAdvance(letters) / 26 + 1) / 2;
+        down = metrics.height();
+    }
+    QRect rect(int x, int y, int width, int height) const {
+        return {x * across / 4, y * down / 8, width * across / 4, height * down / 8};
+    }
+};
+
+QWidget* widget_of(HWND handle) {
+    const Window* window = window_of(handle);
+    return window != nullptr ? window->widget() : nullptr;
+}
+
+} // namespace
+
+void DialogWidget::reject() {
+    post(dialog_, WM_COMMAND, MAKEWPARAM(IDCANCEL, 0), 0);
+}
+
+void DialogWidget::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    reject();
+}
+
+DialogWindow::DialogWindow(HWND owner, DLGPROC procedure, const DialogTemplate& design)
+    : owner_(owner), procedure_(procedure), widget_(new DialogWidget(widget_of(owner), handle())) {
+    const DialogUnits units;
+    const QRect area = units.rect(design.x, design.y, design.width, design.height);
+    widget_->setWindowModality(Qt::WindowModal);
+    widget_->setWindowTitle(to_qstring(design.title));
+    if (const QWidget* behind = widget_of(owner)) {
+        widget_->move(behind->mapToGlobal(area.topLeft()));
+    }
+    if ((design.style & kSizeBorder) != 0) {
+        widget_->resize(area.size());
+    } else {
+        widget_->setFixedSize(area.size());
+    }
+    add_controls(design);
+    name_for_accessibility();
+}
+
+DialogWindow::~DialogWindow() {
+    dismantle();
+}
+
+void DialogWindow::add_controls(const DialogTemplate& design) {
+    const DialogUnits units;
+    for (const DialogItem& item : design.items) {
+        controls_.push_back(make_control(item, units.rect(item.x, item.y, item.width, item.height),
+                                         handle(), widget_));
+        keep_window(controls_.back());
+    }
+}
+
+// A label names the control that follows it, for screen readers too.
+void DialogWindow::name_for_accessibility() {
+    QLabel* label = nullptr;
+    for (const auto& control : controls_) {
+        QWidget* widget = control->widget();
+        if (auto* next_label = qobject_cast<QLabel*>(widget)) {
+            label = next_label;
+        } else if (label != nullptr) {
+            label->setBuddy(widget);
+            widget->setAccessibleName(label->text());
+            label = nullptr;
+        }
+    }
+}
+
+QWidget* DialogWindow::first_tab_stop() const {
+    const auto found =
+        std::find_if(controls_.begin(), controls_.end(), [](const std::shared_ptr<Control>& c) {
+            return c->widget()->isEnabled() && (c->widget()->focusPolicy() & Qt::TabFocus) != 0;
+        });
+    return found != controls_.end() ? (*found)->widget() : nullptr;
+}
+
+LRESULT DialogWindow::receive(UINT message, WPARAM wparam, LPARAM lparam) {
+    const INT_PTR handled = procedure_(handle(), message, wparam, lparam);
+    if (handled == FALSE && message == WM_CLOSE) {
+        post(handle(), WM_COMMAND, MAKEWPARAM(IDCANCEL, 0), 0);
+    }
+    // A procedure's TRUE says "handled"; the answer that a sender sees is the message's own.
+    return message == WM_INITDIALOG ? handled : 0;
+}
+
+void DialogWindow::dismantle() {
+    std::erase(open_dialogs(), this);
+    for (const auto& control : controls_) {
+        forget_window(control->handle());
+    }
+    controls_.clear();
+    if (widget_ != nullptr) {
+        widget_->hide();
+        widget_->deleteLater();
+        widget_ = nullptr;
+    }
+}
+
+void DialogWindow::end(INT_PTR result) {
+    ended_ = true;
+    result_ = result;
+}
+
+void DialogWindow::loop() {
+    while (!ended_ && IsWindow(handle())) {
+        MSG message;
+        if (!GetMessageA(&message, nullptr, 0, 0)) {
+            PostQuitMessage(static_cast<int>(message.wParam)); // for the loops further out
+            return;
+        }
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+}
+
+INT_PTR DialogWindow::run(LPARAM parameter) {
+    open_dialogs().push_back(this);
+    Window* owner = window_of(owner_);
+    if (owner != nullptr) {
+        owner->block();
+    }
+    QWidget* focus = first_tab_stop();
+    const Window* focused = window_of_widget(focus);
+    const LRESULT default_focus = send_message(
+        handle(), WM_INITDIALOG,
+        reinterpret_cast<WPARAM>(focused != nullptr ? focused->handle() : nullptr), parameter);
+    if (widget_ != nullptr && !ended_) {
+        if (default_focus != FALSE && focus != nullptr) {
+            focus->setFocus(Qt::TabFocusReason);
+        }
+        widget_->show();
+        loop();
+    }
+    owner = window_of(owner_); // it may have died meanwhile
+    if (owner != nullptr) {
+        owner->unblock();
+        owner->widget()->activateWindow();
+    }
+    if (IsWindow(handle())) {
+        DestroyWindow(handle());
+    }
+    return result_;
+}
+
+Control* DialogWindow::find(int id) const {
+    const auto found =
+        std::find_if(controls_.begin(), controls_.end(),
+                     [id](const std::shared_ptr<Control>& c) { return c->id() == id; });
+    return found != controls_.end() ? found->get() : nullptr;
+}
+
+void destroy_owned_dialogs(const Window& owner) {
+    const std::vector<DialogWindow*> dialogs = open_dialogs();
+    for (DialogWindow* dialog : dialogs) {
+        if (dialog->owner() == owner.handle()) {
+            destroy_window(*dialog);
+        }
+    }
+}
+
+namespace {
+
+DialogWindow* dialog_of(HWND handle) {
+    return dynamic_cast<DialogWindow*>(window_of(handle));
+}
+
+Control* find_control(HWND dialog, int id) {
+    const DialogWindow* window = dialog_of(dialog);
+    return window != nullptr ? window->find(id) : nullptr;
+}
+
+} // namespace
+
+} // namespace platform
+
+using namespace platform;
+
+INT_PTR DialogBoxParamA(HINSTANCE, LPCSTR name, HWND owner, DLGPROC procedure, LPARAM parameter) {
+    const std::uint16_t id = resource_id(name);
+    const auto design = read_dialog(program_resources().find(ResourceType::dialog, id));
+    if (!design) {
+        resource_fault("dialog", id);
+    }
+    const auto dialog = std::make_shared<DialogWindow>(owner, procedure, *design);
+    keep_window(dialog);
+    return dialog->run(parameter);
+}
+
+BOOL EndDialog(HWND handle, INT_PTR result) {
+    DialogWindow* dialog = dialog_of(handle);
+    if (dialog == nullptr) {
+        return FALSE;
+    }
+    dialog->end(result);
+    return TRUE;
+}
+
+HWND GetDlgItem(HWND dialog, int id) {
+    const Control* control = find_control(dialog, id);
+    return control != nullptr ? control->handle() : nullptr;
+}
+
+BOOL SetDlgItemTextA(HWND dialog, int id, LPCSTR text) {
+    Control* control = find_control(dialog, id);
+    if (control == nullptr) {
+        return FALSE;
+    }
+    control->set_text(QString::fromUtf8(text));
+    return TRUE;
+}
+
+UINT GetDlgItemTextA(HWND dialog, int id, LPSTR buffer, int size) {
+    const Control* control = find_control(dialog, id);
+    if (size <= 0) {
+        return 0;
+    }
+    const QByteArray text = control != nullptr ? control->text().toUtf8() : QByteArray();
+    const auto length =
+        std::min(static_cast<std::size_t>(text.size()), static_cast<std::size_t>(size) - 1);
+    std::memcpy(buffer, text.constData(), length);
+    buffer[length] = '\0';
+    return static_cast<UINT>(length);
+}

@@ -1,0 +1,64 @@
+// Modal dialogs, built from their templates.
+#pragma once
+
+#include "platform/qt/controls.h"
+#include "platform/qt/resource_reader.h"
+#include "platform/qt/window.h"
+
+#include <QDialog>
+
+#include <vector>
+
+namespace platform {
+
+class DialogWindow;
+
+// Escape and the close box do nothing but send command 2 to the procedure.
+class DialogWidget : public QDialog {
+  public:
+    DialogWidget(QWidget* owner, HWND dialog) : QDialog(owner), dialog_(dialog) {}
+
+    void reject() override;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    HWND dialog_;
+};
+
+class DialogWindow : public Window {
+  public:
+    DialogWindow(HWND owner, DLGPROC procedure, const DialogTemplate& design);
+    ~DialogWindow() override;
+
+    QWidget* widget() const override { return widget_; }
+    LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override;
+    void dismantle() override;
+
+    // Opens the dialog and runs a message loop of its own until it ends. The result is EndDialog's;
+    // -1 when the dialog was destroyed instead or the program is ending.
+    INT_PTR run(LPARAM parameter);
+    void end(INT_PTR result);
+
+    HWND owner() const { return owner_; }
+    Control* find(int id) const;
+
+  private:
+    void add_controls(const DialogTemplate& design);
+    void name_for_accessibility();
+    QWidget* first_tab_stop() const;
+    void loop();
+
+    HWND owner_;
+    DLGPROC procedure_;
+    QPointer<DialogWidget> widget_;
+    std::vector<std::shared_ptr<Control>> controls_;
+    bool ended_ = false;
+    INT_PTR result_ = -1;
+};
+
+// Destroys the dialogs that a window owns.
+void destroy_owned_dialogs(const Window& owner);
+
+} // namespace platform

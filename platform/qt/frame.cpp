@@ -1,0 +1,315 @@
+#include "platform/qt/frame.h"
+
+#include "platform/qt/device_context.h"
+#include "platform/qt/message_loop.h"
+#include "platform/qt/resources.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+// What a window manager's frame adds to the client area and the menu. It is not known before the
+// window is shown, so a window's size is made with the usual one.
+constexpr QSize kUsualFrame(8, 27);
+
+WPARAM button_flags(const QMouseEvent& event) {
+    WPARAM flags = 0;
+    flags |= event.buttons().testFlag(Qt::LeftButton) ? MK_LBUTTON : 0;
+    flags |= event.buttons().testFlag(Qt::RightButton) ? MK_RBUTTON : 0;
+    flags |= event.modifiers().testFlag(Qt::ShiftModifier) ? MK_SHIFT : 0;
+    flags |= event.modifiers().testFlag(Qt::ControlModifier) ? MK_CONTROL : 0;
+    return flags;
+}
+
+LPARAM place(const QMouseEvent& event) {
+    const QPoint at = event.position().toPoint();
+    return MAKELPARAM(static_cast<unsigned>(at.x()), static_cast<unsigned>(at.y()));
+}
+
+void add_menu_items(QMenu* menu, const std::vector<MenuItem>& items, HWND window) {
+    for (const MenuItem& item : items) {
+        if (item.separator) {
+            menu->addSeparator();
+        } else if (item.popup) {
+            add_menu_items(menu->addMenu(to_qstring(item.text)), item.items, window);
+        } else {
+            // The shortcut after the tab is text only: a shortcut of the toolkit would take the key
+            // before the accelerators see it.
+            QAction* action = menu->addAction(to_qstring(item.text));
+            action->setEnabled(!item.grayed);
+            QObject::connect(action, &QAction::triggered, menu, [window, id = item.id] {
+                post(window, WM_COMMAND, MAKEWPARAM(id, 0), 0);
+            });
+        }
+    }
+}
+
+std::vector<MenuItem> load_menu(std::uint16_t id) {
+    if (id == 0) {
+        return {};
+    }
+    auto menu = read_menu(program_resources().find(ResourceType::menu, id));
+    if (!menu) {
+        resource_fault("menu", id);
+    }
+    return std::move(*menu);
+}
+
+bool grayed_in(const std::vector<MenuItem>& items, std::uint16_t id) {
+    return std::any_of(items.begin(), items.end(), [id](const MenuItem& item) {
+        return item.popup ? grayed_in(item.items, id) : item.id == id && item.grayed;
+    });
+}
+
+} // namespace
+
+ClientArea::ClientArea(Frame* frame) : QWidget(frame), frame_(frame) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+}
+
+TopLevelWindow* ClientArea::owner() const {
+    return frame_->owner();
+}
+
+void ClientArea::paintEvent(QPaintEvent* event) {
+    if (owner() == nullptr) {
+        return;
+    }
+    QPainter painter(this);
+    for (const QRect& part : event->region()) {
+        painter.drawImage(part, owner()->surface().image(), part);
+    }
+}
+
+void ClientArea::post_button(const QMouseEvent& event, UINT left, UINT right) {
+    const bool is_left = event.button() == Qt::LeftButton;
+    if (owner() != nullptr && (is_left || event.button() == Qt::RightButton)) {
+        post(owner()->handle(), is_left ? left : right, button_flags(event), place(event));
+    }
+}
+
+void ClientArea::mousePressEvent(QMouseEvent* event) {
+    post_button(*event, WM_LBUTTONDOWN, WM_RBUTTONDOWN);
+}
+
+void ClientArea::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (owner() != nullptr && (owner()->window_class().style & CS_DBLCLKS) != 0) {
+        post_button(*event, WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK);
+    } else {
+        mousePressEvent(event);
+    }
+}
+
+void ClientArea::mouseReleaseEvent(QMouseEvent* event) {
+    post_button(*event, WM_LBUTTONUP, WM_RBUTTONUP);
+}
+
+void ClientArea::mouseMoveEvent(QMouseEvent* event) {
+    if (owner() != nullptr) {
+        post_mouse_move(owner()->handle(), button_flags(*event), place(*event));
+    }
+}
+
+Frame::Frame(TopLevelWindow* window)
+    : window_(window), menu_bar_(new QMenuBar(this)), client_(new ClientArea(this)) {
+    menu_bar_->setNativeMenuBar(false);
+    setFocusProxy(client_);
+}
+
+void Frame::arrange() {
+    const int bar = menu_bar_->actions().isEmpty() ? 0 : menu_bar_->heightForWidth(width());
+    menu_bar_->setGeometry(0, 0, width(), bar);
+    client_->setGeometry(0, bar, width(), std::max(0, height() - bar));
+    window_->client_resized();
+}
+
+void Frame::orphan() {
+    window_ = nullptr;
+    hide();
+    deleteLater();
+}
+
+void Frame::resizeEvent(QResizeEvent*) {
+    if (window_ != nullptr) {
+        arrange();
+    }
+}
+
+void Frame::closeEvent(QCloseEvent* event) {
+    // The window's procedure decides.
+    event->ignore();
+    if (window_ != nullptr) {
+        post(window_->handle(), WM_CLOSE, 0, 0);
+    }
+}
+
+TopLevelWindow::TopLevelWindow(const WindowClass& window_class, const QString& title)
+    : class_(window_class), menu_(load_menu(window_class.menu)), frame_(new Frame(this)) {
+    extra().resize(class_.extra_bytes);
+    frame_->setWindowTitle(title);
+    if (class_.icon != nullptr) {
+        frame_->setWindowIcon(*icon_of(class_.icon));
+    }
+    for (const MenuItem& popup : menu_) {
+        add_menu_items(menu_bar()->addMenu(to_qstring(popup.text)), popup.items, handle());
+    }
+    frame_->client()->setFocus();
+}
+
+TopLevelWindow::~TopLevelWindow() {
+    dismantle();
+}
+
+QWidget* TopLevelWindow::widget() const {
+    return frame_;
+}
+
+QMenuBar* TopLevelWindow::menu_bar() const {
+    return frame_->menu_bar();
+}
+
+QSize TopLevelWindow::client_size() const {
+    return frame_->client()->size();
+}
+
+void TopLevelWindow::show_surface(const QRegion& region) {
+    frame_->client()->update(region);
+}
+
+LRESULT TopLevelWindow::receive(UINT message, WPARAM wparam, LPARAM lparam) {
+    return class_.procedure(handle(), message, wparam, lparam);
+}
+
+void TopLevelWindow::dismantle() {
+    if (frame_ != nullptr) {
+        frame_->orphan();
+        frame_ = nullptr;
+    }
+}
+
+void TopLevelWindow::client_resized() {
+    const QSize size = client_size();
+    const QSize before = surface().image().size();
+    if (size == before) {
+        return;
+    }
+    resize_surface(size, class_.background);
+    const bool redraw = ((class_.style & CS_HREDRAW) != 0 && size.width() != before.width()) ||
+                        ((class_.style & CS_VREDRAW) != 0 && size.height() != before.height());
+    if (redraw) {
+        invalidate(QRect(QPoint(0, 0), size), true);
+    }
+    send_message(
+        handle(), WM_SIZE, 0,
+        MAKELPARAM(static_cast<unsigned>(size.width()), static_cast<unsigned>(size.height())));
+}
+
+bool menu_entry_grayed(const Window& window, std::uint16_t id) {
+    const auto* top_level = dynamic_cast<const TopLevelWindow*>(&window);
+    return top_level != nullptr && grayed_in(top_level->menu(), id);
+}
+
+} // namespace platform
+
+using namespace platform;
+
+HWND CreateWindowExA(DWORD, LPCSTR class_name, LPCSTR title, DWORD, int x, int y, int width,
+                     int height, HWND, HMENU, HINSTANCE, LPVOID parameter) {
+    const WindowClass* window_class = find_window_class(class_name);
+    if (window_class == nullptr) {
+        SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
+        return nullptr;
+    }
+    const auto window = std::make_shared<TopLevelWindow>(*window_class, QString::fromUtf8(title));
+    keep_window(window);
+    const HWND handle = window->handle();
+    if (send_message(handle, WM_CREATE, 0, reinterpret_cast<LPARAM>(parameter)) == -1) {
+        DestroyWindow(handle);
+        return nullptr;
+    }
+    auto* frame = static_cast<Frame*>(window->widget());
+    frame->move(x, y);
+    frame->resize(QSize(width, height) - kUsualFrame);
+    frame->arrange(); // a hidden widget learns of its size only when it is shown
+    return handle;
+}
+
+BOOL ShowWindow(HWND handle, int show) {
+    const Window* window = window_of(handle);
+    if (window == nullptr) {
+        return FALSE;
+    }
+    QWidget* widget = window->widget();
+    const bool was_visible = widget->isVisible();
+    widget->setVisible(show != SW_HIDE);
+    if (show != SW_HIDE) {
+        widget->raise();
+        widget->activateWindow();
+    }
+    return was_visible;
+}
+
+BOOL MoveWindow(HWND handle, int x, int y, int width, int height, BOOL) {
+    const Window* window = window_of(handle);
+    if (window == nullptr) {
+        return FALSE;
+    }
+    QWidget* widget = window->widget();
+    const QSize border = widget->frameGeometry().size() - widget->size();
+    widget->move(x, y);
+    widget->resize(QSize(width, height) - border);
+    return TRUE;
+}
+
+BOOL GetWindowRect(HWND handle, RECT* rect) {
+    QRect area;
+    if (handle == desktop_handle()) {
+        area = QGuiApplication::primaryScreen()->geometry();
+    } else if (const Window* window = window_of(handle)) {
+        area = window->widget()->frameGeometry();
+    } else {
+        return FALSE;
+    }
+    *rect = {area.left(), area.top(), area.left() + area.width(), area.top() + area.height()};
+    return TRUE;
+}
+
+LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wparam, LPARAM) {
+    auto* window = dynamic_cast<TopLevelWindow*>(window_of(handle));
+    if (window == nullptr) {
+        return 0;
+    }
+    switch (message) {
+    case WM_CLOSE:
+        destroy_window(*window);
+        return 0;
+    case WM_PAINT: {
+        PAINTSTRUCT paint;
+        BeginPaint(handle, &paint);
+        EndPaint(handle, &paint);
+        return 0;
+    }
+    case WM_ERASEBKGND: {
+        DeviceContext* device = device_context(reinterpret_cast<HDC>(wparam));
+        if (!window->window_class().has_background) {
+            return 0;
+        }
+        fill(*device, device->surface->bounds(), window->window_class().background);
+        return 1;
+    }
+    default:
+        return 0;
+    }
+}

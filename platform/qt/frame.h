@@ -1,0 +1,89 @@
+// Top-level windows of registered classes: a frame with a menu bar and a client area that shows the
+// window's surface.
+#pragma once
+
+#include "platform/qt/resource_reader.h"
+#include "platform/qt/window.h"
+
+#include <QMenuBar>
+#include <QWidget>
+
+#include <vector>
+
+namespace platform {
+
+class Frame;
+class TopLevelWindow;
+
+// Shows the surface and turns the pointer's events into messages.
+class ClientArea : public QWidget {
+  public:
+    explicit ClientArea(Frame* frame);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+  private:
+    TopLevelWindow* owner() const; // null once the frame is orphaned
+    void post_button(const QMouseEvent& event, UINT left, UINT right);
+
+    Frame* frame_;
+};
+
+class TopLevelWindow : public Window {
+  public:
+    TopLevelWindow(const WindowClass& window_class, const QString& title);
+    ~TopLevelWindow() override;
+
+    QWidget* widget() const override;
+    LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override;
+    void dismantle() override;
+    QSize client_size() const override;
+    void show_surface(const QRegion& region) override;
+
+    const WindowClass& window_class() const { return class_; }
+    QMenuBar* menu_bar() const;
+    const std::vector<MenuItem>& menu() const { return menu_; }
+
+    // The frame has another size: tells the window's procedure.
+    void client_resized();
+
+  private:
+    const WindowClass& class_;
+    std::vector<MenuItem> menu_;
+    QPointer<Frame> frame_;
+};
+
+class Frame : public QWidget {
+  public:
+    explicit Frame(TopLevelWindow* window);
+
+    TopLevelWindow* owner() const { return window_; }
+    QMenuBar* menu_bar() const { return menu_bar_; }
+    ClientArea* client() const { return client_; }
+    bool is_menu_bar(const QWidget* widget) const { return widget == menu_bar_; }
+
+    // Gives the menu bar and the client area their places.
+    void arrange();
+
+    // The window is gone; the widget follows when none of its handlers can be running.
+    void orphan();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    TopLevelWindow* window_; // null once orphaned
+    QMenuBar* menu_bar_;
+    ClientArea* client_;
+};
+
+// True when the window's menu has an entry with this id and shows it greyed.
+bool menu_entry_grayed(const Window& window, std::uint16_t id);
+
+} // namespace platform

@@ -1,0 +1,140 @@
+#include "platform/qt/keyboard.h"
+
+#include "platform/qt/frame.h"
+#include "platform/qt/resources.h"
+#include "platform/qt/window.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+// The one event that is on its way back to the toolkit. It is told by its address, not by a flag:
+// handling it may run a loop of its own, and that loop's keys are new ones.
+const QEvent* returning = nullptr;
+
+constexpr std::pair<int, WORD> kVirtualKeys[] = {
+    {Qt::Key_Backspace, 0x08}, {Qt::Key_Tab, 0x09},      {Qt::Key_Return, 0x0D},
+    {Qt::Key_Enter, 0x0D},     {Qt::Key_Escape, 0x1B},   {Qt::Key_Space, 0x20},
+    {Qt::Key_PageUp, 0x21},    {Qt::Key_PageDown, 0x22}, {Qt::Key_End, 0x23},
+    {Qt::Key_Home, 0x24},      {Qt::Key_Left, 0x25},     {Qt::Key_Up, 0x26},
+    {Qt::Key_Right, 0x27},     {Qt::Key_Down, 0x28},     {Qt::Key_Insert, 0x2D},
+    {Qt::Key_Delete, 0x2E},
+};
+
+// The virtual key of a key press; 0 for keys that have no use as accelerators.
+WORD virtual_key(const QKeyEvent& event) {
+    const int key = event.key();
+    if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9)) {
+        return static_cast<WORD>(key); // letters and digits are their own codes
+    }
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24) {
+        return static_cast<WORD>(0x70 + key - Qt::Key_F1);
+    }
+    const auto* found =
+        std::find_if(std::begin(kVirtualKeys), std::end(kVirtualKeys),
+                     [key](const std::pair<int, WORD>& entry) { return entry.first == key; });
+    return found != std::end(kVirtualKeys) ? found->second : WORD{0};
+}
+
+// The window whose keys these are: a top-level window of a class, or a control in its client area.
+Window* addressee(const QWidget* widget) {
+    const auto* frame = dynamic_cast<const Frame*>(widget->window());
+    return frame != nullptr && !frame->is_menu_bar(widget) ? window_of_widget(widget) : nullptr;
+}
+
+bool matches(const Accelerator& entry, const MSG& message, const KeyStroke* key) {
+    const Qt::KeyboardModifiers held =
+        key != nullptr ? key->event->modifiers() : Qt::KeyboardModifiers();
+    const bool alt = held.testFlag(Qt::AltModifier);
+    if (message.wParam != entry.key || alt != entry.alt) {
+        return false;
+    }
+    if (!entry.virtual_key) { // the character says all but Alt
+        return message.message == WM_CHAR || message.message == WM_SYSCHAR;
+    }
+    return (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) &&
+           held.testFlag(Qt::ShiftModifier) == entry.shift &&
+           held.testFlag(Qt::ControlModifier) == entry.control;
+}
+
+// The character that a key press makes; 0 for none.
+WORD character(const QKeyEvent& event) {
+    const QString text = event.text();
+    if (!text.isEmpty()) {
+        return text.at(0).unicode();
+    }
+    // With Alt some keyboards give no text.
+    return event.key() < 0x80 ? static_cast<WORD>(event.key()) : WORD{0};
+}
+
+} // namespace
+
+bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || event == returning || !watched->isWidgetType()) {
+        return false;
+    }
+    auto* widget = static_cast<QWidget*>(watched);
+    Window* window = addressee(widget);
+    if (window == nullptr) {
+        return false;
+    }
+    const auto& pressed = static_cast<const QKeyEvent&>(*event);
+    auto key = std::make_shared<KeyStroke>();
+    key->receiver = widget;
+    key->event.reset(pressed.clone());
+    const bool alt = pressed.modifiers().testFlag(Qt::AltModifier);
+    post(window->handle(), alt ? WM_SYSKEYDOWN : WM_KEYDOWN, virtual_key(pressed), 0,
+         std::move(key));
+    return true;
+}
+
+void return_key(KeyStroke& key) {
+    if (key.receiver != nullptr) {
+        const QEvent* outer = std::exchange(returning, key.event.get());
+        QCoreApplication::sendEvent(key.receiver, key.event.get());
+        returning = outer;
+    }
+}
+
+} // namespace platform
+
+using namespace platform;
+
+int TranslateAcceleratorA(HWND handle, HACCEL accelerators, MSG* message) {
+    const bool keyboard = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN ||
+                          message->message == WM_CHAR || message->message == WM_SYSCHAR;
+    Window* window = window_of(handle);
+    if (!keyboard || window == nullptr || accelerators == nullptr) {
+        return 0;
+    }
+    for (const Accelerator& entry : *accelerators_of(accelerators)) {
+        if (matches(entry, *message, current_key().get())) {
+            // As on Windows a key that is an accelerator is used up even when its menu entry is
+            // greyed or its window waits for a dialog; only the command is not sent.
+            if (window->enabled() && !menu_entry_grayed(*window, entry.id)) {
+                send_message(handle, WM_COMMAND, MAKEWPARAM(entry.id, 1), 0);
+            }
+            return 1;
+        }
+    }
+    return 0;
+}
+
+BOOL TranslateMessage(const MSG* message) {
+    const std::shared_ptr<KeyStroke> key = current_key();
+    const bool system = message->message == WM_SYSKEYDOWN;
+    if (key == nullptr || (!system && message->message != WM_KEYDOWN)) {
+        return FALSE;
+    }
+    const WORD made = character(*key->event);
+    if (made != 0) {
+        post_first(message->hwnd, system ? WM_SYSCHAR : WM_CHAR, made, 0, key);
+    }
+    return TRUE;
+}

@@ -1,0 +1,112 @@
+#include "platform/qt/line.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace platform {
+
+namespace {
+
+// Keeps every product of the walk below within 64 bits.
+constexpr int kFarthest = 1 << 29;
+
+std::int64_t floor_div(std::int64_t a, std::int64_t b) {
+    return a / b - (a % b != 0 && (a < 0) != (b < 0) ? 1 : 0);
+}
+
+// One line, told along its longer axis: `major` runs from its start by `step` each pixel, `minor`
+// drifts by `drift` now and then. Pixel k has drifted floor((2 * dy * k + dx - bias) / (2 * dx))
+// times.
+struct Walk {
+    std::int64_t dx, dy, bias;
+
+    std::int64_t drifted(std::int64_t k) const { return floor_div(2 * dy * k + dx - bias, 2 * dx); }
+    // The first pixel that has drifted `times` times or more; dy must not be 0.
+    std::int64_t first_with(std::int64_t times) const {
+        return -floor_div(-(2 * dx * times - dx + bias), 2 * dy);
+    }
+};
+
+struct Span {
+    std::int64_t first, last; // last excluded
+};
+
+// The pixels whose coordinate start + step * k lies in [low, high).
+Span clip_major(std::int64_t count, int start, int step, int low, int high) {
+    const std::int64_t first = step > 0 ? low - start : start - high + 1;
+    const std::int64_t last = step > 0 ? high - start : start - low + 1;
+    return {std::max<std::int64_t>(first, 0), std::min(last, count)};
+}
+
+// Narrows `span` to the pixels whose coordinate start + drift * drifted(k) lies in [low, high).
+Span clip_minor(Span span, const Walk& walk, int start, int drift, int low, int high) {
+    const std::int64_t least = drift > 0 ? low - start : start - high + 1;
+    const std::int64_t most = drift > 0 ? high - start : start - low + 1; // excluded
+    if (walk.dy == 0) {
+        return least <= 0 && most > 0 ? span : Span{0, 0};
+    }
+    return {std::max(span.first, walk.first_with(least)),
+            std::min(span.last, walk.first_with(most))};
+}
+
+} // namespace
+
+PixelRect intersect(const PixelRect& a, const PixelRect& b) {
+    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+            std::min(a.bottom, b.bottom)};
+}
+
+void draw_line(const PixelView& pixels, const PixelRect& clip, int x0, int y0, int x1, int y1,
+               std::uint32_t color) {
+    x0 = std::clamp(x0, -kFarthest, kFarthest);
+    y0 = std::clamp(y0, -kFarthest, kFarthest);
+    x1 = std::clamp(x1, -kFarthest, kFarthest);
+    y1 = std::clamp(y1, -kFarthest, kFarthest);
+    const int sx = x1 < x0 ? -1 : 1;
+    const int sy = y1 < y0 ? -1 : 1;
+    const int width = std::abs(x1 - x0);
+    const int height = std::abs(y1 - y0);
+    if (clip.empty() || (width == 0 && height == 0)) {
+        return;
+    }
+
+    const bool steep = height >= width;
+    const int drift = steep ? sx : sy;
+    const Walk walk{steep ? height : width, steep ? width : height, drift > 0 ? 1 : 0};
+    Span span{0, walk.dx};
+    if (!clip.contains(x0, y0) || !clip.contains(x1, y1)) {
+        span = steep ? clip_major(walk.dx, y0, sy, clip.top, clip.bottom)
+                     : clip_major(walk.dx, x0, sx, clip.left, clip.right);
+        span = steep ? clip_minor(span, walk, x0, sx, clip.left, clip.right)
+                     : clip_minor(span, walk, y0, sy, clip.top, clip.bottom);
+        if (span.first >= span.last) {
+            return;
+        }
+    }
+
+    const std::int64_t drifted = span.first == 0 ? 0 : walk.drifted(span.first);
+    std::int64_t error =
+        2 * walk.dy * (span.first + 1) - walk.dx - walk.bias - 2 * walk.dx * drifted;
+    const std::ptrdiff_t x_step = sx;
+    const std::ptrdiff_t y_step = sy * pixels.stride;
+    const std::ptrdiff_t major_step = steep ? y_step : x_step;
+    const std::ptrdiff_t minor_step = steep ? x_step : y_step;
+    // Summed up before it meets the pointer: the line's start may lie far outside the image.
+    const std::ptrdiff_t offset =
+        y0 * pixels.stride + x0 + major_step * span.first + minor_step * drifted;
+    std::uint32_t* pixel = pixels.bits + offset;
+    for (std::int64_t k = span.first;;) {
+        *pixel = color;
+        if (++k == span.last) {
+            return; // before stepping on, which might leave the image
+        }
+        if (error >= 0) {
+            pixel += minor_step;
+            error -= 2 * walk.dx;
+        }
+        pixel += major_step;
+        error += 2 * walk.dy;
+    }
+}
+
+} // namespace platform

@@ -1,0 +1,37 @@
+// Starts the layer and then the program.
+#include "platform/qt/keyboard.h"
+#include "platform/win32.h"
+
+#include <QApplication>
+#include <QByteArray>
+
+#include <unistd.h>
+
+namespace {
+
+// The toolkit's own remarks go where the program's error stream went at start. The program sends
+// that stream to a log file of its own, in which they have no place.
+int remarks = -1;
+
+void write_remark(QtMsgType, const QMessageLogContext&, const QString& text) {
+    const QByteArray line = text.toLocal8Bit() + '\n';
+    [[maybe_unused]] const auto written =
+        ::write(remarks, line.constData(), static_cast<std::size_t>(line.size()));
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    remarks = ::dup(STDERR_FILENO);
+    qInstallMessageHandler(write_remark);
+    // A client pixel is a pixel of the screen, as the pictures are made pixel by pixel; text and
+    // menus still follow the desktop's font size.
+    if (!qEnvironmentVariableIsSet("QT_ENABLE_HIGHDPI_SCALING")) {
+        qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
+    }
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false); // the program's loop decides
+    platform::KeyFilter keys;
+    application.installEventFilter(&keys);
+    return WinMain(nullptr, nullptr, nullptr, SW_SHOWNORMAL);
+}

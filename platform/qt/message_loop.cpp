@@ -1,0 +1,143 @@
+#include "platform/qt/message_loop.h"
+
+#include "platform/qt/keyboard.h"
+#include "platform/qt/window.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QEventLoop>
+
+#include <deque>
+#include <optional>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+struct Queued {
+    MSG message;
+    std::shared_ptr<KeyStroke> key;
+};
+
+// The state of the one thread's queue. Never destroyed: the toolkit may still post while static
+// objects are being taken apart.
+struct Queue {
+    std::deque<Queued> waiting;
+    std::optional<int> exit_code; // set once quitting was asked for
+    std::shared_ptr<KeyStroke> current_key;
+};
+
+Queue& queue() {
+    static Queue& state = *new Queue;
+    return state;
+}
+
+MSG make_message(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
+    return {handle, message, wparam, lparam, 0, {0, 0}};
+}
+
+bool take(MSG* message) {
+    if (queue().waiting.empty()) {
+        return false;
+    }
+    Queued& next = queue().waiting.front();
+    *message = next.message;
+    queue().current_key = std::move(next.key);
+    queue().waiting.pop_front();
+    return true;
+}
+
+// What there is when nothing is queued: the end of the program, then painting.
+bool make_message_when_empty(MSG* message) {
+    queue().current_key = nullptr;
+    if (queue().exit_code) {
+        *message = make_message(nullptr, WM_QUIT,
+                                static_cast<WPARAM>(*std::exchange(queue().exit_code, {})), 0);
+        return true;
+    }
+    if (const Window* window = next_window_to_paint()) {
+        *message = make_message(window->handle(), WM_PAINT, 0, 0);
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+void post(HWND handle, UINT message, WPARAM wparam, LPARAM lparam, std::shared_ptr<KeyStroke> key) {
+    queue().waiting.push_back({make_message(handle, message, wparam, lparam), std::move(key)});
+}
+
+void post_first(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
+                std::shared_ptr<KeyStroke> key) {
+    queue().waiting.push_front({make_message(handle, message, wparam, lparam), std::move(key)});
+}
+
+void post_mouse_move(HWND handle, WPARAM wparam, LPARAM lparam) {
+    if (!queue().waiting.empty()) {
+        MSG& last = queue().waiting.back().message;
+        if (last.hwnd == handle && last.message == WM_MOUSEMOVE) {
+            last.wParam = wparam;
+            last.lParam = lparam;
+            return;
+        }
+    }
+    post(handle, WM_MOUSEMOVE, wparam, lparam);
+}
+
+void forget_messages(HWND handle) {
+    std::erase_if(queue().waiting,
+                  [handle](const Queued& entry) { return entry.message.hwnd == handle; });
+}
+
+const std::shared_ptr<KeyStroke>& current_key() {
+    return queue().current_key;
+}
+
+bool message_queue_idle() {
+    return queue().waiting.empty() && next_window_to_paint() == nullptr;
+}
+
+} // namespace platform
+
+using namespace platform;
+
+BOOL GetMessageA(MSG* message, HWND, UINT, UINT) {
+    while (!take(message)) {
+        // Input that has arrived comes before painting.
+        QCoreApplication::processEvents();
+        if (take(message) || make_message_when_empty(message)) {
+            break;
+        }
+        // Widgets that were put away go now, when no handler of theirs can be running: outside
+        // exec() the toolkit never does it by itself.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return message->message != WM_QUIT;
+}
+
+BOOL PostMessageA(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (handle != nullptr && window_of(handle) == nullptr) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return FALSE;
+    }
+    post(handle, message, wparam, lparam);
+    QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::None));
+    return TRUE;
+}
+
+void PostQuitMessage(int exit_code) {
+    queue().exit_code = exit_code;
+}
+
+LRESULT DispatchMessageA(const MSG* message) {
+    const std::shared_ptr<KeyStroke> key = current_key();
+    const LRESULT result =
+        send_message(message->hwnd, message->message, message->wParam, message->lParam);
+    if (key != nullptr && (message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN)) {
+        return_key(*key);
+    }
+    return result;
+}

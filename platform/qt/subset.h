@@ -1,0 +1,314 @@
+// The subset of Win32 that the program uses, with its real names, signatures and values. Include it
+// through platform/win32.h only.
+//
+// A line that begins with "Here:" says where this layer differs from Windows. Texts ("A" calls) are
+// UTF-8. A call that nothing uses any more leaves this file.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// --- Types ---------------------------------------------------------------------------------------
+
+#define CALLBACK
+#define WINAPI
+
+using BOOL = int;
+using BYTE = std::uint8_t;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using UINT = unsigned int;
+using LONG = std::int32_t;
+using ATOM = WORD;
+using COLORREF = DWORD; // 0x00BBGGRR
+using LPSTR = char*;
+using LPCSTR = const char*;
+using LPVOID = void*;
+using INT_PTR = std::intptr_t;
+using UINT_PTR = std::uintptr_t;
+using LONG_PTR = std::intptr_t;
+using WPARAM = UINT_PTR;
+using LPARAM = LONG_PTR;
+using LRESULT = LONG_PTR;
+
+#define FALSE 0
+#define TRUE 1
+
+// Handles are opaque; each kind is a type of its own, so that the compiler tells them apart.
+using HANDLE = void*;
+using HGDIOBJ = void*;
+using HWND = struct HWND__*;
+using HDC = struct HDC__*;
+using HPEN = struct HPEN__*;
+using HBRUSH = struct HBRUSH__*;
+using HBITMAP = struct HBITMAP__*;
+using HMENU = struct HMENU__*;
+using HACCEL = struct HACCEL__*;
+using HINSTANCE = struct HINSTANCE__*;
+using HICON = struct HICON__*;
+using HCURSOR = HICON;
+
+struct POINT {
+    LONG x;
+    LONG y;
+};
+
+struct RECT {
+    LONG left;
+    LONG top;
+    LONG right;
+    LONG bottom;
+};
+
+struct MSG {
+    HWND hwnd;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    DWORD time;
+    POINT pt;
+};
+
+struct PAINTSTRUCT {
+    HDC hdc;
+    BOOL fErase;
+    RECT rcPaint;
+};
+
+using WNDPROC = LRESULT(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+
+struct WNDCLASSEXA {
+    UINT cbSize;
+    UINT style;
+    WNDPROC lpfnWndProc;
+    int cbClsExtra; // Here: must be 0.
+    int cbWndExtra;
+    HINSTANCE hInstance;
+    HICON hIcon;
+    HCURSOR hCursor;
+    HBRUSH hbrBackground; // a system colour + 1, or a brush
+    LPCSTR lpszMenuName;
+    LPCSTR lpszClassName;
+    HICON hIconSm;
+};
+
+struct NMHDR {
+    HWND hwndFrom;
+    UINT_PTR idFrom;
+    UINT code;
+};
+
+struct NMUPDOWN {
+    NMHDR hdr;
+    int iPos;
+    int iDelta;
+};
+
+// clang-format off
+constexpr WORD LOWORD(std::uintptr_t v) { return static_cast<WORD>(v & 0xFFFFU); }
+constexpr WORD HIWORD(std::uintptr_t v) { return static_cast<WORD>((v >> 16U) & 0xFFFFU); }
+constexpr WPARAM MAKEWPARAM(unsigned low, unsigned high) { return (low & 0xFFFFU) | ((high & 0xFFFFU) << 16U); }
+constexpr LPARAM MAKELPARAM(unsigned low, unsigned high) { return static_cast<LPARAM>(MAKEWPARAM(low, high)); }
+constexpr COLORREF RGB(unsigned r, unsigned g, unsigned b) { return (r & 0xFFU) | ((g & 0xFFU) << 8U) | ((b & 0xFFU) << 16U); }
+inline LPSTR MAKEINTRESOURCEA(WORD id) { return reinterpret_cast<LPSTR>(static_cast<UINT_PTR>(id)); }
+
+// --- Constants -----------------------------------------------------------------------------------
+
+// Window messages
+constexpr UINT WM_CREATE = 0x0001;
+constexpr UINT WM_DESTROY = 0x0002;
+constexpr UINT WM_SIZE = 0x0005;
+constexpr UINT WM_PAINT = 0x000F;
+constexpr UINT WM_CLOSE = 0x0010;
+constexpr UINT WM_QUIT = 0x0012;
+constexpr UINT WM_ERASEBKGND = 0x0014;
+constexpr UINT WM_NOTIFY = 0x004E;
+constexpr UINT WM_NCDESTROY = 0x0082;
+constexpr UINT WM_KEYDOWN = 0x0100;
+constexpr UINT WM_CHAR = 0x0102;
+constexpr UINT WM_SYSKEYDOWN = 0x0104;
+constexpr UINT WM_SYSCHAR = 0x0106;
+constexpr UINT WM_INITDIALOG = 0x0110;
+constexpr UINT WM_COMMAND = 0x0111;
+constexpr UINT WM_HSCROLL = 0x0114;
+constexpr UINT WM_INITMENU = 0x0116;
+constexpr UINT WM_INITMENUPOPUP = 0x0117;
+constexpr UINT WM_MOUSEMOVE = 0x0200;
+constexpr UINT WM_LBUTTONDOWN = 0x0201;
+constexpr UINT WM_LBUTTONUP = 0x0202;
+constexpr UINT WM_LBUTTONDBLCLK = 0x0203;
+constexpr UINT WM_RBUTTONDOWN = 0x0204;
+constexpr UINT WM_RBUTTONUP = 0x0205;
+constexpr UINT WM_RBUTTONDBLCLK = 0x0206;
+constexpr UINT WM_USER = 0x0400;
+
+// Mouse message flags
+constexpr WPARAM MK_LBUTTON = 0x0001;
+constexpr WPARAM MK_RBUTTON = 0x0002;
+constexpr WPARAM MK_SHIFT = 0x0004;
+constexpr WPARAM MK_CONTROL = 0x0008;
+
+// Window and class styles
+constexpr DWORD WS_OVERLAPPED = 0x00000000;
+constexpr DWORD WS_VISIBLE = 0x10000000;
+constexpr DWORD WS_CAPTION = 0x00C00000;
+constexpr DWORD WS_SYSMENU = 0x00080000;
+constexpr DWORD WS_THICKFRAME = 0x00040000;
+constexpr DWORD WS_MINIMIZEBOX = 0x00020000;
+constexpr DWORD WS_MAXIMIZEBOX = 0x00010000;
+constexpr DWORD WS_OVERLAPPEDWINDOW = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+constexpr DWORD WS_EX_WINDOWEDGE = 0x00000100;
+constexpr DWORD WS_EX_CLIENTEDGE = 0x00000200; // Here: drawn by no frame of its own.
+constexpr DWORD WS_EX_OVERLAPPEDWINDOW = WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE;
+constexpr UINT CS_VREDRAW = 0x0001;
+constexpr UINT CS_HREDRAW = 0x0002;
+constexpr UINT CS_DBLCLKS = 0x0008;
+constexpr int SW_HIDE = 0;
+constexpr int SW_SHOWNORMAL = 1;
+constexpr int SW_SHOW = 5;
+
+constexpr UINT RDW_INVALIDATE = 0x0001;
+constexpr UINT RDW_ERASE = 0x0004;
+constexpr UINT SPI_GETWORKAREA = 0x0030;
+
+constexpr int COLOR_WINDOW = 5;
+constexpr int WHITE_BRUSH = 0;
+constexpr int BLACK_BRUSH = 4;
+constexpr int BLACK_PEN = 7;
+constexpr int PS_SOLID = 0;
+constexpr int HORZRES = 8;
+constexpr int VERTRES = 10;
+constexpr int HALFTONE = 4;
+constexpr DWORD SRCCOPY = 0x00CC0020;
+constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
+constexpr UINT DT_BOTTOM = 0x0008;
+constexpr UINT DT_SINGLELINE = 0x0020;
+constexpr UINT DT_NOPREFIX = 0x0800;
+
+constexpr int IDOK = 1;
+constexpr int IDCANCEL = 2;
+
+// Controls
+constexpr WORD BN_CLICKED = 0;
+constexpr UINT BM_CLICK = 0x00F5;
+constexpr UINT TBM_GETPOS = WM_USER;
+constexpr UINT TBM_GETRANGEMIN = WM_USER + 1;
+constexpr UINT TBM_GETRANGEMAX = WM_USER + 2;
+constexpr UINT TBM_SETPOS = WM_USER + 5;
+constexpr UINT TBM_SETRANGE = WM_USER + 6;
+constexpr UINT TBM_SETTICFREQ = WM_USER + 20;
+constexpr UINT TBM_SETPAGESIZE = WM_USER + 21;
+constexpr UINT TBM_SETLINESIZE = WM_USER + 23;
+constexpr WORD TB_LINEUP = 0;
+constexpr WORD TB_LINEDOWN = 1;
+constexpr WORD TB_PAGEUP = 2;
+constexpr WORD TB_PAGEDOWN = 3;
+constexpr WORD TB_THUMBPOSITION = 4;
+constexpr WORD TB_THUMBTRACK = 5;
+constexpr WORD TB_TOP = 6;
+constexpr WORD TB_BOTTOM = 7;
+constexpr WORD TB_ENDTRACK = 8;
+constexpr UINT UDM_SETBUDDY = WM_USER + 105;
+constexpr UINT UDM_GETBUDDY = WM_USER + 106;
+constexpr UINT UDN_DELTAPOS = static_cast<UINT>(-722);
+
+// Errors
+constexpr DWORD ERROR_SUCCESS = 0;
+constexpr DWORD ERROR_INVALID_WINDOW_HANDLE = 1400;
+constexpr DWORD ERROR_CANNOT_FIND_WND_CLASS = 1407;
+constexpr DWORD ERROR_CLASS_ALREADY_EXISTS = 1410;
+constexpr DWORD ERROR_INVALID_INDEX = 1413;
+// clang-format on
+
+inline const LPSTR IDC_ARROW = MAKEINTRESOURCEA(32512);
+inline const LPSTR IDC_WAIT = MAKEINTRESOURCEA(32514);
+
+// --- Calls ---------------------------------------------------------------------------------------
+
+extern "C" {
+
+// The program's entry point, which the layer calls once its own start-up is done.
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR command_line, int show);
+
+DWORD GetLastError();
+void SetLastError(DWORD error);
+HINSTANCE GetModuleHandleA(LPCSTR name); // Here: null only, the program itself.
+
+// Resources. They live as long as the process; nothing releases them.
+int LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size);
+HACCEL LoadAcceleratorsA(HINSTANCE instance, LPCSTR name);
+HICON LoadIconA(HINSTANCE instance, LPCSTR name);
+HCURSOR LoadCursorA(HINSTANCE instance, LPCSTR name);
+HCURSOR SetCursor(HCURSOR cursor); // Here: holds until set again, over every window.
+
+// Window classes and windows
+ATOM RegisterClassExA(const WNDCLASSEXA* window_class);
+// Here: top-level windows of registered classes only.
+HWND CreateWindowExA(DWORD extended_style, LPCSTR class_name, LPCSTR title, DWORD style, int x,
+                     int y, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
+                     LPVOID parameter);
+BOOL DestroyWindow(HWND window);
+BOOL IsWindow(HWND window);
+BOOL ShowWindow(HWND window, int show);
+BOOL UpdateWindow(HWND window);
+BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
+BOOL GetClientRect(HWND window, RECT* rect);
+BOOL GetWindowRect(HWND window, RECT* rect);
+HWND GetDesktopWindow();
+LONG_PTR GetWindowLongPtrA(HWND window, int index); // Here: bytes of the window's own only.
+LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
+LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+BOOL SystemParametersInfoA(UINT action, UINT parameter, void* data, UINT flags);
+
+// Messages
+BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last); // Here: no filter.
+int TranslateAcceleratorA(HWND window, HACCEL accelerators, MSG* message);
+BOOL TranslateMessage(const MSG* message);
+LRESULT DispatchMessageA(const MSG* message);
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+BOOL PostMessageA(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+void PostQuitMessage(int exit_code);
+
+// Dialogs
+INT_PTR DialogBoxParamA(HINSTANCE instance, LPCSTR name, HWND owner, DLGPROC procedure,
+                        LPARAM parameter);
+BOOL EndDialog(HWND dialog, INT_PTR result);
+HWND GetDlgItem(HWND dialog, int id);
+int GetDlgCtrlID(HWND control);
+BOOL SetDlgItemTextA(HWND dialog, int id, LPCSTR text);
+UINT GetDlgItemTextA(HWND dialog, int id, LPSTR buffer, int size);
+
+// Painting
+HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
+BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
+BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
+BOOL RedrawWindow(HWND window, const RECT* rect, void* region, UINT flags); // Here: no region.
+HDC GetDC(HWND window);
+int ReleaseDC(HWND window, HDC device);
+HDC CreateCompatibleDC(HDC device);
+BOOL DeleteDC(HDC device);
+HBITMAP CreateCompatibleBitmap(HDC device, int width, int height);
+int GetDeviceCaps(HDC device, int index);
+int SetStretchBltMode(HDC device, int mode);
+
+HGDIOBJ GetStockObject(int object);
+HPEN CreatePen(int style, int width, COLORREF color);
+HBRUSH CreateSolidBrush(COLORREF color);
+HGDIOBJ SelectObject(HDC device, HGDIOBJ object);
+BOOL DeleteObject(HGDIOBJ object);
+
+BOOL MoveToEx(HDC device, int x, int y, POINT* previous);
+BOOL LineTo(HDC device, int x, int y);
+int FillRect(HDC device, const RECT* rect, HBRUSH brush);
+int FrameRect(HDC device, const RECT* rect, HBRUSH brush);
+BOOL BitBlt(HDC device, int x, int y, int width, int height, HDC source, int source_x, int source_y,
+            DWORD operation);
+BOOL RectVisible(HDC device, const RECT* rect);
+COLORREF GetPixel(HDC device, int x, int y);
+int DrawTextA(HDC device, LPCSTR text, int length, RECT* rect, UINT format);
+
+BOOL OffsetRect(RECT* rect, int dx, int dy);
+BOOL PtInRect(const RECT* rect, POINT point);
+
+} // extern "C"

@@ -1,0 +1,120 @@
+// What a window handle stands for.
+#pragma once
+
+#include "platform/qt/gdi_objects.h"
+#include "platform/win32.h"
+
+#include <QPointer>
+#include <QRegion>
+#include <QWidget>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+struct DeviceContext;
+
+// A registered window class.
+struct WindowClass {
+    std::string name;
+    UINT style;
+    WNDPROC procedure;
+    std::size_t extra_bytes;
+    std::uint16_t menu;
+    bool has_background;
+    std::uint32_t background; // pixel
+    HICON icon;
+};
+
+// The class with this name, or null.
+const WindowClass* find_window_class(const std::string& name);
+
+// Anything with a window handle: a top-level window, a dialog or a control. It is kept by the
+// registry of windows until it is destroyed; whoever may be in one of its calls at that moment
+// holds it through a shared pointer.
+class Window : public std::enable_shared_from_this<Window> {
+  public:
+    struct Update {
+        QRegion region;
+        bool erase = false;
+    };
+
+    Window();
+    virtual ~Window();
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    HWND handle() const { return handle_; }
+    virtual QWidget* widget() const = 0;
+
+    // Answers a message that was sent or dispatched to this window.
+    virtual LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) = 0;
+
+    // Takes the window off the screen and its widget apart; WM_DESTROY has been answered.
+    virtual void dismantle() = 0;
+
+    // Client area, in device pixels.
+    virtual QSize client_size() const { return widget()->size(); }
+    Surface& surface() { return surface_; }
+
+    // Copies a part of the surface to the screen, soon.
+    virtual void show_surface(const QRegion&) {}
+
+    // What waits to be painted.
+    void invalidate(const QRegion& region, bool erase);
+    bool wants_paint() const;
+    Update take_update();
+
+    // The modal dialog's owner takes no input meanwhile. Counted, as dialogs may follow each other.
+    bool enabled() const { return blockers_ == 0; }
+    void block() { ++blockers_; }
+    void unblock() { --blockers_; }
+
+    // Device contexts open on this window.
+    void open(DeviceContext* device) { devices_.push_back(device); }
+    void close(DeviceContext* device) { std::erase(devices_, device); }
+
+    std::vector<std::byte>& extra() { return extra_; }
+
+  protected:
+    // Gives the surface another size, keeping what it shows.
+    void resize_surface(QSize size, std::uint32_t background);
+
+  private:
+    HWND handle_;
+    Surface surface_;
+    Update update_;
+    int blockers_ = 0;
+    std::vector<DeviceContext*> devices_;
+    std::vector<std::byte> extra_; // the window's own bytes: SetWindowLongPtrA
+};
+
+// The window of a handle, or null when there is none (any more).
+Window* window_of(HWND handle);
+
+// Gives a window to the registry, which keeps it until it is destroyed.
+void keep_window(std::shared_ptr<Window> window);
+
+// Takes a window out of the registry, and what is queued for it.
+void forget_window(HWND handle);
+
+// Destroys a window as DestroyWindow does: its dialogs first, then WM_DESTROY and WM_NCDESTROY, and
+// the handle is gone.
+void destroy_window(Window& window);
+
+// Windows that want WM_PAINT: the next one, or null.
+Window* next_window_to_paint();
+
+// The top-level window or control that a widget belongs to, or null.
+Window* window_of_widget(const QWidget* widget);
+
+// The desktop's handle: it has a rectangle and nothing else.
+HWND desktop_handle();
+
+// Sends a message; 0 when the window is gone.
+LRESULT send_message(HWND handle, UINT message, WPARAM wparam, LPARAM lparam);
+
+} // namespace platform

@@ -1,0 +1,34 @@
+# Sourced by the other scripts: makes sure of the Debian packages that a job needs.
+
+# pelmora_packages PACKAGE...: installs what is missing, with sudo when not root. On a system without
+# apt it lists what is wanted and goes on, since the programs may be there under other names.
+pelmora_packages() {
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        echo "This is no Debian or Ubuntu; make sure that you have the equivalents of: $*" >&2
+        return 0
+    fi
+    local missing=() package
+    for package in "$@"; do
+        if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+            missing+=("$package")
+        fi
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Please install, as root: apt-get install ${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    echo "Installing: ${missing[*]}"
+    "${as_root[@]}" apt-get update -q
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
+
+# What building and starting the program needs.
+pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutils-mingw-w64-x86-64
+    fonts-dejavu-core)
