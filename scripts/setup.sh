@@ -32,3 +32,17 @@ pelmora_packages() {
 # What building and starting the program needs.
 pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutils-mingw-w64-x86-64
     fonts-dejavu-core)
+
+# What the tests and the guided tour need besides.
+pelmora_test_packages=(libgtest-dev xvfb xauth openbox)
+
+# pelmora_build ROOT PRESET [TARGET...]: configures and builds; nothing to do is quick.
+pelmora_build() {
+    local root=$1 preset=$2
+    shift 2
+    (
+        cd "$root"
+        [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+        if [ $# -gt 0 ]; then cmake --build "build/$preset" --target "$@"; else cmake --build "build/$preset"; fi
+    )
+}

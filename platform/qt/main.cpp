@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QByteArray>
+#include <QStringList>
 
 #include <unistd.h>
 
@@ -33,5 +34,6 @@ int main(int argc, char* argv[]) {
     QApplication::setQuitOnLastWindowClosed(false); // the program's loop decides
     platform::KeyFilter keys;
     application.installEventFilter(&keys);
-    return WinMain(nullptr, nullptr, nullptr, SW_SHOWNORMAL);
+    QByteArray command_line = QApplication::arguments().mid(1).join(' ').toUtf8();
+    return WinMain(nullptr, nullptr, command_line.data(), SW_SHOWNORMAL);
 }

@@ -1,0 +1,23 @@
+// Selection, crossover of two parents, and the generation step.
+#pragma once
+
+#include "evolve/grow.h"
+#include "evolve/population.h"
+
+namespace pelmora {
+
+// The index of a lifer, chosen with a probability proportional to its fitness. Takes one number
+// from the stream. Needs the fitness sums of pop_statistics() or pop_sum_fitness().
+std::int32_t pop_select(const Population* pop);
+
+// Makes two children, whose programs must be null, from two parents of `pop`: copies, or with
+// probability PCROSS the results of a crossover, with probability PMUTATE one with a mutant. The
+// first child is in parent B's line, the second in parent A's. Mutants are grown from `budget`.
+void pop_cross(const Population* pop, const Lifer* parent_a, const Lifer* parent_b, Lifer* child_a,
+               Lifer* child_b, GrowthBudget* budget);
+
+// Fills every lifer of `next`, without programs before, with a child of `cur`, whose statistics
+// must be current. Both have the same size.
+void pop_breed(const Population* cur, Population* next);
+
+} // namespace pelmora

@@ -1,0 +1,33 @@
+// The one stream of random numbers: a subtractive lagged-Fibonacci generator over real numbers,
+// x[n] = (x[n-55] - x[n-24]) mod 1, refilled 55 at a time (Knuth, The Art of Computer Programming,
+// volume 2, 3.2.2). Process-wide: all populations share it.
+#pragma once
+
+#include <cstdint>
+
+namespace pelmora {
+
+// Where rng_clock_seed() reads the time: milliseconds of any running counter.
+using TickSource = std::uint32_t (*)();
+
+// Replaces the tick source, for runs that must always see the same turtles; null restores the
+// system's clock.
+void rng_set_tick_source(TickSource source);
+
+// A seed in [0, 1) from the low 11 bits of the tick source.
+double rng_clock_seed();
+
+// Restarts the stream from `seed` in [0, 1). Table entry 34 is not written: it keeps what the
+// earlier stream left there (0 at program start) and takes part in the new one.
+void rng_seed(double seed);
+
+// The next number in [0, 1).
+double rng_draw();
+
+// 1 with probability `p`, else 0. Takes no number from the stream when p is 1 or more.
+int rng_coin(double p);
+
+// A number from low to high, both included. Takes no number from the stream when low >= high.
+std::int32_t rng_range(std::int32_t low, std::int32_t high);
+
+} // namespace pelmora

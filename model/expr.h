@@ -1,0 +1,73 @@
+// Turtle programs as trees: nodes, their allocation, copies, walks, counts and picks.
+//
+// Nothing here recurses on the machine stack: a program may be nested a million levels deep.
+#pragma once
+
+#include "model/instruction.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+namespace pelmora {
+
+// One node of a program. A terminal has no children; every child's `slot` points at the element of
+// its parent's `children` that points back to it; no element is null. A tree has one owner.
+struct ExprNode {
+    NodeKind kind;
+    OpCode op;
+    std::int16_t count;  // number of children
+    ExprNode** children; // null while the node has no array
+    ExprNode** slot;     // the cell that holds this node; null for a root that nothing holds yet
+};
+
+// A new node of `kind`, every other field zero or null. Memory exhaustion is fatal: "fatal - out of
+// memory" on the error log and exit status 2.
+ExprNode* expr_new_node(NodeKind kind);
+
+// A new array of `n` (0 or more) null pointers, to be stored in a node's `children`. Memory
+// exhaustion is fatal: "fatal - allocating %d children" and exit status 2.
+ExprNode** expr_new_children(int n);
+
+// A new node with the same kind, op and count, without children and slot.
+ExprNode* expr_copy_node(const ExprNode* node);
+
+// A deep copy; its root's slot is null, for the caller to link.
+ExprNode* expr_copy_tree(const ExprNode* root);
+
+// Releases the node and its children array, not the children. Null is allowed. Returns true.
+bool expr_free_node(ExprNode* node);
+
+// Releases the whole tree. Null is allowed. Needs no memory.
+void expr_free_tree(ExprNode* root);
+
+// The number of nodes of both kinds; of function nodes.
+int expr_count_nodes(const ExprNode* root);
+int expr_count_functions(const ExprNode* root);
+
+// The node at position n, counted from 0, of the pre-order sequence; the sequence's last node when
+// there are not so many.
+ExprNode* expr_nth_node(ExprNode* root, int n);
+
+// The function node at position n among the function nodes of the pre-order sequence; the last node
+// of the whole sequence, maybe a terminal, when there are not so many.
+ExprNode* expr_nth_function(ExprNode* root, int n);
+
+// Stores `tree` in `cell` and makes that cell its slot. The cell's old content is not released.
+// A null tree empties the cell.
+void expr_place(ExprNode** cell, ExprNode* tree);
+
+// What is allocated and not yet released, over all trees.
+struct ExprLive {
+    std::size_t nodes;
+    std::size_t arrays;
+};
+ExprLive expr_live();
+
+// Owner of a whole tree that no record owns yet.
+struct ExprTreeRelease {
+    void operator()(ExprNode* root) const { expr_free_tree(root); }
+};
+using ExprTree = std::unique_ptr<ExprNode, ExprTreeRelease>;
+
+} // namespace pelmora

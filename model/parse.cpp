@@ -1,0 +1,185 @@
+#include "model/parse.h"
+
+#include "model/work_stack.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace pelmora {
+namespace {
+
+constexpr std::size_t kMaxChildren = 64; // a block that has read so many reads no more
+constexpr std::size_t kSymbolBytes = 128;
+constexpr std::size_t kSymbolLimit = 127;
+
+bool is_space(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+const char* skip_space(const char* at) {
+    while (is_space(*at)) {
+        ++at;
+    }
+    return at;
+}
+
+// Reads up to the next white space. `buffer` stays empty when there is no symbol or it has `limit`
+// characters or more; the cursor then stands after the characters looked at.
+void parse_symbol(const char*& cursor, char* buffer, std::size_t limit) {
+    const char* start = cursor;
+    std::size_t length = 0;
+    while (length < limit && start[length] != '\0' && !is_space(start[length])) {
+        ++length;
+    }
+    cursor = start + length;
+    if (length == limit) {
+        length = 0;
+    }
+    std::memcpy(buffer, start, length);
+    buffer[length] = '\0';
+}
+
+// Reads "( NAME", and of a terminal its ")" as well. Null when there is no such node. The cursor
+// stands on the "(".
+ExprNode* parse_node(const char*& cursor) {
+    const char* entry = cursor;
+    cursor = skip_space(cursor + 1);
+    if (*cursor == ')' || *cursor == '\0') {
+        std::fprintf(stderr, "ERROR: EMPTY EXPRESSION <%.32s>\n", entry);
+        return nullptr;
+    }
+    char symbol[kSymbolBytes];
+    parse_symbol(cursor, symbol, kSymbolLimit);
+    if (symbol[0] == '\0') {
+        std::fprintf(stderr, "ERROR: BAD SYMBOL <%.32s>\n", cursor);
+        return nullptr;
+    }
+    const OpCode op = op_lookup(symbol);
+    if (op == NO_OP) {
+        std::fprintf(stderr, "parse_sub_tree: UNKNOWN OP '%.64s' @ <%.64s>\n", symbol, cursor);
+        return nullptr;
+    }
+    ExprNode* node = expr_new_node(op_kind(op));
+    node->op = op;
+    if (node->kind == TERMINAL) {
+        cursor = skip_space(cursor);
+        if (*cursor == ')') {
+            ++cursor;
+        } else {
+            std::fprintf(stderr, "ERROR: TERMINAL Not terminated! <%.96s>\n", entry);
+        }
+    }
+    return node;
+}
+
+// The function nodes whose children are being read, the innermost on top.
+class OpenBlocks {
+  public:
+    [[nodiscard]] bool empty() const { return blocks_.empty(); }
+
+    // Opens the block of `node`, whose text begins at `text`.
+    void open(ExprNode* node, const char* text) {
+        blocks_.push({node, text, children_.size(), false});
+    }
+
+    // Gives the innermost block its next child, null for one that could not be read.
+    void add(ExprNode* child, const char* cursor) {
+        Block& block = blocks_.top();
+        if (child == nullptr) {
+            std::fprintf(stderr, "ERROR: BAD CHILD - <%.32s>\nEXPR: %.96s\n", cursor, block.text);
+            block.ended = true;
+            return;
+        }
+        children_.push(child);
+        block.ended = children_.size() - block.first == kMaxChildren;
+    }
+
+    // Whether the innermost block has another child, on which the cursor then stands.
+    bool at_child(const char*& cursor) {
+        if (blocks_.top().ended) {
+            return false;
+        }
+        cursor = skip_space(cursor);
+        if (*cursor != '(' && *cursor != ')') {
+            std::fprintf(stderr, "ERROR: parse_expr_block: BAD CHILD EXPR <%.64s>\n", cursor);
+        }
+        return *cursor == '(';
+    }
+
+    // Ends the innermost block: its node, with the children if the block is closed here.
+    ExprNode* close(const char*& cursor) {
+        const Block block = blocks_.pop();
+        const std::size_t count = children_.size() - block.first;
+        ExprNode** children = children_.at(block.first);
+        if (*cursor == ')') {
+            attach(block.node, children, count);
+            ++cursor;
+        } else {
+            std::fprintf(stderr, "parse_expr_block: UNSUCCESSFUL\n");
+            std::for_each_n(children, count, expr_free_tree);
+        }
+        children_.shrink(block.first);
+        if (count == kMaxChildren) {
+            std::fprintf(stderr, "ERROR: TOO MANY CHILDREN - <%.32s>\nEXPR: %.96s\n", cursor,
+                         block.text);
+        }
+        return block.node;
+    }
+
+  private:
+    struct Block {
+        ExprNode* node;
+        const char* text;
+        std::size_t first; // of its children in children_
+        bool ended;        // reads no more children
+    };
+
+    static void attach(ExprNode* node, ExprNode* const* children, std::size_t count) {
+        node->children = expr_new_children(static_cast<int>(count));
+        node->count = static_cast<std::int16_t>(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            expr_place(node->children + i, children[i]);
+        }
+    }
+
+    WorkStack<Block> blocks_;
+    // Of all open blocks: those of an inner block lie above those of the block around it, so that
+    // a deep text costs no list of 64 a level.
+    WorkStack<ExprNode*> children_;
+};
+
+// The node on whose "(" the cursor stands, with everything below it, or null.
+ExprNode* parse_sub_tree(const char*& cursor) {
+    OpenBlocks blocks;
+    for (;;) {
+        ExprNode* node = parse_node(cursor);
+        if (node != nullptr && node->kind == FUNCTION) {
+            blocks.open(node, cursor);
+        } else if (blocks.empty()) {
+            return node;
+        } else {
+            blocks.add(node, cursor);
+        }
+        while (!blocks.at_child(cursor)) {
+            ExprNode* done = blocks.close(cursor);
+            if (blocks.empty()) {
+                return done;
+            }
+            blocks.add(done, cursor);
+        }
+    }
+}
+
+} // namespace
+
+ExprNode* parse_expr(const char* text) {
+    const char* cursor = std::strchr(text, '(');
+    if (cursor == nullptr) {
+        std::fprintf(stderr, "ERROR: PARSE EXPR has no opening paren!\n");
+        return nullptr;
+    }
+    return parse_sub_tree(cursor);
+}
+
+} // namespace pelmora

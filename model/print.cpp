@@ -1,0 +1,140 @@
+#include "model/print.h"
+
+#include "model/walk.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace pelmora {
+namespace {
+
+constexpr std::size_t kTextIndent = 3;
+constexpr std::size_t kFileIndent = 4;
+
+using ConstCell = const ExprNode* const*;
+
+// A zero-terminated text that grows. Not the owner of its memory: that goes to the caller.
+struct TextBuffer {
+    char* data = nullptr;
+    std::size_t length = 0;
+    std::size_t capacity = 0;
+
+    // Makes room for `more` characters and the terminating zero. By doubling, so that the text is
+    // not copied once for every piece; by what is needed alone when there is no memory for that.
+    bool reserve(std::size_t more) {
+        const std::size_t needed = length + more + 1;
+        return needed <= capacity || resize(std::max(needed, capacity * 2)) || resize(needed);
+    }
+
+    bool resize(std::size_t bytes) {
+        void* memory = std::realloc(data, bytes);
+        if (memory == nullptr) {
+            return false;
+        }
+        data = static_cast<char*>(memory);
+        capacity = bytes;
+        return true;
+    }
+
+    // Needs room.
+    void append(std::size_t indent, const char* text) {
+        const std::size_t bytes = std::strlen(text) + 1;
+        std::memset(data + length, ' ', indent);
+        std::memcpy(data + length + indent, text, bytes);
+        length += indent + bytes - 1;
+    }
+};
+
+// In pieces, not by a printf width: that counts in int and is slow.
+void write_blanks(std::FILE* file, std::size_t count) {
+    static constexpr char kBlanks[] =
+        "                                                                ";
+    constexpr std::size_t kPiece = sizeof kBlanks - 1;
+    for (; count > kPiece; count -= kPiece) {
+        std::fwrite(kBlanks, 1, kPiece, file);
+    }
+    std::fwrite(kBlanks, 1, count, file);
+}
+
+} // namespace
+
+// The closing lines of the functions still open are reserved before their children are written: so
+// they can be appended whenever memory runs out, and what was built is a whole program. Once it ran
+// out nothing is begun any more, even if it would fit: a text without holes is worth more.
+char* expr_to_text(const ExprNode* root) {
+    TextBuffer text;
+    std::size_t owed = 0; // the length of those closing lines
+    Walk next = Walk::on;
+    if (!text.reserve(0)) {
+        return nullptr;
+    }
+    text.data[0] = '\0';
+    expr_walk(
+        ConstCell{&root},
+        [&](ConstCell cell, const WalkPlace& at) {
+            const bool function = (*cell)->kind == FUNCTION;
+            const char* name = op_name((*cell)->op);
+            const std::size_t indent = at.depth * kTextIndent;
+            const std::size_t closing = function ? indent + 2 : 0;
+            if (!text.reserve(indent + std::strlen(name) + 5 + owed + closing)) {
+                return next = Walk::out;
+            }
+            owed += closing;
+            text.append(indent, "( ");
+            text.append(0, name);
+            text.append(0, function ? "\n" : " )\n");
+            return Walk::on;
+        },
+        [&](ConstCell cell, const WalkPlace& at) {
+            if ((*cell)->kind == FUNCTION) {
+                text.append(at.depth * kTextIndent, ")\n");
+                owed -= at.depth * kTextIndent + 2;
+            }
+            return next;
+        });
+    if (text.length == 0 && root != nullptr) {
+        std::free(text.data);
+        return nullptr;
+    }
+    return text.data;
+}
+
+void expr_write(const ExprNode* root, std::FILE* file) {
+    const auto indent = [&](const WalkPlace& at) { write_blanks(file, at.depth * kFileIndent); };
+    expr_walk(
+        ConstCell{&root},
+        [&](ConstCell cell, const WalkPlace& at) {
+            indent(at);
+            std::fputs("( ", file);
+            std::fputs(op_name((*cell)->op), file);
+            std::fputs((*cell)->kind == FUNCTION ? "\n" : " )\n", file);
+            return Walk::on;
+        },
+        [&](ConstCell cell, const WalkPlace& at) {
+            if ((*cell)->kind == FUNCTION) {
+                indent(at);
+                std::fputs(")\n", file);
+            }
+            return Walk::on;
+        });
+}
+
+void expr_write_line(const ExprNode* root, std::FILE* file) {
+    expr_walk(
+        ConstCell{&root},
+        [&](ConstCell cell, const WalkPlace&) {
+            std::fputs(" ( ", file);
+            std::fputs(op_name((*cell)->op), file);
+            if ((*cell)->kind == FUNCTION) {
+                std::fputc(' ', file);
+            }
+            return Walk::on;
+        },
+        [&](ConstCell, const WalkPlace&) {
+            std::fputs(" ) ", file);
+            return Walk::on;
+        });
+}
+
+} // namespace pelmora

@@ -1,0 +1,13 @@
+// Texts that outlive the buffer they were made from.
+#pragma once
+
+namespace pelmora {
+
+// A copy of `text`; null for null and when memory runs out. The caller releases it with free().
+char* StrDup(const char* text);
+
+// `first` followed by `second`, a null one counting as empty; null when memory runs out. The caller
+// releases it with free().
+char* StrJoin(const char* first, const char* second);
+
+} // namespace pelmora

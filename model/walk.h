@@ -1,0 +1,105 @@
+// Walks over a whole tree, for every operation that visits nodes. Loops, not recursion: the path to
+// the current node is kept on a stack that bounds the depth by memory alone; a stack that cannot
+// grow is fatal ("fatal - out of memory" on the error log, exit status 2).
+#pragma once
+
+#include "model/expr.h"
+#include "model/work_stack.h"
+
+#include <cstddef>
+
+namespace pelmora {
+
+// What a walk does after a visit.
+enum class Walk {
+    on,   // the children of the node come next, after them its leave
+    out,  // no more children of its parent, itself included: the parent's leave comes next
+    stop, // the walk ends here
+};
+
+// Where in the tree a walk stands. For the root, depth and index are 0 and the parent is null.
+struct WalkPlace {
+    std::size_t depth;
+    const ExprNode* parent;
+    std::ptrdiff_t index; // among the children of the parent
+};
+
+// Walks the tree in the cell `root`, in child order. Every node is entered before its children and
+// left after them: Walk enter(Cell, WalkPlace), Walk leave(Cell, WalkPlace), where after a leave
+// `out` drops the siblings that follow. False when a visit stopped the walk.
+//
+// A Cell is the place that holds the node: `ExprNode**`, and enter may then put another node there,
+// whose children are walked in place of the old one's; or a pointer to const that only looks. Leave
+// may release the node. A cell that holds null is an empty tree.
+template <class Cell, class Enter, class Leave>
+bool expr_walk(Cell root, Enter enter, Leave leave) {
+    struct Siblings { // those not yet entered
+        Cell next;
+        Cell end;
+    };
+    if (*root == nullptr) {
+        return true;
+    }
+    WorkStack<Siblings> path; // the siblings of every node above `now`
+    Siblings now{root, root + 1};
+    const auto place = [&](Cell cell) {
+        if (path.empty()) {
+            return WalkPlace{0, nullptr, 0};
+        }
+        const ExprNode* parent = path.top().next[-1];
+        return WalkPlace{path.size(), parent, cell - Cell{parent->children}};
+    };
+    const auto follow = [&](Walk result) {
+        if (result == Walk::out) {
+            now.next = now.end;
+        }
+        return result != Walk::stop;
+    };
+    for (;;) {
+        while (now.next != now.end) {
+            const Cell cell = now.next++;
+            const Walk result = enter(cell, place(cell));
+            if (result != Walk::on) {
+                if (!follow(result)) {
+                    return false;
+                }
+            } else if ((*cell)->count > 0) {
+                path.push(now);
+                now = {(*cell)->children, (*cell)->children + (*cell)->count};
+            } else if (!follow(leave(cell, place(cell)))) {
+                return false;
+            }
+        }
+        if (path.empty()) {
+            return true;
+        }
+        now = path.pop();
+        const Cell left = now.next - 1;
+        if (!follow(leave(left, place(left)))) {
+            return false;
+        }
+    }
+}
+
+// Visits a node before its children, `visit(Node*)` returning true to go on. False as soon as a
+// visit returned false.
+template <class Node, class Visit>
+bool expr_walk_preorder(Node* root, Visit visit) {
+    using Cell = Node* const*;
+    return expr_walk(
+        Cell{&root},
+        [&](Cell cell, const WalkPlace&) { return visit(*cell) ? Walk::on : Walk::stop; },
+        [](Cell, const WalkPlace&) { return Walk::on; });
+}
+
+// Visits a node after its children. False as soon as a visit returned false. The visit may release
+// the node.
+template <class Node, class Visit>
+bool expr_walk_postorder(Node* root, Visit visit) {
+    using Cell = Node* const*;
+    return expr_walk(
+        Cell{&root}, [](Cell, const WalkPlace&) { return Walk::on; },
+        [&](Cell cell, const WalkPlace&) { return visit(*cell) ? Walk::on : Walk::stop; });
+}
+
+} // namespace pelmora

@@ -1,0 +1,16 @@
+// The running program: its instance and its main window, set once at start-up.
+#pragma once
+
+#include "platform/win32.h"
+
+namespace pelmora {
+
+// Where resources are loaded from. The platform may give null, which is a valid instance.
+HINSTANCE AppInstance();
+void SetAppInstance(HINSTANCE instance);
+
+// The main window; null until it was created. It stays set after the window was destroyed.
+HWND MainWindow();
+void SetMainWindow(HWND window);
+
+} // namespace pelmora

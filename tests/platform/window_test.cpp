@@ -1,0 +1,446 @@
+// Windows, their messages and their dialogs, as the program relies on them.
+#include "resources/resource.h"
+#include "tests/support/user.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using user::Modifier;
+
+std::vector<std::string> log_lines;
+std::function<LRESULT(HWND, UINT, WPARAM)> on_message; // what a test wants to do besides logging
+
+std::string message_name(UINT message, WPARAM wparam, LPARAM lparam) {
+    const auto place = static_cast<std::uintptr_t>(lparam);
+    const std::string at = std::to_string(LOWORD(place)) + "," + std::to_string(HIWORD(place));
+    switch (message) {
+    case WM_CREATE:
+        return "create";
+    case WM_SIZE:
+        return "size " + at;
+    case WM_PAINT:
+        return "paint";
+    case WM_ERASEBKGND:
+        return "erase";
+    case WM_COMMAND:
+        return "command " + std::to_string(LOWORD(wparam)) + " from " +
+               std::to_string(HIWORD(wparam));
+    case WM_LBUTTONDOWN:
+        return "left " + std::to_string(wparam) + " at " + at;
+    case WM_LBUTTONDBLCLK:
+        return "double at " + at;
+    case WM_RBUTTONDOWN:
+        return "right " + std::to_string(wparam) + " at " + at;
+    case WM_CLOSE:
+        return "close";
+    case WM_DESTROY:
+        return "destroy";
+    default:
+        return message >= WM_USER ? "user " + std::to_string(message - WM_USER) : "";
+    }
+}
+
+LRESULT CALLBACK LoggingProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const std::string name = message_name(message, wparam, lparam);
+    if (!name.empty()) {
+        log_lines.push_back(name);
+    }
+    const LRESULT answer = on_message ? on_message(window, message, wparam) : 0;
+    return answer != 0 ? answer : DefWindowProcA(window, message, wparam, lparam);
+}
+
+std::vector<std::string> take_log() {
+    return std::exchange(log_lines, {});
+}
+
+// Runs the program's usual loop until the script is through.
+void run(user::Script& script) {
+    script.start();
+    HACCEL accelerators = LoadAcceleratorsA(nullptr, MAKEINTRESOURCEA(IDR_ACCELERATORS));
+    MSG message;
+    while (GetMessageA(&message, nullptr, 0, 0)) {
+        if (TranslateAcceleratorA(message.hwnd, accelerators, &message) == 0) {
+            TranslateMessage(&message);
+            DispatchMessageA(&message);
+        }
+    }
+}
+
+void end_script(const std::string& failure) {
+    EXPECT_EQ(failure, "");
+    PostQuitMessage(0);
+}
+
+// Handles what is waiting.
+void settle() {
+    user::Script script(end_script);
+    script.then("nothing", [] {});
+    run(script);
+}
+
+class Windows : public testing::Test {
+  protected:
+    Windows() {
+        WNDCLASSEXA logging{};
+        logging.cbSize = sizeof logging;
+        logging.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
+        logging.lpfnWndProc = LoggingProc;
+        logging.cbWndExtra = 16;
+        logging.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+        logging.lpszMenuName = MAKEINTRESOURCEA(IDR_LOGO_MENU);
+        logging.lpszClassName = "Logging";
+        RegisterClassExA(&logging); // known already after the first test
+        window_ =
+            CreateWindowExA(WS_EX_OVERLAPPEDWINDOW, "Logging", "A window", WS_OVERLAPPEDWINDOW, 20,
+                            20, 400, 300, nullptr, nullptr, nullptr, nullptr);
+        created_ = take_log();
+        ShowWindow(window_, SW_SHOWNORMAL);
+        UpdateWindow(window_);
+        settle();
+        take_log();
+    }
+    ~Windows() override {
+        on_message = nullptr;
+        DestroyWindow(window_);
+        settle();
+        take_log();
+    }
+
+    HWND window_;
+    std::vector<std::string> created_;
+};
+
+using Lines = std::vector<std::string>;
+
+TEST_F(Windows, AreMadeAndDestroyedInOrder) {
+    RECT client{};
+    GetClientRect(window_, &client);
+    EXPECT_EQ(created_, (Lines{"create", "size " + std::to_string(client.right) + "," +
+                                             std::to_string(client.bottom)}));
+    EXPECT_EQ(SetWindowLongPtrA(window_, 0, 77), 0);
+    EXPECT_EQ(SetWindowLongPtrA(window_, 8, 78), 0);
+    EXPECT_EQ(GetWindowLongPtrA(window_, 0), 77);
+    EXPECT_EQ(SetWindowLongPtrA(window_, 9, 1), 0); // would reach beyond the window's own bytes
+
+    PostMessageA(window_, WM_USER, 0, 0);
+    EXPECT_TRUE(DestroyWindow(window_));
+    EXPECT_FALSE(IsWindow(window_));
+    EXPECT_FALSE(DestroyWindow(window_));
+    EXPECT_FALSE(PostMessageA(window_, WM_USER, 0, 0));
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"destroy"})); // what was posted went with it
+}
+
+TEST_F(Windows, FaultyClassesAndWindowsAreRefused) {
+    WNDCLASSEXA again{};
+    again.lpszClassName = "Logging";
+    EXPECT_EQ(RegisterClassExA(&again), 0);
+    EXPECT_EQ(GetLastError(), ERROR_CLASS_ALREADY_EXISTS);
+    EXPECT_EQ(
+        CreateWindowExA(0, "No such class", "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
+        nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_CANNOT_FIND_WND_CLASS);
+    on_message = [](HWND, UINT message, WPARAM) { return message == WM_CREATE ? -1 : 0; };
+    EXPECT_EQ(CreateWindowExA(0, "Logging", "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
+              nullptr);
+    EXPECT_EQ(GetDC(reinterpret_cast<HWND>(12345)), nullptr);
+}
+
+TEST_F(Windows, PaintAfterEverythingElseAndEraseOnlyWhenAsked) {
+    const RECT part{10, 10, 20, 20};
+    InvalidateRect(window_, &part, FALSE);
+    PostMessageA(window_, WM_USER + 1, 0, 0);
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"user 1", "paint"}));
+
+    InvalidateRect(window_, &part, FALSE);
+    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+    UpdateWindow(window_);
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"paint", "erase"}));
+
+    user::resize(window_, 333, 222);
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"size 333,222", "paint", "erase"}));
+}
+
+TEST_F(Windows, DrawingOutsidePaintingStaysAndPaintingIsClipped) {
+    HBRUSH ink = CreateSolidBrush(RGB(1, 2, 3));
+    HDC dc = GetDC(window_);
+    const RECT left{0, 0, 50, 50};
+    FillRect(dc, &left, ink);
+    ReleaseDC(window_, dc);
+
+    on_message = [ink](HWND window, UINT message, WPARAM) -> LRESULT {
+        if (message != WM_PAINT) {
+            return 0;
+        }
+        PAINTSTRUCT paint;
+        HDC on = BeginPaint(window, &paint);
+        const RECT hidden{60, 0, 70, 70};
+        const RECT touched{119, 0, 121, 70};
+        EXPECT_FALSE(RectVisible(on, &hidden));
+        EXPECT_TRUE(RectVisible(on, &touched));
+        EXPECT_EQ(paint.rcPaint.left, 100);
+        EXPECT_EQ(paint.rcPaint.right, 140);
+        const RECT all{0, 0, 400, 400};
+        FillRect(on, &all, ink);
+        EndPaint(window, &paint);
+        return 1;
+    };
+    const RECT one{100, 0, 120, 30};
+    const RECT two{130, 10, 140, 40};
+    InvalidateRect(window_, &one, FALSE);
+    InvalidateRect(window_, &two, FALSE);
+    settle();
+    on_message = nullptr;
+    EXPECT_EQ(user::pixel(window_, 10, 10), RGB(1, 2, 3));
+    EXPECT_EQ(user::pixel(window_, 119, 29), RGB(1, 2, 3));
+    EXPECT_EQ(user::pixel(window_, 139, 39), RGB(1, 2, 3));
+    EXPECT_EQ(user::pixel(window_, 120, 10), RGB(255, 255, 255)); // between the two parts
+    EXPECT_EQ(user::pixel(window_, 119, 35), RGB(255, 255, 255));
+    InvalidateRect(window_, nullptr, TRUE);
+    settle();
+    EXPECT_EQ(user::pixel(window_, 10, 10), RGB(255, 255, 255));
+    DeleteObject(ink);
+}
+
+TEST_F(Windows, SurviveAnySizeAndDeviceContextsThatOutliveThem) {
+    HDC dc = GetDC(window_);
+    for (const auto& [width, height] : {std::pair(0, 0), {1, 1}, {20'000, 3}, {400, 300}}) {
+        user::resize(window_, width, height);
+        const RECT all{-5, -5, 30'000, 30'000};
+        FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+        settle();
+    }
+    DestroyWindow(window_);
+    LineTo(dc, 100, 100);
+    EXPECT_EQ(ReleaseDC(window_, dc), 1);
+}
+
+TEST_F(Windows, TheMouseBringsPlaceAndKeys) {
+    user::click(window_, 7, 9, user::Button::left, Modifier::shift);
+    user::click(window_, 300, 5, user::Button::right, Modifier::control);
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"left 5 at 7,9", "right 10 at 300,5"}));
+    user::double_click(window_, 8, 8);
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"left 1 at 8,8", "double at 8,8"}));
+    user::close(window_);
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"close", "destroy"}));
+}
+
+TEST_F(Windows, ShortcutsBecomeCommandsUnlessTheirEntryIsGreyed) {
+    for (const char* keys :
+         {"Ctrl+E", "Ctrl+Shift+E", "E", "Alt+E", "Ctrl+X", "Alt+/", "Alt+?", "/", "Ctrl+N"}) {
+        user::press(window_, keys);
+    }
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"command 32771 from 1", "command 104 from 1", "command 104 from 1",
+                                 "command 32774 from 1"}));
+}
+
+TEST_F(Windows, MenusShowTheirEntriesAndPostTheirCommands) {
+    const Lines menu = user::menu_lines(window_);
+    EXPECT_EQ(menu.at(0), "&File:");
+    EXPECT_EQ(menu.at(1), "&Evolve Population | Ctl+E");
+    EXPECT_NE(std::find(menu.begin(), menu.end(), "[Cut]"), menu.end());
+    EXPECT_TRUE(user::choose(window_, "File", "Revert Population"));
+    settle();
+    EXPECT_FALSE(user::choose(window_, "Edit", "Cut"));
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"command 32788 from 0"}));
+}
+
+// --- Dialogs -------------------------------------------------------------------------------------
+
+INT_PTR CALLBACK EndingProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_INITDIALOG) {
+        log_lines.push_back("init " + std::to_string(lparam));
+        return TRUE;
+    }
+    if (message == WM_COMMAND) {
+        log_lines.push_back("command " + std::to_string(LOWORD(wparam)));
+        EndDialog(dialog, 40 + LOWORD(wparam));
+        return TRUE;
+    }
+    return FALSE;
+}
+
+INT_PTR open_dialog(HWND owner, int id = IDD_ABOUT, DLGPROC procedure = EndingProc) {
+    return DialogBoxParamA(nullptr, MAKEINTRESOURCEA(static_cast<WORD>(id)), owner, procedure, 5);
+}
+
+TEST_F(Windows, DialogsEndByKeyButtonAndCloseBox) {
+    const std::pair<const char*, std::function<void(HWND)>> ways[] = {
+        {"command 1", [](HWND dialog) { user::press(dialog, "Return"); }},
+        {"command 1", [](HWND dialog) { user::click_control(dialog, IDOK); }},
+        {"command 2", [](HWND dialog) { user::press(dialog, "Esc"); }},
+        {"command 2", [](HWND dialog) { user::close(dialog); }},
+    };
+    for (const auto& [line, way] : ways) {
+        user::Script script(end_script);
+        INT_PTR result = 0;
+        script.then("open", [&] { PostMessageA(window_, WM_USER, 0, 0); });
+        on_message = [&](HWND window, UINT message, WPARAM) -> LRESULT {
+            if (message == WM_USER) {
+                result = open_dialog(window);
+            }
+            return 0;
+        };
+        script.await("the dialog", [] { return user::find_window("About") != nullptr; });
+        script.then("a key for the owner, which must not hear it", [&] {
+            user::press(window_, "Ctrl+E");
+            user::click(window_, 9, 9);
+        });
+        script.then("end it", [&, w = &way] { (*w)(user::find_window("About")); });
+        script.await("its end", [] { return user::find_window("About") == nullptr; });
+        run(script);
+        EXPECT_EQ(take_log(), (Lines{"user 0", "init 5", line}));
+        EXPECT_EQ(result, 40 + (std::strcmp(line, "command 1") == 0 ? 1 : 2));
+    }
+}
+
+TEST_F(Windows, ADialogGoesWithItsOwnerAndOtherWindowsLiveOn) {
+    user::Script script(end_script);
+    INT_PTR result = 0;
+    HWND other = CreateWindowExA(0, "Logging", "Other", WS_OVERLAPPEDWINDOW, 30, 30, 300, 200,
+                                 nullptr, nullptr, nullptr, nullptr);
+    ShowWindow(other, SW_SHOW);
+    on_message = [&](HWND window, UINT message, WPARAM) -> LRESULT {
+        if (message == WM_USER) {
+            result = open_dialog(window);
+            EXPECT_FALSE(IsWindow(window));
+        }
+        return 0;
+    };
+    script.then("open", [&] {
+        take_log();
+        PostMessageA(window_, WM_USER, 0, 0);
+    });
+    script.await("the dialog", [] { return user::find_window("About") != nullptr; });
+    script.then("use the other window", [&] {
+        user::click(other, 5, 6);
+        InvalidateRect(other, nullptr, FALSE);
+    });
+    script.then("destroy the owner", [&] { DestroyWindow(window_); });
+    script.await("its end", [] { return user::find_window("About") == nullptr; });
+    run(script);
+    EXPECT_EQ(result, -1);
+    EXPECT_EQ(take_log(), (Lines{"user 0", "init 5", "left 1 at 5,6", "paint", "destroy"}));
+    DestroyWindow(other);
+}
+
+TEST_F(Windows, QuittingEndsEveryLoop) {
+    on_message = [&](HWND window, UINT message, WPARAM) -> LRESULT {
+        if (message == WM_USER) {
+            EXPECT_EQ(open_dialog(window), -1);
+        }
+        return 0;
+    };
+    user::Script script([](const std::string&) {});
+    script.then("open one", [&] { PostMessageA(window_, WM_USER, 0, 0); });
+    script.await("the dialog", [] { return user::find_window("About") != nullptr; });
+    script.then("quit", [] { PostQuitMessage(3); });
+    run(script);
+    EXPECT_EQ(user::find_window("About"), nullptr);
+}
+
+// Records what the controls of the population dialog say.
+INT_PTR CALLBACK ControlsProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+    case WM_INITDIALOG:
+        SendMessageA(GetDlgItem(dialog, IDC_PCROSS), TBM_SETRANGE, FALSE, MAKELPARAM(0, 100));
+        SendMessageA(GetDlgItem(dialog, IDC_PCROSS), TBM_SETLINESIZE, 0, 5);
+        SendMessageA(GetDlgItem(dialog, IDC_PCROSS), TBM_SETPAGESIZE, 0, 10);
+        SendMessageA(GetDlgItem(dialog, IDC_PCROSS), TBM_SETPOS, TRUE, 50);
+        SendMessageA(GetDlgItem(dialog, IDC_TURTLES_SPIN), UDM_SETBUDDY,
+                     reinterpret_cast<WPARAM>(GetDlgItem(dialog, IDC_TURTLES)), 0);
+        SetDlgItemTextA(dialog, IDC_TURTLES, "48");
+        return TRUE;
+    case WM_HSCROLL:
+        EXPECT_EQ(GetDlgCtrlID(reinterpret_cast<HWND>(lparam)), IDC_PCROSS);
+        log_lines.push_back(
+            std::to_string(LOWORD(wparam)) + " at " +
+            std::to_string(SendMessageA(reinterpret_cast<HWND>(lparam), TBM_GETPOS, 0, 0)));
+        return TRUE;
+    case WM_NOTIFY:
+        log_lines.push_back("change " +
+                            std::to_string(reinterpret_cast<const NMUPDOWN*>(lparam)->iDelta));
+        return FALSE;
+    case WM_COMMAND:
+        EndDialog(dialog, LOWORD(wparam));
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+TEST_F(Windows, SlidersAndArrowsNotifyAsOnWindows) {
+    const auto dialog = [] { return user::find_window("Population Description"); };
+    user::Script script(end_script);
+    script.await("the dialog", [&] { return dialog() != nullptr; });
+    const std::pair<const char*, Lines> keys[] = {
+        {"Right", {"1 at 55", "8 at 55"}}, {"Up", {"0 at 50", "8 at 50"}},
+        {"PgUp", {"2 at 40", "8 at 40"}},  {"PgDown", {"3 at 50", "8 at 50"}},
+        {"Home", {"6 at 0", "8 at 0"}},    {"End", {"7 at 100", "8 at 100"}},
+    };
+    for (const auto& [key, lines] : keys) {
+        script.then(key, [&, k = key] {
+            user::focus(dialog(), IDC_PCROSS);
+            user::press(dialog(), k);
+        });
+        script.then("its lines", [l = &lines] { EXPECT_EQ(take_log(), *l); });
+    }
+    script.then("drag", [&] { user::drag(dialog(), IDC_PCROSS, 20); });
+    script.then("its lines", [&] {
+        const Lines lines = take_log();
+        ASSERT_GE(lines.size(), 3U);
+        EXPECT_EQ(lines.back(), "8 at " + std::to_string(user::position(dialog(), IDC_PCROSS)));
+        EXPECT_EQ(lines[lines.size() - 2].substr(0, 2), "4 ");
+        EXPECT_EQ(lines.front().substr(0, 2), "5 ");
+        EXPECT_NEAR(user::position(dialog(), IDC_PCROSS), 20, 3);
+    });
+    script.then("arrows", [&] {
+        user::click_arrow(dialog(), IDC_TURTLES_SPIN, true);
+        user::click_arrow(dialog(), IDC_TURTLES_SPIN, false);
+        user::focus(dialog(), IDC_TURTLES);
+        user::press(dialog(), "Up");
+    });
+    script.then("their lines", [] {
+        EXPECT_EQ(take_log(), (Lines{"change -1", "change 1", "change -1"}));
+    });
+    script.then("type", [&] { user::type(dialog(), IDC_TURTLES, "12345678901234567890"); });
+    script.then("read", [&] {
+        char cut[8];
+        EXPECT_EQ(GetDlgItemTextA(dialog(), IDC_TURTLES, cut, sizeof cut), 7U);
+        EXPECT_STREQ(cut, "1234567");
+        EXPECT_EQ(GetDlgItem(dialog(), 4711), nullptr);
+        user::press(dialog(), "Return");
+    });
+    script.start();
+    EXPECT_EQ(open_dialog(window_, IDD_POPULATION, ControlsProc), IDOK);
+    settle();
+}
+
+// Every dialog is built once, so that a control or style that the layer does not know is found
+// here.
+TEST_F(Windows, EveryDialogOfTheProgramCanBeBuilt) {
+    for (const int id : {IDD_ABOUT, IDD_MESSAGE, IDD_POPULATION}) {
+        const auto end_at_once = [](HWND dialog, UINT message, WPARAM, LPARAM) -> INT_PTR {
+            return message == WM_INITDIALOG && EndDialog(dialog, 9) != 0 ? TRUE : FALSE;
+        };
+        EXPECT_EQ(open_dialog(window_, id, end_at_once), 9);
+    }
+}
+
+} // namespace

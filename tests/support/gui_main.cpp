@@ -1,0 +1,23 @@
+// The main of test programs that open windows: the platform's own, which calls this.
+#include "platform/win32.h"
+
+#include "tests/support/run_tests.h"
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR command_line, int) {
+    std::vector<std::string> words{"tests"};
+    std::istringstream line(command_line);
+    for (std::string word; line >> word;) {
+        words.push_back(word);
+    }
+    std::vector<char*> arguments;
+    for (std::string& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    int count = static_cast<int>(words.size());
+    return pelmora_test::run_tests(&count, arguments.data());
+}

@@ -1,0 +1,298 @@
+#include "tests/support/user.h"
+
+#include "platform/qt/dialog.h"
+#include "platform/qt/frame.h"
+#include "platform/qt/message_loop.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSlider>
+#include <QStyle>
+#include <QStyleOptionSlider>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QWindow>
+
+#include <deque>
+#include <utility>
+
+namespace user {
+
+namespace {
+
+using platform::window_of;
+
+constexpr qint64 kPatience = 60'000; // milliseconds, for machines under load or with sanitizers
+
+QWidget* widget_of(HWND window) {
+    platform::Window* found = window_of(window);
+    return found != nullptr ? found->widget() : nullptr;
+}
+
+QWidget* client_of(HWND window) {
+    auto* frame = dynamic_cast<platform::Frame*>(widget_of(window));
+    return frame != nullptr ? frame->client() : widget_of(window);
+}
+
+QWidget* control_widget(HWND dialog, int control) {
+    return widget_of(GetDlgItem(dialog, control));
+}
+
+HWND handle_of(QWidget* widget) {
+    const platform::Window* window = platform::window_of_widget(widget);
+    return window != nullptr ? window->handle() : nullptr;
+}
+
+bool titled(const QWidget* widget, const std::string& title) {
+    return widget->isVisible() && widget->windowTitle().toStdString() == title;
+}
+
+Qt::KeyboardModifiers held(unsigned modifiers) {
+    Qt::KeyboardModifiers result;
+    result.setFlag(Qt::ShiftModifier, (modifiers & shift) != 0);
+    result.setFlag(Qt::ControlModifier, (modifiers & control) != 0);
+    result.setFlag(Qt::AltModifier, (modifiers & alt) != 0);
+    return result;
+}
+
+// Mouse events enter at the window system's side, so that blocked windows stay deaf.
+void click_widget(QWidget* widget, const QPoint& at, Qt::MouseButton button = Qt::LeftButton,
+                  Qt::KeyboardModifiers modifiers = {}) {
+    QWidget* top = widget->window();
+    QTest::mouseClick(top->windowHandle(), button, modifiers, widget->mapTo(top, at));
+}
+
+// The label of an action without mnemonic and shortcut.
+std::string label(const QAction* action) {
+    return action->text().section('\t', 0, 0).remove('&').toStdString();
+}
+
+QAction* find_action(const QWidget* holder, const std::string& name) {
+    for (QAction* action : holder->actions()) {
+        if (label(action) == name) {
+            return action;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+HWND find_window(const std::string& title) {
+    HWND newest = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        const HWND handle = titled(widget, title) ? handle_of(widget) : nullptr;
+        newest = std::max(newest, handle); // handles count upward
+    }
+    return newest;
+}
+
+int count_windows(const std::string& title) {
+    int count = 0;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        count += titled(widget, title) && handle_of(widget) != nullptr ? 1 : 0;
+    }
+    return count;
+}
+
+COLORREF pixel(HWND window, int x, int y) {
+    return platform::color_of(client_of(window)->grab(QRect(x, y, 1, 1)).toImage().pixel(0, 0));
+}
+
+std::vector<std::uint32_t> pixels(HWND window, const RECT& area) {
+    const QImage image =
+        client_of(window)
+            ->grab(QRect(area.left, area.top, area.right - area.left, area.bottom - area.top))
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
+    std::vector<std::uint32_t> all;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
+        all.insert(all.end(), row, row + image.width());
+    }
+    return all;
+}
+
+std::string text(HWND dialog, int control) {
+    char buffer[1024];
+    GetDlgItemTextA(dialog, control, buffer, sizeof buffer);
+    return buffer;
+}
+
+int position(HWND dialog, int control) {
+    return qobject_cast<QSlider*>(control_widget(dialog, control))->sliderPosition();
+}
+
+std::vector<std::string> menu_lines(HWND window) {
+    std::vector<std::string> lines;
+    const auto* frame = dynamic_cast<platform::Frame*>(widget_of(window));
+    for (const QAction* popup : frame->menu_bar()->actions()) {
+        lines.push_back(popup->text().toStdString() + ":");
+        for (const QAction* entry : popup->menu()->actions()) {
+            const std::string shown =
+                entry->isSeparator() ? "-" : entry->text().replace('\t', " | ").toStdString();
+            lines.push_back(entry->isEnabled() ? shown : "[" + shown + "]");
+        }
+    }
+    return lines;
+}
+
+bool save_picture(HWND window, const std::string& path) {
+    return widget_of(window)->grab().save(QString::fromStdString(path), "PNG");
+}
+
+void press(HWND window, const std::string& keys) {
+    const QKeyCombination combination = QKeySequence::fromString(QString::fromStdString(keys))[0];
+    QTest::keyClick(widget_of(window)->windowHandle(), combination.key(),
+                    combination.keyboardModifiers());
+}
+
+void click(HWND window, int x, int y, Button button, unsigned modifiers) {
+    click_widget(client_of(window), QPoint(x, y),
+                 button == Button::left ? Qt::LeftButton : Qt::RightButton, held(modifiers));
+}
+
+void double_click(HWND window, int x, int y, unsigned modifiers) {
+    QWidget* client = client_of(window);
+    QWidget* top = client->window();
+    QTest::mouseDClick(top->windowHandle(), Qt::LeftButton, held(modifiers),
+                       client->mapTo(top, QPoint(x, y)));
+}
+
+bool choose(HWND window, const std::string& menu, const std::string& entry) {
+    QMenuBar* bar = dynamic_cast<platform::Frame*>(widget_of(window))->menu_bar();
+    QAction* popup = find_action(bar, menu);
+    if (popup == nullptr) {
+        return false;
+    }
+    click_widget(bar, bar->actionGeometry(popup).center());
+    QAction* action = find_action(popup->menu(), entry);
+    if (action == nullptr || !action->isEnabled() || !popup->menu()->isVisible()) {
+        popup->menu()->close();
+        return false;
+    }
+    click_widget(popup->menu(), popup->menu()->actionGeometry(action).center());
+    return true;
+}
+
+void click_control(HWND dialog, int control) {
+    QWidget* widget = control_widget(dialog, control);
+    click_widget(widget, widget->rect().center());
+}
+
+void click_arrow(HWND dialog, int control, bool up) {
+    const auto arrows = control_widget(dialog, control)->findChildren<QToolButton*>();
+    QToolButton* arrow = arrows.at(up ? 0 : 1);
+    click_widget(arrow, arrow->rect().center());
+}
+
+void focus(HWND dialog, int control) {
+    control_widget(dialog, control)->setFocus(Qt::MouseFocusReason);
+}
+
+void type(HWND dialog, int control, const std::string& text) {
+    auto* edit = qobject_cast<QLineEdit*>(control_widget(dialog, control));
+    edit->setFocus(Qt::MouseFocusReason);
+    edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_Delete);
+    QTest::keyClicks(edit, QString::fromStdString(text));
+}
+
+void drag(HWND dialog, int control, int to) {
+    auto* slider = qobject_cast<QSlider*>(control_widget(dialog, control));
+    QStyleOptionSlider option;
+    option.initFrom(slider);
+    option.orientation = Qt::Horizontal;
+    option.minimum = slider->minimum();
+    option.maximum = slider->maximum();
+    option.sliderPosition = slider->sliderPosition();
+    option.tickPosition = slider->tickPosition();
+    const QRect thumb = slider->style()->subControlRect(QStyle::CC_Slider, &option,
+                                                        QStyle::SC_SliderHandle, slider);
+    const QRect groove = slider->style()->subControlRect(QStyle::CC_Slider, &option,
+                                                         QStyle::SC_SliderGroove, slider);
+    const int way = QStyle::sliderPositionFromValue(slider->minimum(), slider->maximum(), to,
+                                                    groove.width() - thumb.width());
+    const QPoint end(groove.left() + way + thumb.width() / 2, thumb.center().y());
+    QWidget* top = slider->window();
+    QWindow* window = top->windowHandle();
+    QTest::mousePress(window, Qt::LeftButton, {}, slider->mapTo(top, thumb.center()));
+    QTest::mouseMove(window, slider->mapTo(top, end));
+    QTest::mouseRelease(window, Qt::LeftButton, {}, slider->mapTo(top, end));
+}
+
+void resize(HWND window, int width, int height) {
+    QWidget* frame = widget_of(window);
+    frame->resize(width, height + frame->height() - client_of(window)->height());
+}
+
+void close(HWND window) {
+    widget_of(window)->close();
+}
+
+struct Script::State {
+    struct Step {
+        std::string name;
+        std::function<bool()> attempt; // true: go on with the next step
+    };
+    std::function<void(const std::string&)> done;
+    std::deque<Step> steps;
+    QTimer timer;
+    QElapsedTimer waiting;
+    bool running = false;
+
+    void tick() {
+        // A step may open a loop of its own, in which the next tick must not repeat it.
+        if (running || !platform::message_queue_idle()) {
+            return;
+        }
+        if (steps.empty()) {
+            timer.stop();
+            done("");
+            return;
+        }
+        running = true;
+        const bool over = steps.front().attempt();
+        running = false;
+        if (over) {
+            steps.pop_front();
+            waiting.restart();
+        } else if (waiting.elapsed() > kPatience) {
+            timer.stop();
+            done("waited in vain for: " + steps.front().name);
+        }
+    }
+};
+
+Script::Script(std::function<void(const std::string&)> done) : state_(new State) {
+    state_->done = std::move(done);
+    QObject::connect(&state_->timer, &QTimer::timeout, [this] { state_->tick(); });
+}
+
+Script::~Script() {
+    delete state_;
+}
+
+Script& Script::then(const std::string& name, std::function<void()> action) {
+    state_->steps.push_back({name, [action = std::move(action)] {
+                                 action();
+                                 return true;
+                             }});
+    return *this;
+}
+
+Script& Script::await(const std::string& name, std::function<bool()> condition) {
+    state_->steps.push_back({name, std::move(condition)});
+    return *this;
+}
+
+void Script::start() {
+    state_->waiting.start();
+    state_->timer.start(5);
+}
+
+} // namespace user

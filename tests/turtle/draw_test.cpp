@@ -1,0 +1,135 @@
+#include "turtle/draw.h"
+
+#include "tests/support/trees.h"
+#include "tests/turtle/recording_device.h"
+#include "turtle/heading_table.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace pelmora_test {
+namespace {
+
+using namespace pelmora;
+
+DrawContext fresh(double multiplier) {
+    DrawContext ctx{};
+    ctx.max_steps = kDefaultMaxSteps;
+    ctx.multipliers.fill(multiplier);
+    draw_reset(&ctx);
+    return ctx;
+}
+
+TEST(Draw, FitsThePictureIntoItsTarget) {
+    const struct {
+        const char* program;
+        int width, height;
+        FitMode mode;
+        int y_offset;
+        double origin_x, origin_y, scale_x, scale_y;
+        const char* lines;
+    } cases[] = {
+        {"( LEFT_90 )", 100, 100, FitMode::stretch, 0, 50, 50, 25, -25, ""},
+        {"( FWD_10 )", 140, 40, FitMode::stretch, 0, 20, 20, 10, -10, "move 20,20\nline 120,20\n"},
+        {"( FWD_10 )", 140, 40, FitMode::stretch, 7, 20, 27, 10, -10, "move 20,27\nline 120,27\n"},
+        {"( FWD_10 )", 140, 140, FitMode::uniform, 7, 20, 20, 10, -10, "move 20,20\nline 120,20\n"},
+        {nullptr, 8, 4, FitMode::stretch, 0, 4, 2, 2, -1, ""},
+        // Thirds: kept in single precision by stretch alone.
+        {"( LEFT_90 )", 3, 4, FitMode::stretch, 0, 1.5, 2, 0.75, -1, ""},
+        {"( FWD_2 )", 1, 4, FitMode::stretch, 0, 2 * (1.F / 6), 2, 1.F / 6, -1, ""},
+        {"( FWD_2 )", 1, 4, FitMode::uniform, 0, 2 * (1. / 6), 2 * (1. / 6), 1. / 6, -1. / 6, ""},
+    };
+    for (const auto& c : cases) {
+        DrawContext ctx = fresh(0);
+        take_record();
+        const ExprTree tree = c.program == nullptr ? nullptr : tree_of(c.program);
+        draw_fit(recording_device(), &ctx, tree.get(), c.width, c.height, c.mode, c.y_offset);
+        EXPECT_EQ(ctx.origin_x, c.origin_x);
+        EXPECT_EQ(ctx.origin_y, c.origin_y);
+        EXPECT_EQ(ctx.scale_x, c.scale_x);
+        EXPECT_EQ(ctx.scale_y, c.scale_y);
+        const std::string pens = "pen 0,0\nselect 1\ndelete 0\npen 0,0\nselect 2\ndelete 1\n";
+        const std::string record = take_record();
+        EXPECT_EQ(record.substr(0, pens.size()), pens);
+        if (c.width >= 100) {
+            EXPECT_EQ(record.substr(pens.size()), c.lines);
+        }
+    }
+}
+
+TEST(Draw, LeavesTheDeviceItsOwnPen) {
+    DrawContext ctx = fresh(0);
+    ctx.pen_width = 3;
+    ctx.red = 250;
+    RECT bounds;
+    take_record();
+    {
+        const DevicePen last(recording_device());
+        draw_run(recording_device(), &ctx, tree_of("( BLOCK ( RED_8 ) ( BLU_1 ) ( FWD_1 ) )").get(),
+                 &bounds);
+    }
+    EXPECT_EQ(take_record(), "pen 3,250\nselect 1\ndelete 0\npen 3,2\nselect 2\ndelete 1\n"
+                             "pen 3,65538\nselect 3\ndelete 2\nstock 7\nselect 0\ndelete 3\n");
+}
+
+TEST(Draw, Scores) {
+    const std::pair<const char*, double> programs[] = {
+        {"( FWD_100 )", 100 * 0.002},
+        {"( REPEAT_10 ( RIGHT_45 ) )", 10 * 0.002 + 1 * 0.1 + 10 * 0.01 + 1 * 0.2},
+        {"( REPEAT_5 ( RIGHT_45 ) )", 5 * 0.002 + 1 * 0.1 + 5 * 0.01},
+        {"( REPEAT_2 ( PEN_UP ) ( GRN_1 ) )", 2 * 0.002 + 1 * 0.1 + 2 * 0.05},
+        {"( BLOCK )", 0},
+    };
+    for (const auto& [program, score] : programs) {
+        DrawContext ctx = fresh(1);
+        draw_run(nullptr, &ctx, tree_of(program).get(), nullptr);
+        EXPECT_EQ(draw_score(&ctx), score) << program;
+    }
+    DrawContext ctx = fresh(1);
+    ctx.distance = 60000;
+    EXPECT_EQ(draw_score(&ctx), 100);
+    ctx.turns = ctx.circles = ctx.color_changes = ctx.repeats = ctx.repetitions = INT32_MAX;
+    EXPECT_DOUBLE_EQ(draw_score(&ctx), 600);
+    ctx.multipliers = {1, 2, 4, 8, 16, 32};
+    EXPECT_DOUBLE_EQ(draw_score(&ctx), 6300);
+}
+
+TEST(Draw, ResetsToTheHomeState) {
+    DrawContext ctx = fresh(0.5);
+    const RECT small{0, 0, 10, 10};
+    RECT inset = small;
+    rect_inset(&inset, 1, 2);
+    EXPECT_EQ(inset.left + 10 * inset.top + 100 * inset.right + 1000 * inset.bottom, 8921);
+    draw_run(nullptr, &ctx, tree_of("( REPEAT_2 ( FWD_1 ) ( RIGHT_1 ) ( RED_1 ) ( PEN_UP ) )").get(),
+             &inset);
+    ctx.home_heading = 5;
+    ctx.home_pen_width = 6;
+    ctx.home_blue = 7;
+    draw_reset(&ctx);
+    EXPECT_EQ(ctx.heading + 10 * ctx.pen_width + 100 * ctx.blue, 765);
+    EXPECT_EQ(ctx.steps + ctx.turns + ctx.color_changes + ctx.repeats + ctx.repetitions, 0);
+    EXPECT_EQ(ctx.distance + ctx.pen_up + ctx.red, 0);
+    EXPECT_EQ(ctx.max_steps, kDefaultMaxSteps);
+    EXPECT_EQ(ctx.multipliers[REPMULT], 0.5);
+}
+
+// Other C libraries may differ in the last bit; that is what the table is for.
+TEST(HeadingTable, HoldsTheCosinesAndSines) {
+    for (int heading = -360; heading <= 360; ++heading) {
+        volatile double degrees = heading;
+        const double angle = degrees * 0.002777777777777778 * 6.283185307;
+        const Direction& direction = kDirections[static_cast<std::size_t>(heading + 360)];
+#ifdef __GLIBC__
+        EXPECT_EQ(direction.cos, std::cos(angle)) << heading;
+        EXPECT_EQ(direction.sin, std::sin(angle)) << heading;
+#else
+        EXPECT_DOUBLE_EQ(direction.cos, std::cos(angle)) << heading;
+        EXPECT_DOUBLE_EQ(direction.sin, std::sin(angle)) << heading;
+#endif
+        EXPECT_EQ(std::signbit(direction.sin), std::signbit(std::sin(angle))) << heading;
+    }
+}
+
+} // namespace
+} // namespace pelmora_test

@@ -1,0 +1,238 @@
+#include "turtle/interp.h"
+
+#include "tests/support/failing_new.h"
+#include "tests/support/trees.h"
+#include "tests/turtle/plain_interp.h"
+#include "tests/turtle/recording_device.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <deque>
+#include <random>
+
+namespace pelmora_test {
+namespace {
+
+using namespace pelmora;
+
+// Trees of any shape, sound or not; a node may hang in several places.
+class Grove {
+  public:
+    ExprNode* node(int kind, int op, std::vector<ExprNode*> children = {}) {
+        arrays_.push_back(std::move(children));
+        nodes_.push_back({static_cast<NodeKind>(kind), static_cast<OpCode>(op),
+                          static_cast<std::int16_t>(arrays_.back().size()), arrays_.back().data(),
+                          nullptr});
+        return &nodes_.back();
+    }
+    ExprNode* leaf(int op) { return node(TERMINAL, op); }
+    ExprNode* call(int op, std::vector<ExprNode*> children) {
+        return node(FUNCTION, op, std::move(children));
+    }
+    // `n` functions around `inner`, and 32,767 times `n` of one beside each other.
+    ExprNode* nested(int op, int n, ExprNode* inner) {
+        for (; n > 0; --n) {
+            inner = call(op, {inner});
+        }
+        return inner;
+    }
+    ExprNode* many(int n, ExprNode* one) {
+        return call(BLOCK, std::vector(static_cast<std::size_t>(n),
+                                       call(BLOCK, std::vector<ExprNode*>(32767, one))));
+    }
+
+  private:
+    std::deque<ExprNode> nodes_;
+    std::deque<std::vector<ExprNode*>> arrays_;
+};
+
+class Dice {
+  public:
+    explicit Dice(unsigned seed) : random_(seed) {}
+    int below(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
+    bool one_in(int n) { return below(n) == 0; }
+
+  private:
+    std::mt19937 random_;
+};
+
+// Few kinds of terminals, so that the pen changes often; all kinds of faults, each now and then.
+ExprNode* random_tree(Grove& grove, Dice& dice, int depth) {
+    if (dice.one_in(40)) {
+        return dice.one_in(2) ? nullptr : grove.node(2, dice.below(60));
+    }
+    if (depth == 0 || dice.one_in(3)) {
+        return grove.leaf(dice.one_in(3) ? 1 + dice.below(2) : dice.below(60));
+    }
+    std::vector<ExprNode*> children(static_cast<std::size_t>(dice.below(5)));
+    for (ExprNode*& child : children) {
+        child = random_tree(grove, dice, depth - 1);
+    }
+    const int op = dice.one_in(20) ? dice.below(256) : BLOCK + dice.below(6);
+    ExprNode* node = grove.call(dice.one_in(9) ? REPEAT_10 : op, std::move(children));
+    const bool is_branch = node->op == IF_PEN_UP || node->op == IF_PEN_DOWN;
+    if (is_branch && dice.one_in(9)) {
+        node->children = nullptr;
+    }
+    return node;
+}
+
+DrawContext random_start(Dice& dice) {
+    DrawContext ctx;
+    std::memset(&ctx, 0, sizeof ctx);
+    const double headings[] = {0, -0.0, 90, -360, 360, 77.25, dice.below(721) - 360.0};
+    ctx.heading = headings[dice.below(7)];
+    ctx.x = dice.below(100) / 7.0;
+    ctx.scale_x = dice.one_in(2) ? 1 : 2.5;
+    ctx.scale_y = dice.one_in(2) ? 1 : -0.3;
+    ctx.steps = dice.one_in(4) ? dice.below(10) : 0;
+    ctx.max_steps = dice.one_in(2) ? dice.below(60) : 3000;
+    ctx.pen_up = dice.below(3);
+    ctx.pen_width = dice.below(3);
+    ctx.red = dice.below(256);
+    ctx.repetitions = dice.one_in(4) ? INT32_MAX - dice.below(40) : dice.below(9);
+    ctx.turns = dice.below(9);
+    ctx.distance = dice.below(9) / 3.0;
+    return ctx;
+}
+
+TEST(Interp, DoesWhatThePlainOneDoes) {
+    for (unsigned seed = 0; seed < 12000; ++seed) {
+        Dice dice(seed);
+        Grove grove;
+        const ExprNode* tree = random_tree(grove, dice, 1 + dice.below(7));
+        const DrawContext start = random_start(dice);
+        DrawContext plain_ctx = start;
+        DrawContext ctx = start;
+        RECT plain_bounds{-1, 0, 5, 2};
+        RECT bounds = plain_bounds;
+        const bool measures = dice.one_in(2);
+        const HDC device = dice.one_in(4) ? nullptr : recording_device();
+
+        const PlainRun plain =
+            plain_interp(device, &plain_ctx, tree, measures ? &plain_bounds : nullptr);
+        const std::string plain_record = take_record();
+        testing::internal::CaptureStderr();
+        const int result = interp_logo(device, &ctx, tree, measures ? &bounds : nullptr);
+        ASSERT_EQ(testing::internal::GetCapturedStderr(), plain.lines) << seed;
+        ASSERT_EQ(result, plain.result) << seed;
+        ASSERT_EQ(take_record(), plain_record) << seed;
+        ASSERT_EQ(std::memcmp(&ctx, &plain_ctx, sizeof ctx), 0) << seed;
+        ASSERT_EQ(std::memcmp(&bounds, &plain_bounds, sizeof bounds), 0) << seed;
+    }
+}
+
+struct Outcome {
+    int result;
+    DrawContext ctx;
+};
+
+Outcome run(const ExprNode* tree, int max_steps = kDefaultMaxSteps, double heading = 0) {
+    DrawContext ctx{};
+    ctx.home_heading = heading;
+    ctx.max_steps = max_steps;
+    draw_reset(&ctx);
+    const int result = draw_run(nullptr, &ctx, tree, nullptr);
+    return {result, ctx};
+}
+
+TEST(Interp, Turns) {
+    const struct {
+        double from;
+        const char* program;
+        double to;
+        int circles_right, circles_left;
+    } cases[] = {
+        {350, "( RIGHT_15 )", 5, 1, 0},
+        {270, "( RIGHT_90 )", 360, 0, 0},
+        {360, "( RIGHT_1 )", 1, 1, 0},
+        {0, "( BLOCK ( REPEAT_3 ( LEFT_90 ) ) ( LEFT_90 ) )", -360, 0, 0},
+        {0, "( REPEAT_5 ( LEFT_90 ) )", -90, 0, 1},
+        {350.5, "( RIGHT_10 )", 0.5, 1, 0},
+    };
+    for (const auto& c : cases) {
+        const DrawContext ctx = run(tree_of(c.program).get(), 99, c.from).ctx;
+        EXPECT_EQ(ctx.heading, c.to) << c.program;
+        EXPECT_EQ(ctx.circles_right, c.circles_right) << c.program;
+        EXPECT_EQ(ctx.circles_left, c.circles_left) << c.program;
+        EXPECT_EQ(ctx.circles, c.circles_right + c.circles_left) << c.program;
+    }
+}
+
+TEST(Interp, StopsAtTheLimit) {
+    const ExprTree square = tree_of("( REPEAT_2 ( RED_1 ) ( REPEAT_2 ( FWD_10 ) ( RIGHT_90 ) ) )");
+    const struct {
+        int limit, result, steps, colors, turns, repeats;
+    } cases[] = {{0, 0, 1, 0, 0, 1}, {1, 0, 2, 1, 0, 2}, {3, 0, 4, 1, 1, 2},
+                 {9, 0, 10, 2, 3, 3}, {10, 1, 10, 2, 4, 3}, {INT32_MAX, 1, 10, 2, 4, 3}};
+    for (const auto& c : cases) {
+        const Outcome out = run(square.get(), c.limit);
+        EXPECT_EQ(out.result, c.result) << c.limit;
+        EXPECT_EQ(out.ctx.steps, c.steps) << c.limit;
+        EXPECT_EQ(out.ctx.color_changes, c.colors) << c.limit;
+        EXPECT_EQ(out.ctx.turns, c.turns) << c.limit;
+        EXPECT_EQ(out.ctx.repeats, c.repeats) << c.limit;
+    }
+}
+
+// Each would take hours, or more memory than there is, if what costs no step cost time.
+TEST(Interp, TakesNoTimeForWhatCostsNoStep) {
+    Grove grove;
+    Outcome out = run(grove.nested(REPEAT_100, 9, grove.call(BLOCK, {})));
+    EXPECT_EQ(out.result, 1);
+    EXPECT_EQ(out.ctx.steps, 0);
+    EXPECT_EQ(out.ctx.repetitions, INT32_MAX);
+
+    ExprNode* step = grove.leaf(FWD_1);
+    ExprNode* skipped = grove.call(IF_PEN_UP, {step, grove.call(REPEAT_2, {})});
+    out = run(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {grove.many(31, skipped), step})));
+    EXPECT_EQ(out.ctx.steps, kDefaultMaxSteps + 1);
+    EXPECT_EQ(out.ctx.repetitions, INT32_MAX);
+
+    // A pass that lifts the pen and leaves nothing to do for the next, a million times around.
+    ExprNode* lift = grove.call(IF_PEN_DOWN, {grove.leaf(PEN_UP), grove.call(BLOCK, {})});
+    ExprNode* lifts = grove.nested(REPEAT_2, 1'000'000, lift);
+    out = run(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {grove.leaf(PEN_DOWN), lifts})));
+    EXPECT_EQ(out.ctx.steps, kDefaultMaxSteps + 1);
+
+    // Every pass leaves the pen as the pass before did not.
+    ExprNode* toggle = grove.call(IF_PEN_UP, {grove.leaf(PEN_DOWN), grove.leaf(PEN_UP)});
+    out = run(grove.nested(REPEAT_3, 1000, grove.call(BLOCK, {toggle, step})), INT16_MAX);
+    EXPECT_EQ(out.ctx.steps, INT16_MAX + 1);
+    EXPECT_EQ(out.ctx.distance, 16383);
+}
+
+TEST(Interp, RunsAMillionLevels) {
+    Grove grove;
+    ExprNode* chain = grove.leaf(FWD_1);
+    for (int i = 0; i < 1'000'000; ++i) {
+        chain = grove.call(i % 3 == 0 ? IF_PEN_DOWN : BLOCK, {chain, grove.leaf(RED_1)});
+    }
+    EXPECT_EQ(run(chain, INT32_MAX).ctx.steps, 666'667);
+    EXPECT_EQ(run(grove.nested(REPEAT_2, 1'000'000, chain)).ctx.steps, kDefaultMaxSteps + 1);
+}
+
+TEST(Interp, EndsTheLogOfARun) {
+    Grove grove;
+    ExprNode* fault = grove.call(IF_PEN_UP, {});
+    testing::internal::CaptureStderr();
+    const Outcome out = run(grove.nested(REPEAT_100, 5, fault));
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(out.ctx.repeats, 101'010'101);
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 10240);
+    EXPECT_EQ(log.substr(0, 39), "ERROR INTERPLOGO: NUM CHILDREN is 0!\nER");
+}
+
+TEST(Interp, EndsTheProgramWhenMemoryDoes) {
+    Grove grove;
+    const ExprNode* large = grove.many(1, grove.leaf(FWD_1));
+    const auto fail = [&] {
+        const FailingNew failing(0);
+        run(large);
+    };
+    EXPECT_EXIT(fail(), testing::ExitedWithCode(2), "^fatal - out of memory\n$");
+}
+
+} // namespace
+} // namespace pelmora_test

@@ -1,0 +1,113 @@
+#include "turtle/draw.h"
+
+#include "turtle/device_units.h"
+#include "turtle/interp.h"
+#include "turtle/pen.h"
+
+#include <algorithm>
+
+namespace pelmora {
+namespace {
+
+struct Placement {
+    double origin_x, origin_y;
+    double scale_x, scale_y;
+};
+
+// Single precision at every operation: the pixels of the cells depend on it.
+Placement fit_stretch(const RECT& bounds, double sx, double sy, int y_offset) {
+    const auto scale_x = static_cast<float>(sx);
+    const auto scale_y = static_cast<float>(sy);
+    const float origin_x = -(static_cast<float>(bounds.left) * scale_x);
+    const float origin_y =
+        static_cast<float>(bounds.bottom) * scale_y + static_cast<float>(y_offset);
+    return {origin_x, origin_y, scale_x, -scale_y};
+}
+
+Placement fit_uniform(const RECT& bounds, double sx, double sy) {
+    const double s = sx < sy ? sx : sy;
+    return {-(bounds.left * s), bounds.bottom * s, s, -s};
+}
+
+} // namespace
+
+void draw_reset(DrawContext* ctx) {
+    ctx->heading = ctx->home_heading;
+    ctx->pen_up = ctx->home_pen_up;
+    ctx->pen_width = ctx->home_pen_width;
+    ctx->red = ctx->home_red;
+    ctx->green = ctx->home_green;
+    ctx->blue = ctx->home_blue;
+    ctx->origin_x = ctx->origin_y = 0.0;
+    ctx->scale_x = ctx->scale_y = 1.0;
+    ctx->steps = 0;
+    ctx->turns = ctx->right_turns = ctx->left_turns = 0;
+    ctx->circles = ctx->circles_right = ctx->circles_left = 0;
+    ctx->color_changes = 0;
+    ctx->repeats = ctx->repetitions = 0;
+    ctx->distance = 0.0;
+}
+
+int draw_run(HDC device, DrawContext* ctx, const ExprNode* tree, RECT* bounds) {
+    if (bounds != nullptr) {
+        *bounds = {0, 0, 0, 0};
+    }
+    ctx->x = ctx->origin_x;
+    ctx->y = ctx->origin_y;
+    if (device != nullptr) {
+        pen_renew(device, ctx->pen_width, ctx->red, ctx->green, ctx->blue);
+    }
+    const int result = interp_logo(device, ctx, tree, bounds);
+    if (bounds != nullptr) {
+        rect_inset(bounds, -2, -2);
+    }
+    return result;
+}
+
+double draw_score(const DrawContext* ctx) {
+    // Capped, and scaled so that the cap is worth 100.
+    const auto term = [&](double measure, double cap, double factor, ScoreTerm multiplier) {
+        return std::min(measure, cap) * factor * ctx->multipliers[multiplier];
+    };
+    const double a = term(ctx->distance, 50000.0, 0.002, FWDMULT);
+    const double b = term(ctx->turns, 10000.0, 0.01, TURNMULT);
+    const double c = term(ctx->circles, 500.0, 0.2, LOOPMULT);
+    const double d = term(ctx->color_changes, 2000.0, 0.05, CLRMULT);
+    const double e = term(ctx->repeats, 1000.0, 0.1, RPTMULT);
+    const double f = term(ctx->repetitions, 50000.0, 0.002, REPMULT);
+    return f + e + d + b + c + a; // in this order: scores are compared to the last bit
+}
+
+void rect_inset(RECT* rect, int dx, int dy) {
+    const auto moved = [](LONG side, std::int64_t by) {
+        return static_cast<LONG>(device_saturate(side + by));
+    };
+    rect->left = moved(rect->left, dx);
+    rect->top = moved(rect->top, dy);
+    rect->right = moved(rect->right, -std::int64_t{dx});
+    rect->bottom = moved(rect->bottom, -std::int64_t{dy});
+}
+
+void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
+              FitMode mode, int y_offset) {
+    RECT bounds;
+    draw_reset(ctx);
+    draw_run(device, ctx, tree, &bounds);
+
+    const double sx = width / (static_cast<double>(bounds.right) - bounds.left);
+    const double sy = height / (static_cast<double>(bounds.bottom) - bounds.top);
+    const Placement place = mode == FitMode::stretch ? fit_stretch(bounds, sx, sy, y_offset)
+                                                     : fit_uniform(bounds, sx, sy);
+    draw_reset(ctx);
+    ctx->origin_x = place.origin_x;
+    ctx->origin_y = place.origin_y;
+    ctx->scale_x = place.scale_x;
+    ctx->scale_y = place.scale_y;
+    draw_run(device, ctx, tree, nullptr);
+}
+
+DevicePen::~DevicePen() {
+    DeleteObject(SelectObject(device_, GetStockObject(BLACK_PEN)));
+}
+
+} // namespace pelmora

@@ -1,0 +1,65 @@
+// Owners of graphics objects and devices, and scopes for what must be given back.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <memory>
+#include <type_traits>
+
+namespace pelmora {
+
+template <class Handle>
+struct GdiObjectRelease {
+    using pointer = Handle;
+    void operator()(Handle object) const { DeleteObject(object); }
+};
+
+struct MemoryDeviceRelease {
+    using pointer = HDC;
+    void operator()(HDC device) const { DeleteDC(device); }
+};
+
+// A bitmap stays alive while a device has it selected: release the device first.
+using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, GdiObjectRelease<HBITMAP>>;
+using MemoryDevice = std::unique_ptr<std::remove_pointer_t<HDC>, MemoryDeviceRelease>;
+
+// A window's device, for drawing outside painting.
+class WindowDevice {
+  public:
+    explicit WindowDevice(HWND window) : window_(window), device_(GetDC(window)) {}
+    ~WindowDevice() { ReleaseDC(window_, device_); }
+    WindowDevice(const WindowDevice&) = delete;
+    WindowDevice& operator=(const WindowDevice&) = delete;
+
+    [[nodiscard]] HDC get() const { return device_; }
+
+  private:
+    HWND window_;
+    HDC device_;
+};
+
+// The answer to one paint message.
+class PaintScope {
+  public:
+    explicit PaintScope(HWND window) : window_(window) { BeginPaint(window, &paint_); }
+    ~PaintScope() { EndPaint(window_, &paint_); }
+    PaintScope(const PaintScope&) = delete;
+    PaintScope& operator=(const PaintScope&) = delete;
+
+    [[nodiscard]] HDC device() const { return paint_.hdc; }
+
+  private:
+    HWND window_;
+    PAINTSTRUCT paint_{};
+};
+
+// Shows the wait cursor, and the arrow again at the end.
+class WaitCursor {
+  public:
+    WaitCursor() { SetCursor(LoadCursorA(nullptr, IDC_WAIT)); }
+    ~WaitCursor() { SetCursor(LoadCursorA(nullptr, IDC_ARROW)); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+} // namespace pelmora

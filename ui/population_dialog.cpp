@@ -1,0 +1,217 @@
+#include "ui/population_dialog.h"
+
+#include "evolve/params.h"
+#include "evolve/random.h"
+#include "resources/resource.h"
+#include "services/application.h"
+#include "services/desktop.h"
+#include "services/status.h"
+#include "services/typed_number.h"
+#include "ui/population_window.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+
+namespace pelmora {
+namespace {
+
+NewPopulationSettings settings = {
+    .turtles = "48",
+    .max_children = "4",
+    .max_depth = "9",
+    .PCROSS = 0.8F,
+    .PCOLOR = 0.1F,
+    .PMUTATE = 0.2F,
+    .PFNODE = 0.75F,
+    .FWDMULT = 0.5F,
+    .REPMULT = 0.05F,
+    .RPTMULT = 0.1F,
+    .CLRMULT = 0.1F,
+    .LOOPMULT = 0.2F,
+    .TURNMULT = 0.3F,
+    .accepted = false,
+};
+
+using SettingText = char[sizeof settings.turtles];
+
+// A field with the arrows that step it, and its setting.
+struct NumberField {
+    int edit;
+    int arrows;
+    SettingText& text;
+};
+const NumberField kNumberFields[] = {
+    {IDC_TURTLES, IDC_TURTLES_SPIN, settings.turtles},
+    {IDC_MAX_CHILDREN, IDC_MAX_CHILDREN_SPIN, settings.max_children},
+    {IDC_MAX_DEPTH, IDC_MAX_DEPTH_SPIN, settings.max_depth},
+};
+
+struct Slider {
+    int id;
+    float& value; // 0 to 1
+};
+const Slider kSliders[] = {
+    {IDC_FWDMULT, settings.FWDMULT},   {IDC_TURNMULT, settings.TURNMULT},
+    {IDC_LOOPMULT, settings.LOOPMULT}, {IDC_CLRMULT, settings.CLRMULT},
+    {IDC_RPTMULT, settings.RPTMULT},   {IDC_REPMULT, settings.REPMULT},
+    {IDC_PCROSS, settings.PCROSS},     {IDC_PCOLOR, settings.PCOLOR},
+    {IDC_PMUTATE, settings.PMUTATE},   {IDC_PFNODE, settings.PFNODE},
+};
+constexpr int kSliderTop = 100;
+
+// --- Messages of the dialog ----------------------------------------------------------------------
+
+void set_up_slider(HWND trackbar, float value) {
+    constexpr int kTick = 5;
+    constexpr int kLine = 5;
+    constexpr int kPage = 10;
+    // In double: a float product would round some values up that are to be cut.
+    const int position = static_cast<int>(double{value} * kSliderTop);
+    SendMessageA(trackbar, TBM_SETTICFREQ, kTick, 0);
+    SendMessageA(trackbar, TBM_SETLINESIZE, 0, kLine);
+    SendMessageA(trackbar, TBM_SETPAGESIZE, 0, kPage);
+    SendMessageA(trackbar, TBM_SETRANGE, FALSE, MAKELPARAM(0, kSliderTop));
+    SendMessageA(trackbar, TBM_SETPOS, TRUE, position);
+}
+
+void on_open(HWND dialog) {
+    for (const Slider& slider : kSliders) {
+        set_up_slider(GetDlgItem(dialog, slider.id), slider.value);
+    }
+    for (const NumberField& field : kNumberFields) {
+        SendMessageA(GetDlgItem(dialog, field.arrows), UDM_SETBUDDY,
+                     reinterpret_cast<WPARAM>(GetDlgItem(dialog, field.edit)), 0);
+    }
+    for (const NumberField& field : kNumberFields) {
+        SetDlgItemTextA(dialog, field.edit, field.text);
+    }
+    CenterOnDesktop(dialog);
+}
+
+// False for a notification that is not a slider's.
+bool on_slider(HWND trackbar, WORD code) {
+    if (code != TB_PAGEUP && code != TB_PAGEDOWN && code != TB_ENDTRACK) {
+        return false;
+    }
+    const auto* slider =
+        std::find_if(std::begin(kSliders), std::end(kSliders),
+                     [id = GetDlgCtrlID(trackbar)](const Slider& s) { return s.id == id; });
+    if (slider == std::end(kSliders)) {
+        return false;
+    }
+    const auto low = static_cast<long>(SendMessageA(trackbar, TBM_GETRANGEMIN, 0, 0));
+    const auto high = static_cast<long>(SendMessageA(trackbar, TBM_GETRANGEMAX, 0, 0));
+    const auto position = static_cast<long>(SendMessageA(trackbar, TBM_GETPOS, 0, 0));
+    const auto value =
+        static_cast<float>(static_cast<double>(position - low) / static_cast<double>(high - low));
+    std::fprintf(stderr, "DLG HSCROLL: Min = %ld, Max = %ld, Pos = %ld, Pct %f\n", low, high,
+                 position, double{value});
+    slider->value = value;
+    return true;
+}
+
+void on_step(HWND dialog, const NMUPDOWN& proposal) {
+    const auto field =
+        reinterpret_cast<HWND>(SendMessageA(proposal.hdr.hwndFrom, UDM_GETBUDDY, 0, 0));
+    const int id = GetDlgCtrlID(field);
+    SettingText text;
+    if (GetDlgItemTextA(dialog, id, text, sizeof text) == 0) {
+        return;
+    }
+    std::snprintf(text, sizeof text, "%d", SteppedNumber(TypedNumber(text), proposal.iDelta));
+    SetDlgItemTextA(dialog, id, text);
+}
+
+void on_accept(HWND dialog) {
+    for (const NumberField& field : kNumberFields) {
+        if (GetDlgItemTextA(dialog, field.edit, field.text, sizeof field.text) == 0) {
+            return;
+        }
+    }
+    settings.accepted = true;
+    EndDialog(dialog, IDOK);
+}
+
+void on_dismiss(HWND dialog) {
+    settings.accepted = false;
+    EndDialog(dialog, IDCANCEL);
+}
+
+// False for a command that is not the dialog's.
+bool on_command(HWND dialog, WORD command) {
+    switch (command) {
+    case IDOK:
+        on_accept(dialog);
+        return true;
+    case IDCANCEL:
+        on_dismiss(dialog);
+        return true;
+    default:
+        return false;
+    }
+}
+
+// --- The command ---------------------------------------------------------------------------------
+
+void fill_params(EvolveParams* params) {
+    params->size = params_population_size(TypedNumber(settings.turtles));
+    params->MAX_CHILD = params_max_child(TypedNumber(settings.max_children));
+    params->MAX_DEPTH = params_max_depth(TypedNumber(settings.max_depth));
+    params->PCROSS = settings.PCROSS;
+    params->PMUTATE = settings.PMUTATE;
+    params->PFNODE = settings.PFNODE;
+    params->PCOLOR = settings.PCOLOR;
+    params->FWDMULT = settings.FWDMULT;
+    params->TURNMULT = settings.TURNMULT;
+    params->LOOPMULT = settings.LOOPMULT;
+    params->CLRMULT = settings.CLRMULT;
+    params->RPTMULT = settings.RPTMULT;
+    params->REPMULT = settings.REPMULT;
+}
+
+} // namespace
+
+const NewPopulationSettings& new_population_settings() {
+    return settings;
+}
+
+INT_PTR CALLBACK PopulationDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+    case WM_INITDIALOG:
+        on_open(dialog);
+        return TRUE;
+    case WM_HSCROLL:
+        return on_slider(reinterpret_cast<HWND>(lparam), LOWORD(wparam)) ? TRUE : FALSE;
+    case WM_NOTIFY:
+        if (reinterpret_cast<const NMHDR*>(lparam)->code == UDN_DELTAPOS) {
+            on_step(dialog, *reinterpret_cast<const NMUPDOWN*>(lparam));
+        }
+        return FALSE; // which lets the arrows' own position follow
+    case WM_COMMAND:
+        return on_command(dialog, LOWORD(wparam)) ? TRUE : FALSE;
+    default:
+        return FALSE;
+    }
+}
+
+void NewPopulation() {
+    // A dialog that its dying owner took along did not say how it ended.
+    settings.accepted = false;
+    DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_POPULATION), MainWindow(),
+                    PopulationDlgProc, 0);
+    if (!settings.accepted) {
+        SetStatusText("User canceled.");
+        return;
+    }
+    rng_seed(rng_clock_seed());
+    fill_params(&newPopParams);
+    params_list(newPopParams, stderr);
+    const HWND window = CreateLogoWindow(AppInstance(), newPopParams);
+    if (window != nullptr) {
+        ShowWindow(window, SW_SHOWNORMAL);
+        UpdateWindow(window);
+    }
+}
+
+} // namespace pelmora

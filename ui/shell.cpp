@@ -1,0 +1,94 @@
+#include "ui/shell.h"
+
+#include "resources/resource.h"
+#include "services/application.h"
+#include "services/message.h"
+#include "ui/log_files.h"
+#include "ui/main_window.h"
+#include "ui/population_window.h"
+#include "ui/window_names.h"
+
+namespace pelmora {
+namespace {
+
+// What tells the window classes apart.
+struct ClassDesign {
+    const char* name;
+    WNDPROC procedure;
+    WORD menu;
+    int extra_bytes;
+};
+
+// Room for the record of a window, with a word to spare.
+constexpr int kRecordBytes = 16;
+
+bool register_class(HINSTANCE instance, const ClassDesign& design) {
+    WNDCLASSEXA window_class{};
+    window_class.cbSize = sizeof window_class;
+    window_class.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
+    window_class.lpfnWndProc = design.procedure;
+    window_class.cbWndExtra = design.extra_bytes;
+    window_class.hInstance = instance;
+    window_class.hIcon = LoadIconA(instance, MAKEINTRESOURCEA(IDI_LARGE));
+    window_class.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+    window_class.hbrBackground = reinterpret_cast<HBRUSH>(UINT_PTR{COLOR_WINDOW} + 1);
+    window_class.lpszMenuName = MAKEINTRESOURCEA(design.menu);
+    window_class.lpszClassName = design.name;
+    window_class.hIconSm = LoadIconA(instance, MAKEINTRESOURCEA(IDI_SMALL));
+    return RegisterClassExA(&window_class) != 0;
+}
+
+void RegisterWindowClasses(HINSTANCE instance) {
+    const WindowNames& names = window_names();
+    // Without its class the main window cannot be created either, which ends the program.
+    register_class(instance, {names.main_class, MainWindowProc, IDR_MAIN_MENU, 0});
+    if (!register_class(instance,
+                        {names.logo_class, LogoWindowProc, IDR_LOGO_MENU, kRecordBytes})) {
+        ShowMessageF(MainWindow(), "Error registering LogoWindow class. GetLastError()=%d",
+                     static_cast<int>(GetLastError()));
+    }
+    if (!register_class(instance,
+                        {names.engine_class, DefWindowProcA, IDR_ENGINE_MENU, kRecordBytes})) {
+        ShowMessageF(MainWindow(), "Error registering EngineWindow class. GetLastError()=%d",
+                     static_cast<int>(GetLastError()));
+    }
+}
+
+// The main window on screen; false when there is none.
+bool InitInstance(HINSTANCE instance, int show) {
+    const HWND window = CreateMainWindow(instance);
+    if (window == nullptr) {
+        return false;
+    }
+    SetMainWindow(window);
+    ShowWindow(window, show);
+    UpdateWindow(window);
+    return true;
+}
+
+int run_message_loop(HACCEL accelerators) {
+    MSG message{};
+    while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+        // A shortcut goes to the window that the key was addressed to, and to no other.
+        if (TranslateAcceleratorA(message.hwnd, accelerators, &message) == 0) {
+            TranslateMessage(&message);
+            DispatchMessageA(&message);
+        }
+    }
+    return static_cast<int>(message.wParam);
+}
+
+} // namespace
+
+int PelmoraMain(HINSTANCE instance, int show) {
+    OpenLogFiles();
+    SetAppInstance(instance);
+    LoadWindowNames(instance);
+    RegisterWindowClasses(instance);
+    if (!InitInstance(instance, show)) {
+        return 0;
+    }
+    return run_message_loop(LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_ACCELERATORS)));
+}
+
+} // namespace pelmora

@@ -1,0 +1,12 @@
+// The program from its start to its end.
+#pragma once
+
+#include "platform/win32.h"
+
+namespace pelmora {
+
+// Runs the program; `show` is how the main window is to appear. Returns the exit code, 0 too when
+// the main window could not be created. To be called once in a process.
+int PelmoraMain(HINSTANCE instance, int show);
+
+} // namespace pelmora

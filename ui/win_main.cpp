@@ -1,0 +1,6 @@
+// The program: nothing but its entry point, so that other programs can start the shell themselves.
+#include "ui/shell.h"
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
+    return pelmora::PelmoraMain(instance, show);
+}
