@@ -48,7 +48,8 @@ class WorkStack {
   private:
     // By value: `value` may live in the memory that is released here.
     void grow(T value) {
-        const std::size_t capacity = capacity_ * 2;
+        // The maximum changes nothing; it shows the analyser that this is never zero.
+        const std::size_t capacity = std::max(capacity_, kInline) * 2;
         T* data = new (std::nothrow) T[capacity];
         if (data == nullptr) {
             fatal_out_of_memory();

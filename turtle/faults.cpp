@@ -21,11 +21,6 @@ void write_line(Fault fault, int number) {
     }
 }
 
-struct Loop {
-    int left; // passes
-    std::uint32_t done;
-};
-
 } // namespace
 
 // Where a run goes does not depend on what the turtle does, so the lines need no turtle: a run of
@@ -33,10 +28,9 @@ struct Loop {
 void faults_report(const Outline& outline, PenState pen, std::int64_t budget) {
     LinearCode code;
     linear_code_assemble(outline, pen, Work::lines, &code);
-    WorkStack<Loop> loops;
     std::int64_t steps = 0;
     int lines = 0;
-    const CodeWord* word = code.at(0);
+    const CodeWord* word = code.words.at(0);
     while (word->op != Op::end && steps <= budget && lines < kMostFaultLines) {
         const CodeWord& now = *word++;
         switch (now.op) {
@@ -44,20 +38,21 @@ void faults_report(const Outline& outline, PenState pen, std::int64_t budget) {
             steps += now.steps;
             break;
         case Op::line:
-            write_line(static_cast<Fault>(now.part), now.number);
+            write_line(now.fault, now.number);
             ++lines;
             break;
         case Op::loop:
-            loops.push({now.number, now.target});
+            *code.counters.at(now.jump.counter) = {static_cast<std::uint32_t>(now.number),
+                                                   now.jump.target};
             break;
         case Op::again:
-            if (--loops.top().left == 0) {
-                word = code.at(loops.pop().done);
+            if (LoopCounter& loop = *code.counters.at(now.jump.counter); --loop.left == 0) {
+                word = code.words.at(loop.done);
                 break;
             }
             [[fallthrough]];
         case Op::go:
-            word = code.at(now.target);
+            word = code.words.at(now.jump.target);
             break;
         default: // this code has no steps
             break;

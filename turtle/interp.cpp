@@ -1,5 +1,6 @@
 #include "turtle/interp.h"
 
+#include "turtle/color.h"
 #include "turtle/device_units.h"
 #include "turtle/faults.h"
 #include "turtle/heading_table.h"
@@ -32,20 +33,21 @@ class WholeHeading {
 
     explicit WholeHeading(double degrees) : degrees_(static_cast<int>(degrees)) {}
 
-    // A turn is less than a full one, so it is over the top once at most. No branches: how often
-    // that happens is nothing that a processor could guess.
+    // A turn is less than a full one, so it closes one circle at most.
     void right(int turn) {
         degrees_ += turn;
-        const bool over = degrees_ > kFullTurn;
-        circles_.right += over ? 1 : 0;
-        degrees_ -= over ? kFullTurn : 0;
+        if (degrees_ > kFullTurn) [[unlikely]] {
+            degrees_ -= kFullTurn;
+            ++circles_.right;
+        }
     }
 
     void left(int turn) {
         degrees_ -= turn;
-        const bool under = degrees_ < -kFullTurn;
-        circles_.left += under ? 1 : 0;
-        degrees_ += under ? kFullTurn : 0;
+        if (degrees_ < -kFullTurn) [[unlikely]] {
+            degrees_ += kFullTurn;
+            ++circles_.left;
+        }
     }
 
     [[nodiscard]] Direction direction() const {
@@ -97,10 +99,10 @@ class MeasuredPath {
     explicit MeasuredPath(RECT* bounds) : bounds_(bounds) {}
 
     void move(double x, double y, std::int32_t /*pen_up*/) {
-        left_ = x < left_ ? x : left_;
-        right_ = x > right_ ? x : right_;
-        top_ = y < top_ ? y : top_;
-        bottom_ = y > bottom_ ? y : bottom_;
+        left_ = left_ < x ? left_ : x;
+        right_ = right_ > x ? right_ : x;
+        top_ = top_ < y ? top_ : y;
+        bottom_ = bottom_ > y ? bottom_ : y;
     }
 
     void finish() {
@@ -157,10 +159,10 @@ std::int32_t add_count(std::int32_t start, std::int64_t count) {
 template <class Heading, class Path>
 class Turtle {
   public:
-    Turtle(HDC device, const DrawContext& ctx, const Path& path)
+    Turtle(const DrawContext& ctx, const Path& path)
         : x_(ctx.x), y_(ctx.y), scale_x_(ctx.scale_x), scale_y_(ctx.scale_y),
-          distance_(ctx.distance), heading_(ctx.heading), path_(path), pen_up_(ctx.pen_up),
-          color_{ctx.red, ctx.green, ctx.blue}, device_(device), pen_width_(ctx.pen_width) {}
+          distance_(ctx.distance), path_(path), heading_(ctx.heading), pen_up_(ctx.pen_up),
+          color_(color_pack(ctx.red, ctx.green, ctx.blue)) {}
 
     void forward(double distance) {
         const Direction direction = heading_.direction();
@@ -181,12 +183,9 @@ class Turtle {
     }
 
     // As an increment is less than the modulus, this always changes the colour.
-    void color(std::uint8_t part, int increment) {
-        color_[part] = (color_[part] + increment) & 255;
+    void color(PackedColor increment) {
+        color_ = color_add(color_, increment);
         ++color_changes_;
-        if (device_ != nullptr) {
-            pen_renew(device_, pen_width_, color_[0], color_[1], color_[2]);
-        }
     }
 
     void pen(std::int32_t up) { pen_up_ = up; }
@@ -196,16 +195,19 @@ class Turtle {
         repetitions_ += tally.repetitions;
     }
 
+    void renew_pen(HDC device, int width) const {
+        pen_renew(device, width, color_red(color_), color_green(color_),
+                  color_blue(color_));
+    }
+
     void finish(DrawContext* ctx);
 
   private:
     double x_, y_, scale_x_, scale_y_, distance_;
-    Heading heading_;
     Path path_;
+    Heading heading_;
     std::int32_t pen_up_;
-    std::int32_t color_[3];
-    HDC device_;
-    int pen_width_;
+    PackedColor color_;
     std::int64_t right_turns_ = 0;
     std::int64_t left_turns_ = 0;
     std::int64_t color_changes_ = 0;
@@ -222,9 +224,9 @@ void Turtle<Heading, Path>::finish(DrawContext* ctx) {
     ctx->heading = heading_.degrees();
     ctx->distance = distance_;
     ctx->pen_up = pen_up_;
-    ctx->red = color_[0];
-    ctx->green = color_[1];
-    ctx->blue = color_[2];
+    ctx->red = color_red(color_);
+    ctx->green = color_green(color_);
+    ctx->blue = color_blue(color_);
     ctx->turns = add_count(ctx->turns, right_turns_ + left_turns_);
     ctx->right_turns = add_count(ctx->right_turns, right_turns_);
     ctx->left_turns = add_count(ctx->left_turns, left_turns_);
@@ -264,20 +266,36 @@ class Budget {
     std::int64_t left_;
 };
 
-struct Loop {
-    int left; // passes
-    std::uint32_t done;
+enum class Event {
+    color, // it has changed
+    end,
+    limit,
 };
 
-// Runs the code. False when the steps did not suffice.
+// A run between two events.
 template <class Turtle>
-bool run_code(CodeWord* code, Turtle& turtle, Budget& budget) {
-    WorkStack<Loop> outer;
-    Loop loop{0, 0};
-    CodeWord* word = code;
-    budget.pay(word);
+struct Run {
+    Turtle turtle;
+    Budget budget;
+    CodeWord* word;
+};
+
+// Runs on to the next event. What a call from within would cost is not the call: for its sake the
+// compiler would keep the turtle in memory all the way. So new pens are left to the caller, and
+// nothing here calls anything, but for lines and unusual headings.
+template <class Turtle>
+[[gnu::noinline]] Event run_on(LinearCode* code, bool stops_at_colors, Run<Turtle>* run) {
+    Turtle turtle = run->turtle;
+    Budget budget = run->budget;
+    CodeWord* word = run->word;
+    CodeWord* const words = code->words.at(0);
+    LoopCounter* const counters = code->counters.at(0);
+    const auto stop = [&](Event event) {
+        *run = {turtle, budget, word + 1};
+        return event;
+    };
     for (;;) {
-        const CodeWord& now = *word++;
+        const CodeWord& now = *word;
         switch (now.op) {
         case Op::forward:
             turtle.forward(now.distance);
@@ -289,7 +307,10 @@ bool run_code(CodeWord* code, Turtle& turtle, Budget& budget) {
             turtle.left(now.number);
             break;
         case Op::color:
-            turtle.color(now.part, now.number);
+            turtle.color(now.increment);
+            if (stops_at_colors) {
+                return stop(Event::color);
+            }
             break;
         case Op::pen:
             turtle.pen(now.number);
@@ -300,41 +321,46 @@ bool run_code(CodeWord* code, Turtle& turtle, Budget& budget) {
         case Op::add:
             turtle.repeated(now.tally);
             break;
-        case Op::loop:
-            turtle.repeated({1, static_cast<std::uint32_t>(now.number)});
-            outer.push(loop);
-            loop = {now.number, now.target};
-            budget.pay(word);
+        case Op::loop: {
+            const auto passes = static_cast<std::uint32_t>(now.number);
+            turtle.repeated({1, passes});
+            counters[now.jump.counter] = {passes, now.jump.target};
+            budget.pay(word + 1);
             break;
-        case Op::again:
-            if (--loop.left != 0) {
-                word = code + now.target;
-            } else {
-                word = code + loop.done;
-                loop = outer.pop();
-            }
-            budget.pay(word);
-            break;
-        case Op::go:
-            word = code + now.target;
-            budget.pay(word);
-            break;
-        case Op::end:
-            return true;
-        case Op::limit:
-            return false;
         }
+        case Op::again: {
+            LoopCounter& loop = counters[now.jump.counter];
+            word = words + (--loop.left != 0 ? now.jump.target : loop.done);
+            budget.pay(word);
+            continue;
+        }
+        case Op::go:
+            word = words + now.jump.target;
+            budget.pay(word);
+            continue;
+        case Op::end:
+            return stop(Event::end);
+        case Op::limit:
+            return stop(Event::limit);
+        default:
+            __builtin_unreachable(); // spares the check of every op
+        }
+        ++word;
     }
 }
 
 template <class Heading, class Path>
 bool run(HDC device, DrawContext* ctx, const Path& path, std::int64_t steps, LinearCode* code) {
-    Turtle<Heading, Path> turtle(device, *ctx, path);
-    Budget budget(steps);
-    const bool ended = run_code(code->at(0), turtle, budget);
-    turtle.finish(ctx);
+    Run<Turtle<Heading, Path>> run{{*ctx, path}, Budget(steps), code->words.at(0)};
+    run.budget.pay(run.word);
+    Event event{};
+    while ((event = run_on(code, device != nullptr, &run)) == Event::color) {
+        run.turtle.renew_pen(device, ctx->pen_width);
+    }
+    run.turtle.finish(ctx);
     // The step that is one too many is counted, too.
-    ctx->steps = add_count(ctx->steps, ended ? steps - budget.left() : steps + 1);
+    const bool ended = event == Event::end;
+    ctx->steps = add_count(ctx->steps, ended ? steps - run.budget.left() : steps + 1);
     return ended;
 }
 

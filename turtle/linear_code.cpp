@@ -11,23 +11,23 @@ constexpr CodeWord word_of(const Instruction& instruction) {
     const auto size = static_cast<std::int16_t>(n < 0 ? -n : n);
     switch (instruction.family) {
     case OpFamily::forward:
-        return {Op::forward, 0, n, 0, {static_cast<double>(n)}};
+        return {Op::forward, {}, 0, 0, {.distance = static_cast<double>(n)}};
     case OpFamily::turn:
-        return {n < 0 ? Op::left : Op::right, 0, size, 0, {}};
+        return {n < 0 ? Op::left : Op::right, {}, size, 0, {}};
     case OpFamily::red:
-        return {Op::color, 0, n, 0, {}};
+        return {Op::color, {}, 0, 0, {.increment = color_pack(n, 0, 0)}};
     case OpFamily::green:
-        return {Op::color, 1, n, 0, {}};
+        return {Op::color, {}, 0, 0, {.increment = color_pack(0, n, 0)}};
     case OpFamily::blue:
-        return {Op::color, 2, n, 0, {}};
+        return {Op::color, {}, 0, 0, {.increment = color_pack(0, 0, n)}};
     case OpFamily::pen:
-        return {Op::pen, 0, n, 0, {}};
+        return {Op::pen, {}, n, 0, {}};
     case OpFamily::block: // as a terminal it does nothing
     case OpFamily::branch:
     case OpFamily::repeat:
         break;
     }
-    return {Op::idle, 0, 0, 0, {}};
+    return {Op::idle, {}, 0, 0, {}};
 }
 
 // The word of every terminal, by its code.
@@ -36,7 +36,7 @@ constexpr auto kTerminalWords = [] {
     for (int code = 0; code < 256; ++code) {
         const Instruction* instruction = op_instruction(code);
         words[static_cast<std::size_t>(code)] =
-            instruction == nullptr ? CodeWord{Op::idle, 0, 0, 0, {}} : word_of(*instruction);
+            instruction == nullptr ? CodeWord{Op::idle, {}, 0, 0, {}} : word_of(*instruction);
     }
     return words;
 }();
@@ -82,7 +82,7 @@ class Assembler {
     [[nodiscard]] std::uint32_t here() const;
     void settle();
     void step(const CodeWord& word);
-    void control(Op op, std::int16_t number, std::uint32_t target);
+    void control(Op op, std::int16_t number, Jump jump);
 
     const Outline& outline_;
     const Work work_;
@@ -102,6 +102,7 @@ Assembler::Assembler(const Outline& outline, PenState pen, Work work, LinearCode
     : outline_(outline), work_(work), code_(*code), pen_(pen) {
     for (std::size_t i = 0; i < outline_.functions.size(); ++i) {
         passes_.push({0, 0});
+        code_.counters.push({0, 0});
     }
 }
 
@@ -115,7 +116,7 @@ void Assembler::assemble() {
         }
         item(*outline_.items.at(at_));
     }
-    control(Op::end, 0, 0);
+    control(Op::end, 0, {0, 0});
 }
 
 void Assembler::item(const Item& item) {
@@ -130,7 +131,7 @@ void Assembler::item(const Item& item) {
     case ItemKind::fault:
         if (work_ == Work::lines) {
             settle();
-            code_.push({Op::line, item.code, item.number, 0, {}});
+            code_.words.push({Op::line, static_cast<Fault>(item.code), item.number, 0, {}});
         }
         ++at_;
         return;
@@ -183,13 +184,13 @@ void Assembler::repeat(const Item& item, const FunctionOutline& function, PenSta
     }
     settle();
     open_.push({Span::loop, leaves, function.end, at_, here()});
-    control(Op::loop, item.number, 0);
+    control(Op::loop, item.number, {0, item.function});
     std::uint32_t& start = pass_start(item);
     if (start == 0) {
         start = here();
         ++at_;
     } else {
-        control(Op::go, 0, start);
+        control(Op::go, 0, {start, 0});
         leave_loop();
     }
 }
@@ -221,7 +222,7 @@ void Assembler::close_pass(const Item& item) {
     if (!known) {
         start = here() + 1;
     }
-    control(Op::again, 0, start);
+    control(Op::again, 0, {start, item.function});
     if (known) {
         leave_loop();
     } else {
@@ -231,7 +232,7 @@ void Assembler::close_pass(const Item& item) {
 
 void Assembler::leave_loop() {
     const Open loop = open_.pop();
-    code_.at(loop.word)->target = here();
+    code_.words.at(loop.word)->jump.target = here();
     pen_ = loop.leaves;
     at_ = loop.end;
 }
@@ -246,19 +247,19 @@ std::uint32_t& Assembler::pass_start(const Item& item) {
 }
 
 std::uint32_t Assembler::here() const {
-    return static_cast<std::uint32_t>(code_.size());
+    return static_cast<std::uint32_t>(code_.words.size());
 }
 
 // Before anything may stop the run, what is owed has to be counted.
 void Assembler::settle() {
-    CodeWord add{Op::add, 0, 0, 0, {}};
+    CodeWord add{Op::add, {}, 0, 0, {}};
     if (work_ == Work::lines) {
         add.steps = owed_.steps;
     } else {
         add.tally = {owed_.repeats, owed_.repetitions};
     }
     if (work_ == Work::lines ? owed_.steps != 0 : owed_.repetitions != 0) {
-        code_.push(add);
+        code_.words.push(add);
     }
     owed_ = {};
 }
@@ -269,15 +270,15 @@ void Assembler::step(const CodeWord& word) {
         return;
     }
     settle();
-    code_.push(word);
+    code_.words.push(word);
     ++leg_steps_;
 }
 
 // Ends a leg. The next one starts behind the word.
-void Assembler::control(Op op, std::int16_t number, std::uint32_t target) {
+void Assembler::control(Op op, std::int16_t number, Jump jump) {
     settle();
-    code_.push({op, 0, number, 0, {.target = target}});
-    code_.at(leg_)->leg = leg_steps_;
+    code_.words.push({op, {}, number, 0, {.jump = jump}});
+    code_.words.at(leg_)->leg = leg_steps_;
     leg_ = here();
     leg_steps_ = 0;
 }

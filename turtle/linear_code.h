@@ -6,6 +6,7 @@
 // the size of the tree and the number of steps, whatever the program.
 #pragma once
 
+#include "turtle/color.h"
 #include "turtle/outline.h"
 
 #include <cstdint>
@@ -22,10 +23,10 @@ enum class Op : std::uint8_t {
     idle,
     // The others are none.
     add,   // tally
-    line,  // part: the Fault; number: for its line
-    loop,  // counts itself and begins number passes; target: where to go on after the last
-    again, // the end of a pass; target: the next pass
-    go,    // target
+    line,  // fault; number: for its line
+    loop,  // counts itself and begins number passes; jump: where to go on after the last
+    again, // the end of a pass; jump: to the next
+    go,    // jump
     end,   // of the program
     limit, // of the steps
 };
@@ -38,23 +39,38 @@ struct Tally {
     std::uint32_t repeats, repetitions;
 };
 
+struct Jump {
+    std::uint32_t target;  // index of a word
+    std::uint32_t counter; // of loop and again: where the repeat's passes are counted
+};
+
+// The passes of one repeat while it runs. No repeat runs inside itself, so each has one of its own.
+struct LoopCounter {
+    std::uint32_t left;
+    std::uint32_t done; // index of the word after the loop
+};
+
 struct CodeWord {
     Op op;
-    std::uint8_t part;
+    Fault fault;
     std::int16_t number;
     // Steps of the leg, in its first word. A leg runs in one go: from the start of the code or from
     // after a loop, again or go to the next of these or the end.
     std::uint32_t leg;
     union {
         double distance;
-        std::uint32_t target;
+        PackedColor increment;
+        Jump jump;
         Tally tally;         // of add, in code for steps
         std::uint32_t steps; // of add, in code for lines
     };
 };
 static_assert(sizeof(CodeWord) == 16);
 
-using LinearCode = WorkStack<CodeWord, 512>;
+struct LinearCode {
+    WorkStack<CodeWord, 400> words;
+    WorkStack<LoopCounter, 128> counters;
+};
 
 // What counts as work; everything else is added up.
 enum class Work {

@@ -183,6 +183,9 @@ bool LogoReleasePrograms(LogoWindow* record, Population* pop) {
 void LogoZoomSelected(LogoWindow* record) {
     const Lifer* lifer = LogoSelectedLifer(record);
     record->zoomTree = lifer != nullptr ? lifer->program : nullptr;
+    if (record->showGrid == 0) { // another drawing takes the place of the one in view
+        RedrawWindow(record->hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+    }
 }
 
 } // namespace pelmora

@@ -23,8 +23,9 @@ const char* log_target(const char* path) {
 
 void open_log(std::FILE* stream, const char* path) {
     if (std::freopen(log_target(path), "w", stream) != nullptr) {
+        // Unbuffered: a line is in the file when it was written, whatever happens next.
+        std::setvbuf(stream, nullptr, _IONBF, 0);
         std::fputs("------ THIS IS PELMORA ----------\n", stream);
-        std::fflush(stream);
     }
 }
 

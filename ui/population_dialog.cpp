@@ -207,7 +207,7 @@ void NewPopulation() {
     rng_seed(rng_clock_seed());
     fill_params(&newPopParams);
     params_list(newPopParams, stderr);
-    const HWND window = CreateLogoWindow(AppInstance(), newPopParams);
+    HWND window = CreateLogoWindow(AppInstance(), newPopParams);
     if (window != nullptr) {
         ShowWindow(window, SW_SHOWNORMAL);
         UpdateWindow(window);

@@ -62,10 +62,10 @@ RECT DefaultLogoWindowRect() {
 
 HWND create_window(HINSTANCE instance) {
     const RECT place = DefaultLogoWindowRect();
-    const HWND window = CreateWindowExA(
-        WS_EX_OVERLAPPEDWINDOW, window_names().logo_class, window_names().logo_title,
-        WS_OVERLAPPEDWINDOW, place.left, place.top, place.right - place.left,
-        place.bottom - place.top, nullptr, nullptr, instance, nullptr);
+    HWND window = CreateWindowExA(WS_EX_OVERLAPPEDWINDOW, window_names().logo_class,
+                                  window_names().logo_title, WS_OVERLAPPEDWINDOW, place.left,
+                                  place.top, place.right - place.left, place.bottom - place.top,
+                                  nullptr, nullptr, instance, nullptr);
     if (window == nullptr) {
         ShowMessageF(MainWindow(), "Error creating Pelmora window. GetLastError()=%d",
                      static_cast<int>(GetLastError()));
@@ -183,7 +183,7 @@ HWND CreateLogoWindow(HINSTANCE instance, const EvolveParams& params) {
     if (owned == nullptr) {
         return nullptr;
     }
-    const HWND window = create_window(instance);
+    HWND window = create_window(instance);
     if (window == nullptr) {
         return nullptr;
     }
@@ -208,7 +208,7 @@ void LogoMakePict(HWND, LogoWindow* record, int index) {
     const int width = cell.right - cell.left;
     const int height = cell.bottom - cell.top;
     const RECT picture{0, 0, width, height};
-    const HBRUSH white = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+    HBRUSH white = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
     HDC offscreen = record->offscreenDC.get();
     HDC cell_device = record->cellDCs[index].get();
 

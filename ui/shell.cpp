@@ -38,25 +38,9 @@ bool register_class(HINSTANCE instance, const ClassDesign& design) {
     return RegisterClassExA(&window_class) != 0;
 }
 
-void RegisterWindowClasses(HINSTANCE instance) {
-    const WindowNames& names = window_names();
-    // Without its class the main window cannot be created either, which ends the program.
-    register_class(instance, {names.main_class, MainWindowProc, IDR_MAIN_MENU, 0});
-    if (!register_class(instance,
-                        {names.logo_class, LogoWindowProc, IDR_LOGO_MENU, kRecordBytes})) {
-        ShowMessageF(MainWindow(), "Error registering LogoWindow class. GetLastError()=%d",
-                     static_cast<int>(GetLastError()));
-    }
-    if (!register_class(instance,
-                        {names.engine_class, DefWindowProcA, IDR_ENGINE_MENU, kRecordBytes})) {
-        ShowMessageF(MainWindow(), "Error registering EngineWindow class. GetLastError()=%d",
-                     static_cast<int>(GetLastError()));
-    }
-}
-
 // The main window on screen; false when there is none.
 bool InitInstance(HINSTANCE instance, int show) {
-    const HWND window = CreateMainWindow(instance);
+    HWND window = CreateMainWindow(instance);
     if (window == nullptr) {
         return false;
     }
@@ -79,6 +63,22 @@ int run_message_loop(HACCEL accelerators) {
 }
 
 } // namespace
+
+void RegisterWindowClasses(HINSTANCE instance) {
+    const WindowNames& names = window_names();
+    // Without its class the main window cannot be created either, which ends the program.
+    register_class(instance, {names.main_class, MainWindowProc, IDR_MAIN_MENU, 0});
+    if (!register_class(instance,
+                        {names.logo_class, LogoWindowProc, IDR_LOGO_MENU, kRecordBytes})) {
+        ShowMessageF(MainWindow(), "Error registering LogoWindow class. GetLastError()=%d",
+                     static_cast<int>(GetLastError()));
+    }
+    if (!register_class(instance,
+                        {names.engine_class, DefWindowProcA, IDR_ENGINE_MENU, kRecordBytes})) {
+        ShowMessageF(MainWindow(), "Error registering EngineWindow class. GetLastError()=%d",
+                     static_cast<int>(GetLastError()));
+    }
+}
 
 int PelmoraMain(HINSTANCE instance, int show) {
     OpenLogFiles();

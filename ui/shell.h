@@ -5,6 +5,10 @@
 
 namespace pelmora {
 
+// Registers the classes of the main, the population and the editor window, whose names must have
+// been loaded. A failure of the latter two is shown to the user.
+void RegisterWindowClasses(HINSTANCE instance);
+
 // Runs the program; `show` is how the main window is to appear. Returns the exit code, 0 too when
 // the main window could not be created. To be called once in a process.
 int PelmoraMain(HINSTANCE instance, int show);

@@ -25,19 +25,35 @@ std::vector<DialogWindow*>& open_dialogs() {
 
 // Dialog units are parts of the dialog font's average character: 4 across, 8 down. The font is the
 // desktop's own, so that a dialog looks at home; the places scale along.
-struct DialogUnits {
-    int across, down;
-
-    DialogUnits() {
+class DialogUnits {
+  public:
+    explicit DialogUnits(const DialogTemplate& design) {
         const QFontMetrics metrics(QApplication::font());
         const QString letters =
             QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
-        across = (metrics.horizontalAdvance(letters) / 26 + 1) / 2;
-        down = metrics.height();
+        across_ = (metrics.horizontalAdvance(letters) / 26 + 1) / 2;
+        down_ = metrics.height();
+        // The places were measured with another font: where a text is wider in this one, they all
+        // grow, so that no label is cut and nothing overlaps.
+        for (const DialogItem& item : design.items) {
+            const int text = metrics.horizontalAdvance(to_qstring(item.text.text).remove('&'));
+            if (is_line(item) && item.width > 0) {
+                across_ = std::max(across_, (text * 4 + item.width - 1) / item.width);
+            }
+        }
     }
     QRect rect(int x, int y, int width, int height) const {
-        return {x * across / 4, y * down / 8, width * across / 4, height * down / 8};
+        return {x * across_ / 4, y * down_ / 8, width * across_ / 4, height * down_ / 8};
     }
+
+  private:
+    // A label of a single line.
+    static bool is_line(const DialogItem& item) {
+        constexpr int kTwoLines = 16;
+        return item.window_class.number == kStaticClass && item.height < kTwoLines;
+    }
+
+    int across_, down_;
 };
 
 QWidget* widget_of(HWND handle) {
@@ -58,7 +74,7 @@ void DialogWidget::closeEvent(QCloseEvent* event) {
 
 DialogWindow::DialogWindow(HWND owner, DLGPROC procedure, const DialogTemplate& design)
     : owner_(owner), procedure_(procedure), widget_(new DialogWidget(widget_of(owner), handle())) {
-    const DialogUnits units;
+    const DialogUnits units(design);
     const QRect area = units.rect(design.x, design.y, design.width, design.height);
     widget_->setWindowModality(Qt::WindowModal);
     widget_->setWindowTitle(to_qstring(design.title));
@@ -79,7 +95,7 @@ DialogWindow::~DialogWindow() {
 }
 
 void DialogWindow::add_controls(const DialogTemplate& design) {
-    const DialogUnits units;
+    const DialogUnits units(design);
     for (const DialogItem& item : design.items) {
         controls_.push_back(make_control(item, units.rect(item.x, item.y, item.width, item.height),
                                          handle(), widget_));
@@ -120,7 +136,9 @@ LRESULT DialogWindow::receive(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 void DialogWindow::dismantle() {
-    std::erase(open_dialogs(), this);
+    if (std::erase(open_dialogs(), this) > 0) {
+        post(nullptr, WM_NULL, 0, 0); // its loop may be asleep
+    }
     for (const auto& control : controls_) {
         forget_window(control->handle());
     }
@@ -135,6 +153,7 @@ void DialogWindow::dismantle() {
 void DialogWindow::end(INT_PTR result) {
     ended_ = true;
     result_ = result;
+    post(nullptr, WM_NULL, 0, 0);
 }
 
 void DialogWindow::loop() {

@@ -8,6 +8,14 @@ namespace pelmora_test {
 using namespace pelmora;
 using Cell = const ExprNode* const*;
 
+std::string times(int n, const std::string& text) {
+    std::string all;
+    for (int i = 0; i < n; ++i) {
+        all += text;
+    }
+    return all;
+}
+
 ExprTree tree_of(const std::string& text) {
     return ExprTree(parse_expr(text.c_str()));
 }
@@ -29,6 +37,15 @@ std::string line_of(const ExprNode* root) {
             return Walk::on;
         });
     return line;
+}
+
+std::string written(void (*write)(const ExprNode*, std::FILE*), const ExprNode* root) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), std::fclose);
+    write(root, file.get());
+    std::string text(static_cast<std::size_t>(std::ftell(file.get())), '\0');
+    std::rewind(file.get());
+    text.resize(std::fread(text.data(), 1, text.size(), file.get()));
+    return text;
 }
 
 bool links_hold(const ExprNode* root) {

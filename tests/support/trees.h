@@ -3,9 +3,13 @@
 
 #include "model/expr.h"
 
+#include <cstdio>
 #include <string>
 
 namespace pelmora_test {
+
+// `text` written `n` times.
+std::string times(int n, const std::string& text);
 
 // The program in `text`, in the form "( BLOCK ( FWD_1 ) )"; owned by the result.
 pelmora::ExprTree tree_of(const std::string& text);
@@ -13,6 +17,10 @@ pelmora::ExprTree tree_of(const std::string& text);
 // The program as "( BLOCK ( FWD_1 ) )", tokens parted by one space; "none" for null. Made without
 // the program's own printer, so that it can be held against it.
 std::string line_of(const pelmora::ExprNode* root);
+
+// What one of the file writers of model/print.h writes.
+std::string written(void (*write)(const pelmora::ExprNode*, std::FILE*),
+                    const pelmora::ExprNode* root);
 
 // Whether every node is as the invariants of ExprNode have it: kind by code, no children but of
 // functions, and every child's slot at the element that holds it. The root's slot is not looked at.

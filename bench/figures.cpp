@@ -1,0 +1,79 @@
+#include "bench/figures.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+namespace pelmora_bench {
+namespace {
+
+class Collector : public benchmark::BenchmarkReporter {
+  public:
+    bool ReportContext(const Context& /*context*/) override { return true; }
+
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            if (run.run_type != Run::RT_Iteration) {
+                continue;
+            }
+            const auto iterations = static_cast<double>(run.iterations);
+            const double time = run.cpu_accumulated_time * 1e9 / iterations;
+            const double unit = run.counters.at("unit").value;
+            const auto [known, fresh] = times.try_emplace(run.run_name.function_name, time / unit);
+            known->second = std::min(known->second, time / unit);
+        }
+    }
+
+    Times times;
+};
+
+double time_of(const Times& times, const std::string& name) {
+    const auto found = times.find(name);
+    if (found == times.end()) {
+        std::fprintf(stderr, "there is no benchmark \"%s\"\n", name.c_str());
+        std::exit(1);
+    }
+    return found->second;
+}
+
+double value_of(const Figure& figure, const Times& times) {
+    double logs = 0;
+    for (const Ratio& ratio : figure.ratios) {
+        logs += std::log(time_of(times, ratio.top) / time_of(times, ratio.bottom));
+    }
+    return std::exp(logs / static_cast<double>(figure.ratios.size()));
+}
+
+} // namespace
+
+Times run_benchmarks() {
+    Collector collector;
+    benchmark::RunSpecifiedBenchmarks(&collector);
+    return collector.times;
+}
+
+bool print_figures(const std::vector<Figure>& figures, const Times& times) {
+    bool good = true;
+    std::printf("%-66s %8s %8s\n", "figure (ratio)", "target", "reached");
+    for (const Figure& figure : figures) {
+        const double value = value_of(figure, times);
+        if (figure.target == 0) {
+            std::printf("%-66s %8s %8.2f\n", figure.text.c_str(), "", value);
+            continue;
+        }
+        const bool pass = value <= figure.target;
+        good = good && pass;
+        std::printf("%-66s %8.2f %8.2f  %s\n", figure.text.c_str(), figure.target, value,
+                    pass ? "pass" : "SHORT");
+    }
+    std::printf("\n%-66s %17s\n", "time", "ns");
+    for (const auto& [name, time] : times) {
+        std::printf("%-66s %17.2f\n", name.c_str(), time);
+    }
+    return good;
+}
+
+} // namespace pelmora_bench

@@ -1,0 +1,23 @@
+// Runs every benchmark and prints one table of figures. Options of the benchmark library may be
+// given, such as --benchmark_filter; the figures need all of them.
+#include "bench/figures.h"
+
+#include "platform/win32.h"
+
+#include <benchmark/benchmark.h>
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    // Interleaved repetitions, so that a busy moment of the machine disturbs no ratio as a whole.
+    char program[] = "pelmora_bench";
+    char interleaving[] = "--benchmark_enable_random_interleaving=true";
+    char repetitions[] = "--benchmark_repetitions=12";
+    char duration[] = "--benchmark_min_time=0.6";
+    char* arguments[] = {program, interleaving, repetitions, duration, nullptr};
+    int count = 4;
+    benchmark::Initialize(&count, arguments);
+
+    std::vector<pelmora_bench::Figure> figures;
+    pelmora_bench::add_turtle_figures(&figures);
+    pelmora_bench::add_evolve_figures(&figures);
+    return pelmora_bench::print_figures(figures, pelmora_bench::run_benchmarks()) ? 0 : 1;
+}

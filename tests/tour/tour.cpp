@@ -1,0 +1,112 @@
+// A guided tour: drives the real program in its real message loop as a user does, checks what every
+// step shows and saves a picture of it. The argument is the folder for the pictures.
+#include "tests/tour/tour.h"
+
+#include "evolve/random.h"
+#include "ui/shell.h"
+
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <utility>
+
+#include <unistd.h>
+
+namespace tour {
+
+namespace {
+
+// The same turtles on every tour.
+std::uint32_t fixed_ticks() {
+    return 1234;
+}
+
+// What a new population writes to the error log.
+std::string listing(const std::string& pcross, const std::string& depth) {
+    return "PCROSS    = " + pcross + "\nPCOLOR    = 0.100000\nPMUTATE   = 0.200000\n" +
+           "PFNODE    = 0.750000\nMAX_CHILD = 4\nMAX_DEPTH = " + depth +
+           "\nFWDMULT   = 0.500000\nTURNMULT   = 0.300000\nLOOPMULT   = 0.200000\n" +
+           "CLRMULT   = 0.100000\nRPTMULT   = 0.100000\nREPMULT   = 0.050000\n";
+}
+
+} // namespace
+
+Tour::Tour(std::string folder)
+    // The program sends its streams to its log files; the tour's own words go where they went.
+    : folder_(std::move(folder)), out_(::fdopen(::dup(STDOUT_FILENO), "w")),
+      script_([this](const std::string& failure) {
+          check(failure.empty(), failure);
+          PostQuitMessage(0);
+      }) {}
+
+Tour::~Tour() {
+    std::fclose(out_);
+}
+
+void Tour::check(bool holds, const std::string& what) {
+    if (!holds) {
+        ++failures_;
+        std::fprintf(out_, "FAILED at \"%s\": %s\n", step_.c_str(), what.c_str());
+    }
+}
+
+void Tour::step(const std::string& name, std::function<void()> action) {
+    script_.then(name, [this, name, action = std::move(action)] {
+        step_ = name;
+        ++steps_;
+        action();
+    });
+}
+
+void Tour::wait_for(const std::string& title) {
+    script_.await("the window \"" + title + "\"",
+                  [title] { return user::find_window(title) != nullptr; });
+}
+
+void Tour::wait_until_gone(const std::string& title) {
+    script_.await("the end of the window \"" + title + "\"",
+                  [title] { return user::find_window(title) == nullptr; });
+}
+
+void Tour::picture(const std::string& name, const std::string& title) {
+    step("picture " + name, [this, name, title] {
+        const std::string path = folder_ + "/" + name + ".png";
+        check(user::save_picture(user::find_window(title), path), "cannot write " + path);
+    });
+}
+
+int Tour::run() {
+    pelmora::rng_set_tick_source(fixed_ticks);
+    script_.start();
+    const int exit_code = pelmora::PelmoraMain(nullptr, SW_SHOWNORMAL);
+    step_ = "after the program's end";
+    check(exit_code == 0, "the program's exit code is 0");
+    check_log_files();
+    std::fprintf(out_, "%d steps, %d failures\n", steps_, failures_);
+    return failures_ == 0 ? 0 : 1;
+}
+
+void Tour::check_log_files() {
+    const std::string banner = "------ THIS IS PELMORA ----------\n";
+    const auto read = [](const char* path) {
+        std::ifstream file(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    check(read("stdout.txt") == banner, "stdout.txt holds the banner alone");
+    const std::string log = read("stderr.txt");
+    const std::string slider = "DLG HSCROLL: Min = 0, Max = 100, Pos = 100, Pct 1.000000\n";
+    check(log == banner + listing("0.800000", "9") + slider + slider + listing("1.000000", "1"),
+          "stderr.txt holds banner, listing, slider lines and another listing, not: " + log);
+}
+
+} // namespace tour
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR command_line, int) {
+    tour::Tour tour(command_line);
+    tour::visit_main_window(tour);
+    tour::visit_first_population(tour);
+    tour::visit_breeding(tour);
+    tour::visit_second_population(tour);
+    tour::leave(tour);
+    return tour.run();
+}

@@ -1,0 +1,53 @@
+// The guided tour's means: steps, checks and pictures.
+#pragma once
+
+#include "tests/support/user.h"
+
+#include <cstdio>
+#include <functional>
+#include <string>
+
+namespace tour {
+
+class Tour {
+  public:
+    explicit Tour(std::string folder);
+    ~Tour();
+    Tour(const Tour&) = delete;
+    Tour& operator=(const Tour&) = delete;
+
+    // What a user does next, once the program is through with all before.
+    void step(const std::string& name, std::function<void()> action);
+
+    // Waits for a window with this title to be there, or to be gone.
+    void wait_for(const std::string& title);
+    void wait_until_gone(const std::string& title);
+
+    // Saves a picture of the window with this title.
+    void picture(const std::string& name, const std::string& title);
+
+    // Notes a failure of the current step unless `holds`.
+    void check(bool holds, const std::string& what);
+
+    // Starts the program and takes the tour through it. The exit code: 0 when every check held.
+    int run();
+
+  private:
+    void check_log_files();
+
+    std::string folder_;
+    std::FILE* out_;
+    user::Script script_;
+    std::string step_;
+    int steps_ = 0;
+    int failures_ = 0;
+};
+
+// The parts of the tour, in their order.
+void visit_main_window(Tour& tour);
+void visit_first_population(Tour& tour);
+void visit_breeding(Tour& tour);
+void visit_second_population(Tour& tour);
+void leave(Tour& tour);
+
+} // namespace tour

@@ -1,0 +1,216 @@
+// The breeding commands on a real window.
+#include "evolve/random.h"
+#include "resources/resource.h"
+#include "tests/support/trees.h"
+#include "tests/ui/program.h"
+#include "ui/breeding_commands.h"
+#include "ui/population_view.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace pelmora;
+using namespace pelmora_test;
+
+void retire_all_but(const PopulationWindow& window, const std::set<int>& live) {
+    for (int i = 0; i < window.record()->lifeCount; ++i) {
+        window.record()->lifeFlags[i] = live.count(i) != 0 ? LIVE_FLAG : std::uint16_t{0};
+    }
+}
+
+bool all_live(const PopulationWindow& window) {
+    for (int i = 0; i < window.record()->lifeCount; ++i) {
+        if (window.record()->lifeFlags[i] != LIVE_FLAG) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::vector<double> scores(const Population& pop) {
+    std::vector<double> all;
+    for (int i = 0; i < pop.size; ++i) {
+        all.push_back(pop.lifers[i].score);
+    }
+    return all;
+}
+
+// What a population without pictures would score.
+std::vector<double> measured_scores(const PopulationWindow& window) {
+    std::vector<double> all;
+    DrawContext ctx = window.record()->drawContext;
+    for (int i = 0; i < window.record()->lifeCount; ++i) {
+        RECT bounds{};
+        draw_reset(&ctx);
+        draw_run(nullptr, &ctx, window.record()->current->lifers[i].program, &bounds);
+        all.push_back(draw_score(&ctx));
+    }
+    return all;
+}
+
+// Only copies are bred, so that a child tells its parent.
+EvolveParams copying_params(bool weights) {
+    EvolveParams params = small_params(32);
+    params.PCROSS = 0.0;
+    if (!weights) {
+        params.FWDMULT = params.TURNMULT = params.LOOPMULT = 0.0;
+        params.CLRMULT = params.RPTMULT = params.REPMULT = 0.0;
+    }
+    return params;
+}
+
+TEST(Breeding, RetiredTurtlesHaveNoChildrenWhateverTheScores) {
+    for (const bool weights : {true, false}) {
+        const PopulationWindow window(copying_params(weights));
+        const std::vector<std::string> parents = window.programs();
+        const std::set<int> live = {3, 17, 30};
+        retire_all_but(window, live);
+        window.command(IDM_EVOLVE);
+        std::set<std::string> allowed;
+        for (const int i : live) {
+            allowed.insert(parents[static_cast<std::size_t>(i)]);
+        }
+        for (const std::string& child : window.programs()) {
+            EXPECT_EQ(allowed.count(child), 1U) << child;
+        }
+        EXPECT_TRUE(all_live(window));
+        EXPECT_EQ(window.record()->previous->lifers[0].score, 0.0);
+        EXPECT_TRUE(scores(*window.record()->current) == measured_scores(window));
+        EXPECT_EQ(window.record()->busy, 0);
+    }
+}
+
+TEST(Breeding, WithEveryoneRetiredEveryoneHasTheSameChance) {
+    const PopulationWindow window(copying_params(false));
+    const std::vector<std::string> parents = window.programs();
+    window.command(IDM_ALL_RETIRE);
+    window.command(IDM_EVOLVE);
+    const std::vector<std::string> children = window.programs();
+    EXPECT_GT(std::set<std::string>(children.begin(), children.end()).size(), 5U);
+    EXPECT_TRUE(all_live(window));
+}
+
+// Tells how many numbers were taken from the random stream since it was made, by carrying on the
+// recurrence of the stream from 55 numbers that it takes itself.
+class StreamWatch {
+  public:
+    StreamWatch() {
+        for (int i = 0; i < 55; ++i) {
+            seen_.push_back(rng_draw());
+        }
+    }
+    int taken() const {
+        const double now = rng_draw();
+        std::vector<double> stream = seen_;
+        for (int ahead = 0; ahead < 10'000; ++ahead) {
+            const std::size_t n = stream.size();
+            const double t = stream[n - 55] - stream[n - 24];
+            stream.push_back(t < 0.0 ? t + 1.0 : t);
+            if (stream.back() == now) {
+                return ahead;
+            }
+        }
+        return -1;
+    }
+
+  private:
+    std::vector<double> seen_;
+};
+
+TEST(Breeding, FiveGenerationsHeedTheMarksOnceAndMeasureTheFourUnseen) {
+    const PopulationWindow window(copying_params(true));
+    const std::vector<std::string> parents = window.programs();
+    retire_all_but(window, {4, 9});
+    const StreamWatch stream;
+    window.command(IDM_EVOLVE_FIVE);
+    EXPECT_EQ(stream.taken(), 5 * 16 * 3); // for each pair two parents and a coin
+    for (const std::string& program : window.programs()) {
+        EXPECT_TRUE(program == parents[4] || program == parents[9]);
+    }
+    EXPECT_TRUE(scores(*window.record()->current) == measured_scores(window));
+    const std::vector<double> fourth = scores(*window.record()->previous);
+    window.command(IDM_REVERT);
+    EXPECT_TRUE(fourth == measured_scores(window));
+    EXPECT_TRUE(all_live(window));
+}
+
+TEST(Breeding, RevertGoesBackAndForthAndEvolveBreedsAnew) {
+    const PopulationWindow window(small_params(16));
+    const std::vector<std::string> first = window.programs();
+    EXPECT_EQ(alerts_of([&] { window.command(IDM_REVERT); }),
+              std::vector<std::string>{"You must evolve the population before you can revert it."});
+    EXPECT_TRUE(window.programs() == first);
+    window.command(IDM_EVOLVE);
+    const std::vector<std::string> second = window.programs();
+    retire_all_but(window, {});
+    window.command(IDM_REVERT);
+    EXPECT_TRUE(window.programs() == first);
+    EXPECT_TRUE(all_live(window));
+    window.command(IDM_REVERT);
+    EXPECT_TRUE(window.programs() == second);
+    window.command(IDM_REVERT);
+    window.command(IDM_EVOLVE);
+    EXPECT_FALSE(window.programs() == second);
+    window.command(IDM_REVERT);
+    EXPECT_TRUE(window.programs() == first);
+}
+
+TEST(Breeding, MutateAndReplaceTouchTheSelectedTurtleAlone) {
+    const PopulationWindow window(small_params(8));
+    LogoWindow* record = window.record();
+    const std::vector<std::string> before = window.programs();
+    EXPECT_EQ(alerts_of([&] { window.command(IDM_MUTATE); }),
+              std::vector<std::string>{"You must select a turtle to mutate."});
+    record->selected = 3;
+    record->lifeFlags[3] = 0;
+    while (window.programs()[3] == before[3]) {
+        window.command(IDM_MUTATE);
+    }
+    EXPECT_TRUE(links_hold(record->current->lifers[3].program));
+    EXPECT_TRUE(LogoReplaceTurtle(window.handle(), record, tree_of("( FWD_100 )").release()));
+    EXPECT_EQ(record->current->lifers[3].program->slot, &record->current->lifers[3].program);
+    EXPECT_EQ(record->current->lifers[3].score, 100 * 0.002 * record->drawContext.multipliers[0]);
+    EXPECT_EQ(record->lifeFlags[3], 0);
+    std::vector<std::string> after = window.programs();
+    EXPECT_EQ(after[3], "( FWD_100 )");
+    after[3] = before[3];
+    EXPECT_TRUE(after == before);
+}
+
+TEST(Breeding, TheSingleViewNeverShowsAProgramThatIsGone) {
+    const PopulationWindow window(small_params(8));
+    LogoWindow* record = window.record();
+    const RECT cell = LogoCellRect(record, 2);
+    user::click(window.handle(), cell.left + 5, cell.top + 5, user::Button::right);
+    settle();
+    ASSERT_EQ(record->showGrid, 0);
+    const ExprNode* shown = record->zoomTree;
+    const auto shows_selected = [record] {
+        return record->zoomTree == record->current->lifers[record->selected].program;
+    };
+    EXPECT_TRUE(shows_selected());
+    window.command(IDM_EVOLVE);
+    EXPECT_EQ(record->zoomTree, shown); // among the parents, and still there
+    for (int i = 0; i < 3; ++i) {
+        window.command(i == 1 ? IDM_EVOLVE_FIVE : IDM_EVOLVE);
+        settle();
+        window.command(IDM_MUTATE);
+        settle();
+        EXPECT_TRUE(shows_selected() || record->zoomTree->slot != nullptr);
+    }
+    LogoReplaceTurtle(window.handle(), record, tree_of("( FWD_1 )").release());
+    settle();
+    record->selected = -1;
+    window.command(IDM_EVOLVE);
+    window.command(IDM_EVOLVE);
+    window.command(IDM_EVOLVE);
+    settle();
+    EXPECT_EQ(record->zoomTree, nullptr); // nobody is selected, so nobody is shown
+}
+
+} // namespace

@@ -1,0 +1,117 @@
+#include "tests/ui/program.h"
+
+#include "evolve/random.h"
+#include "resources/resource.h"
+#include "tests/support/trees.h"
+#include "ui/shell.h"
+#include "ui/window_names.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace pelmora_test {
+
+using namespace pelmora;
+
+void prepare_program() {
+    static const bool prepared = [] {
+        LoadWindowNames(nullptr);
+        RegisterWindowClasses(nullptr);
+        return true;
+    }();
+    ASSERT_TRUE(prepared);
+}
+
+EvolveParams small_params(std::int32_t size) {
+    return {size, 4, 4, 0.8, 0.2, 0.75, 0.1, 0.5, 0.3, 0.2, 0.1, 0.1, 0.05};
+}
+
+PopulationWindow::PopulationWindow(const EvolveParams& params) {
+    prepare_program();
+    rng_seed(0.25);
+    window_ = CreateLogoWindow(nullptr, params);
+    ShowWindow(window_, SW_SHOWNORMAL);
+    settle();
+}
+
+PopulationWindow::~PopulationWindow() {
+    if (IsWindow(window_)) {
+        DestroyWindow(window_);
+    }
+    settle();
+}
+
+LogoWindow* PopulationWindow::record() const {
+    return reinterpret_cast<LogoWindow*>(GetWindowLongPtrA(window_, 0));
+}
+
+std::vector<std::string> PopulationWindow::programs() const {
+    std::vector<std::string> lines;
+    for (int i = 0; i < record()->lifeCount; ++i) {
+        lines.push_back(line_of(record()->current->lifers[i].program));
+    }
+    return lines;
+}
+
+namespace {
+
+// Looks for alerts until `over`, each of which it notes and dismisses.
+class AlertReader {
+  public:
+    explicit AlertReader(std::function<void(HWND)> look) : look_(std::move(look)) { watch(); }
+    ~AlertReader() { script_.reset(); }
+    AlertReader(const AlertReader&) = delete;
+    AlertReader& operator=(const AlertReader&) = delete;
+
+    std::vector<std::string> texts;
+
+  private:
+    void watch() {
+        script_ = std::make_unique<user::Script>([](const std::string&) {});
+        script_->await("an alert, for ever", [this] {
+            const HWND alert = user::find_window("Dialog");
+            if (alert != nullptr && alert != last_) {
+                last_ = alert;
+                texts.push_back(user::text(alert, IDC_MESSAGE_TEXT));
+                if (look_) {
+                    look_(alert);
+                }
+                if (IsWindow(alert)) {
+                    user::press(alert, "Return");
+                }
+            }
+            return false;
+        });
+        script_->start();
+    }
+
+    std::function<void(HWND)> look_;
+    HWND last_ = nullptr;
+    std::unique_ptr<user::Script> script_;
+};
+
+} // namespace
+
+std::vector<std::string> alerts_of(const std::function<void()>& action,
+                                   const std::function<void(HWND)>& look) {
+    AlertReader reader(look);
+    action();
+    return reader.texts;
+}
+
+void settle() {
+    user::Script script([](const std::string& failure) {
+        EXPECT_EQ(failure, "");
+        PostQuitMessage(0);
+    });
+    script.then("nothing", [] {});
+    script.start();
+    MSG message;
+    while (GetMessageA(&message, nullptr, 0, 0)) {
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+}
+
+} // namespace pelmora_test

@@ -1,0 +1,50 @@
+// The program's windows in the hands of a test, without its start-up.
+#pragma once
+
+#include "tests/support/user.h"
+#include "ui/population_window.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace pelmora_test {
+
+// Registers the program's window classes once.
+void prepare_program();
+
+// First-use parameters for `size` lifers with small programs.
+pelmora::EvolveParams small_params(std::int32_t size);
+
+// A shown population window, grown from a fixed seed; closed at the end.
+class PopulationWindow {
+  public:
+    explicit PopulationWindow(const pelmora::EvolveParams& params);
+    ~PopulationWindow();
+    PopulationWindow(const PopulationWindow&) = delete;
+    PopulationWindow& operator=(const PopulationWindow&) = delete;
+
+    HWND handle() const { return window_; }
+    pelmora::LogoWindow* record() const;
+
+    // The programs of its current population, each as one line.
+    std::vector<std::string> programs() const;
+
+    // Gives a command as its menu does.
+    void command(int id) const {
+        SendMessageA(window_, WM_COMMAND, MAKEWPARAM(unsigned(id), 0), 0);
+    }
+
+  private:
+    HWND window_;
+};
+
+// Runs `action`, which opens alerts, and dismisses each; the texts that they showed, in order.
+// Before it is dismissed, `look` is called with it.
+std::vector<std::string> alerts_of(const std::function<void()>& action,
+                                   const std::function<void(HWND)>& look = nullptr);
+
+// Handles what is waiting.
+void settle();
+
+} // namespace pelmora_test
