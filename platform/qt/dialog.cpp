@@ -76,6 +76,8 @@ DialogWindow::DialogWindow(HWND owner, DLGPROC procedure, const DialogTemplate& 
     : owner_(owner), procedure_(procedure), widget_(new DialogWidget(widget_of(owner), handle())) {
     const DialogUnits units(design);
     const QRect area = units.rect(design.x, design.y, design.width, design.height);
+    widget_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                            Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     widget_->setWindowModality(Qt::WindowModal);
     widget_->setWindowTitle(to_qstring(design.title));
     if (const QWidget* behind = widget_of(owner)) {

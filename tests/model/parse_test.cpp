@@ -46,6 +46,7 @@ TEST(Parse, ReportsFaultsOfOneNode) {
            {"( \n" + times(9, "    "), "none",
             "ERROR: EMPTY EXPRESSION <( \n" + times(29, " ") + ">\n"},
            {"( " + x126 + " )", "none", unknown + "'" + x126.substr(0, 64) + "' @ < )>\n"},
+           {"( X" + x126 + " )", "none", "ERROR: BAD SYMBOL < )>\n"},
            {"( X" + x126 + y100, "none", "ERROR: BAD SYMBOL <" + y100.substr(0, 32) + ">\n"},
            {"(FWD_10)", "none", unknown + "'FWD_10)' @ <>\n"},
            {"( fwd_1\v )", "none", unknown + "'fwd_1\v' @ < )>\n"},
