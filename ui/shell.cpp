@@ -1,5 +1,6 @@
 #include "ui/shell.h"
 
+#include "model/fatal.h"
 #include "resources/resource.h"
 #include "services/application.h"
 #include "services/message.h"
@@ -7,6 +8,10 @@
 #include "ui/main_window.h"
 #include "ui/population_window.h"
 #include "ui/window_names.h"
+
+#include <cstdlib>
+#include <exception>
+#include <new>
 
 namespace pelmora {
 namespace {
@@ -36,6 +41,22 @@ bool register_class(HINSTANCE instance, const ClassDesign& design) {
     window_class.lpszClassName = design.name;
     window_class.hIconSm = LoadIconA(instance, MAKEINTRESOURCEA(IDI_SMALL));
     return RegisterClassExA(&window_class) != 0;
+}
+
+// Memory that runs out where nobody can be told any more, deep in a library, ends the program as it
+// does for a program node.
+[[noreturn]] void end_after_exception() {
+    const std::exception_ptr thrown = std::current_exception();
+    if (thrown == nullptr) {
+        std::abort();
+    }
+    try {
+        std::rethrow_exception(thrown);
+    } catch (const std::bad_alloc&) {
+        fatal_out_of_memory();
+    } catch (...) {
+        std::abort();
+    }
 }
 
 // The main window on screen; false when there is none.
@@ -81,6 +102,7 @@ void RegisterWindowClasses(HINSTANCE instance) {
 }
 
 int PelmoraMain(HINSTANCE instance, int show) {
+    std::set_terminate(end_after_exception);
     OpenLogFiles();
     SetAppInstance(instance);
     LoadWindowNames(instance);

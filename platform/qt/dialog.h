@@ -27,7 +27,7 @@ class DialogWidget : public QDialog {
     HWND dialog_;
 };
 
-class DialogWindow : public Window {
+class DialogWindow final : public Window {
   public:
     DialogWindow(HWND owner, DLGPROC procedure, const DialogTemplate& design);
     ~DialogWindow() override;

@@ -34,7 +34,7 @@ class ClientArea : public QWidget {
     Frame* frame_;
 };
 
-class TopLevelWindow : public Window {
+class TopLevelWindow final : public Window {
   public:
     TopLevelWindow(const WindowClass& window_class, const QString& title);
     ~TopLevelWindow() override;

@@ -35,6 +35,7 @@ using LRESULT = LONG_PTR;
 #define TRUE 1
 
 // Handles are opaque; each kind is a type of its own, so that the compiler tells them apart.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the real names
 using HANDLE = void*;
 using HGDIOBJ = void*;
 using HWND = struct HWND__*;
@@ -46,6 +47,7 @@ using HMENU = struct HMENU__*;
 using HACCEL = struct HACCEL__*;
 using HINSTANCE = struct HINSTANCE__*;
 using HICON = struct HICON__*;
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 using HCURSOR = HICON;
 
 struct POINT {
@@ -222,8 +224,8 @@ constexpr DWORD ERROR_CLASS_ALREADY_EXISTS = 1410;
 constexpr DWORD ERROR_INVALID_INDEX = 1413;
 // clang-format on
 
-inline const LPSTR IDC_ARROW = MAKEINTRESOURCEA(32512);
-inline const LPSTR IDC_WAIT = MAKEINTRESOURCEA(32514);
+#define IDC_ARROW MAKEINTRESOURCEA(32512)
+#define IDC_WAIT MAKEINTRESOURCEA(32514)
 
 // --- Calls ---------------------------------------------------------------------------------------
 

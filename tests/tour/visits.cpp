@@ -151,7 +151,7 @@ void visit_single_view(Tour& tour) {
         tour.check(reaches_all_edges(population()), "the drawing reaches every edge");
     });
     tour.picture("one-alone", kPopulation);
-    tour.step("and back", [] { user::click(population(), 700, 500); });
+    tour.step("and back", [] { user::click(population(), 600, 300); });
     tour.step("the grid again", [&tour, grid] {
         Grid now(population());
         tour.check(now.changed_from(*grid) == 0, "every picture is back");
