@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontMetrics>
+#include <QLineEdit>
+#include <QSlider>
 
 #include <algorithm>
 #include <cstring>
@@ -99,33 +101,35 @@ DialogWindow::~DialogWindow() {
 void DialogWindow::add_controls(const DialogTemplate& design) {
     const DialogUnits units(design);
     for (const DialogItem& item : design.items) {
-        controls_.push_back(make_control(item, units.rect(item.x, item.y, item.width, item.height),
-                                         handle(), widget_));
-        keep_window(controls_.back());
+        const auto control = make_control(item, units.rect(item.x, item.y, item.width, item.height),
+                                          handle(), widget_);
+        widget_->keep(control);
+        keep_window(control);
     }
 }
 
-// A label names the control that follows it, for screen readers too.
+// A label names the field or slider that follows it, for screen readers too.
 void DialogWindow::name_for_accessibility() {
     QLabel* label = nullptr;
-    for (const auto& control : controls_) {
+    for (const auto& control : widget_->controls()) {
         QWidget* widget = control->widget();
-        if (auto* next_label = qobject_cast<QLabel*>(widget)) {
-            label = next_label;
-        } else if (label != nullptr) {
+        const bool field = qobject_cast<QLineEdit*>(widget) != nullptr ||
+                           qobject_cast<QSlider*>(widget) != nullptr;
+        if (field && label != nullptr) {
             label->setBuddy(widget);
             widget->setAccessibleName(label->text());
-            label = nullptr;
         }
+        label = qobject_cast<QLabel*>(widget);
     }
 }
 
 QWidget* DialogWindow::first_tab_stop() const {
+    const auto& controls = widget_->controls();
     const auto found =
-        std::find_if(controls_.begin(), controls_.end(), [](const std::shared_ptr<Control>& c) {
+        std::find_if(controls.begin(), controls.end(), [](const std::shared_ptr<Control>& c) {
             return c->widget()->isEnabled() && (c->widget()->focusPolicy() & Qt::TabFocus) != 0;
         });
-    return found != controls_.end() ? (*found)->widget() : nullptr;
+    return found != controls.end() ? (*found)->widget() : nullptr;
 }
 
 LRESULT DialogWindow::receive(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -133,33 +137,47 @@ LRESULT DialogWindow::receive(UINT message, WPARAM wparam, LPARAM lparam) {
     if (handled == FALSE && message == WM_CLOSE) {
         post(handle(), WM_COMMAND, MAKEWPARAM(IDCANCEL, 0), 0);
     }
+    if (ended_) {
+        leave_screen();
+    }
     // A procedure's TRUE says "handled"; the answer that a sender sees is the message's own.
     return message == WM_INITDIALOG ? handled : 0;
 }
 
-void DialogWindow::dismantle() {
-    if (std::erase(open_dialogs(), this) > 0) {
-        post(nullptr, WM_NULL, 0, 0); // its loop may be asleep
+// An ended dialog goes at once and gives its owner back, even while the loop of a dialog that was
+// opened later still runs inside its own.
+void DialogWindow::leave_screen() {
+    if (!std::exchange(running_, false)) {
+        return;
     }
-    for (const auto& control : controls_) {
+    std::erase(open_dialogs(), this);
+    widget_->hide();
+    if (Window* owner = window_of(owner_)) {
+        owner->unblock();
+        owner->widget()->activateWindow();
+    }
+    post(nullptr, WM_NULL, 0, 0); // the dialog's loop may be asleep
+}
+
+void DialogWindow::dismantle() {
+    if (widget_ == nullptr) {
+        return;
+    }
+    leave_screen();
+    for (const auto& control : widget_->controls()) {
         forget_window(control->handle());
     }
-    controls_.clear();
-    if (widget_ != nullptr) {
-        widget_->hide();
-        widget_->deleteLater();
-        widget_ = nullptr;
-    }
+    widget_->deleteLater();
+    widget_ = nullptr;
 }
 
 void DialogWindow::end(INT_PTR result) {
     ended_ = true;
     result_ = result;
-    post(nullptr, WM_NULL, 0, 0);
 }
 
 void DialogWindow::loop() {
-    while (!ended_ && IsWindow(handle())) {
+    while (running_) {
         MSG message;
         if (!GetMessageA(&message, nullptr, 0, 0)) {
             PostQuitMessage(static_cast<int>(message.wParam)); // for the loops further out
@@ -171,9 +189,9 @@ void DialogWindow::loop() {
 }
 
 INT_PTR DialogWindow::run(LPARAM parameter) {
+    running_ = true;
     open_dialogs().push_back(this);
-    Window* owner = window_of(owner_);
-    if (owner != nullptr) {
+    if (Window* owner = window_of(owner_)) {
         owner->block();
     }
     QWidget* focus = first_tab_stop();
@@ -181,17 +199,12 @@ INT_PTR DialogWindow::run(LPARAM parameter) {
     const LRESULT default_focus = send_message(
         handle(), WM_INITDIALOG,
         reinterpret_cast<WPARAM>(focused != nullptr ? focused->handle() : nullptr), parameter);
-    if (widget_ != nullptr && !ended_) {
+    if (running_) {
         if (default_focus != FALSE && focus != nullptr) {
             focus->setFocus(Qt::TabFocusReason);
         }
         widget_->show();
         loop();
-    }
-    owner = window_of(owner_); // it may have died meanwhile
-    if (owner != nullptr) {
-        owner->unblock();
-        owner->widget()->activateWindow();
     }
     if (IsWindow(handle())) {
         DestroyWindow(handle());
@@ -200,10 +213,14 @@ INT_PTR DialogWindow::run(LPARAM parameter) {
 }
 
 Control* DialogWindow::find(int id) const {
+    if (widget_ == nullptr) {
+        return nullptr;
+    }
+    const auto& controls = widget_->controls();
     const auto found =
-        std::find_if(controls_.begin(), controls_.end(),
+        std::find_if(controls.begin(), controls.end(),
                      [id](const std::shared_ptr<Control>& c) { return c->id() == id; });
-    return found != controls_.end() ? found->get() : nullptr;
+    return found != controls.end() ? found->get() : nullptr;
 }
 
 void destroy_owned_dialogs(const Window& owner) {

@@ -7,6 +7,8 @@
 
 #include <QDialog>
 
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -20,11 +22,17 @@ class DialogWidget : public QDialog {
 
     void reject() override;
 
+    // Controls live as long as their widgets, which may still be in a handler when the dialog is
+    // dismantled, with an arrow held, say.
+    void keep(std::shared_ptr<Control> control) { controls_.push_back(std::move(control)); }
+    const std::vector<std::shared_ptr<Control>>& controls() const { return controls_; }
+
   protected:
     void closeEvent(QCloseEvent* event) override;
 
   private:
     HWND dialog_;
+    std::vector<std::shared_ptr<Control>> controls_;
 };
 
 class DialogWindow final : public Window {
@@ -49,11 +57,12 @@ class DialogWindow final : public Window {
     void name_for_accessibility();
     QWidget* first_tab_stop() const;
     void loop();
+    void leave_screen();
 
     HWND owner_;
     DLGPROC procedure_;
     QPointer<DialogWidget> widget_;
-    std::vector<std::shared_ptr<Control>> controls_;
+    bool running_ = false;
     bool ended_ = false;
     INT_PTR result_ = -1;
 };

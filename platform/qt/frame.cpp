@@ -22,6 +22,11 @@ namespace {
 // window is shown, so a window's size is made with the usual one.
 constexpr QSize kUsualFrame(8, 27);
 
+QSize border_size(const QWidget* widget) {
+    const bool unknown = dynamic_cast<const Frame*>(widget) != nullptr && !widget->isVisible();
+    return unknown ? kUsualFrame : widget->frameGeometry().size() - widget->size();
+}
+
 WPARAM button_flags(const QMouseEvent& event) {
     WPARAM flags = 0;
     flags |= event.buttons().testFlag(Qt::LeftButton) ? MK_LBUTTON : 0;
@@ -48,7 +53,7 @@ void add_menu_items(QMenu* menu, const std::vector<MenuItem>& items, HWND window
             QAction* action = menu->addAction(to_qstring(item.text));
             action->setEnabled(!item.grayed);
             QObject::connect(action, &QAction::triggered, menu, [window, id = item.id] {
-                post(window, WM_COMMAND, MAKEWPARAM(id, 0), 0);
+                post_input(window, WM_COMMAND, MAKEWPARAM(id, 0), 0);
             });
         }
     }
@@ -96,7 +101,7 @@ void ClientArea::paintEvent(QPaintEvent* event) {
 void ClientArea::post_button(const QMouseEvent& event, UINT left, UINT right) {
     const bool is_left = event.button() == Qt::LeftButton;
     if (owner() != nullptr && (is_left || event.button() == Qt::RightButton)) {
-        post(owner()->handle(), is_left ? left : right, button_flags(event), place(event));
+        post_input(owner()->handle(), is_left ? left : right, button_flags(event), place(event));
     }
 }
 
@@ -151,7 +156,7 @@ void Frame::closeEvent(QCloseEvent* event) {
     // The window's procedure decides.
     event->ignore();
     if (window_ != nullptr) {
-        post(window_->handle(), WM_CLOSE, 0, 0);
+        post_input(window_->handle(), WM_CLOSE, 0, 0);
     }
 }
 
@@ -211,6 +216,14 @@ void TopLevelWindow::client_resized() {
     if (redraw) {
         invalidate(QRect(QPoint(0, 0), size), true);
     }
+    if (created_) {
+        tell_size();
+    }
+}
+
+void TopLevelWindow::tell_size() {
+    created_ = true;
+    const QSize size = client_size();
     send_message(
         handle(), WM_SIZE, 0,
         MAKELPARAM(static_cast<unsigned>(size.width()), static_cast<unsigned>(size.height())));
@@ -234,16 +247,19 @@ HWND CreateWindowExA(DWORD, LPCSTR class_name, LPCSTR title, DWORD, int x, int y
     }
     const auto window = std::make_shared<TopLevelWindow>(*window_class, QString::fromUtf8(title));
     keep_window(window);
-    const HWND handle = window->handle();
-    if (send_message(handle, WM_CREATE, 0, reinterpret_cast<LPARAM>(parameter)) == -1) {
-        DestroyWindow(handle);
-        return nullptr;
-    }
     auto* frame = static_cast<Frame*>(window->widget());
     frame->move(x, y);
     frame->resize(QSize(width, height) - kUsualFrame);
     frame->arrange(); // a hidden widget learns of its size only when it is shown
-    return handle;
+    const HWND handle = window->handle();
+    // The procedure may think better of it, by its answer or by destroying the window.
+    if (send_message(handle, WM_CREATE, 0, reinterpret_cast<LPARAM>(parameter)) == -1) {
+        DestroyWindow(handle);
+    }
+    if (IsWindow(handle)) {
+        window->tell_size();
+    }
+    return IsWindow(handle) ? handle : nullptr;
 }
 
 BOOL ShowWindow(HWND handle, int show) {
@@ -267,9 +283,8 @@ BOOL MoveWindow(HWND handle, int x, int y, int width, int height, BOOL) {
         return FALSE;
     }
     QWidget* widget = window->widget();
-    const QSize border = widget->frameGeometry().size() - widget->size();
     widget->move(x, y);
-    widget->resize(QSize(width, height) - border);
+    widget->resize(QSize(width, height) - border_size(widget));
     return TRUE;
 }
 
@@ -278,7 +293,8 @@ BOOL GetWindowRect(HWND handle, RECT* rect) {
     if (handle == desktop_handle()) {
         area = QGuiApplication::primaryScreen()->geometry();
     } else if (const Window* window = window_of(handle)) {
-        area = window->widget()->frameGeometry();
+        const QWidget* widget = window->widget();
+        area = QRect(widget->pos(), widget->size() + border_size(widget));
     } else {
         return FALSE;
     }
@@ -303,7 +319,8 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wparam, LPARAM) {
     }
     case WM_ERASEBKGND: {
         DeviceContext* device = device_context(reinterpret_cast<HDC>(wparam));
-        if (!window->window_class().has_background) {
+        if (!window->window_class().has_background || device == nullptr ||
+            device->surface == nullptr) {
             return 0;
         }
         fill(*device, device->surface->bounds(), window->window_class().background);

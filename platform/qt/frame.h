@@ -49,13 +49,19 @@ class TopLevelWindow final : public Window {
     QMenuBar* menu_bar() const;
     const std::vector<MenuItem>& menu() const { return menu_; }
 
-    // The frame has another size: tells the window's procedure.
+    bool paints() const override { return true; }
+
+    // The frame has another size: tells the window's procedure, once it was told of its creation.
     void client_resized();
+
+    // Tells the procedure the size, now and from now on.
+    void tell_size();
 
   private:
     const WindowClass& class_;
     std::vector<MenuItem> menu_;
     QPointer<Frame> frame_;
+    bool created_ = false;
 };
 
 class Frame : public QWidget {

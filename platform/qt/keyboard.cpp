@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <utility>
 
@@ -27,6 +28,21 @@ constexpr std::pair<int, WORD> kVirtualKeys[] = {
     {Qt::Key_Delete, 0x2E},
 };
 
+// The letter at a key's place on a keyboard with Latin letters, for those that have others: virtual
+// keys are Latin wherever in the world. 0 when there is none. Scan codes are those of X11.
+WORD latin_letter(quint32 scan_code) {
+    constexpr struct {
+        quint32 first;
+        const char* letters;
+    } kRows[] = {{24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
+    for (const auto& row : kRows) {
+        if (scan_code >= row.first && scan_code < row.first + std::strlen(row.letters)) {
+            return static_cast<WORD>(row.letters[scan_code - row.first]);
+        }
+    }
+    return 0;
+}
+
 // The virtual key of a key press; 0 for keys that have no use as accelerators.
 WORD virtual_key(const QKeyEvent& event) {
     const int key = event.key();
@@ -39,7 +55,12 @@ WORD virtual_key(const QKeyEvent& event) {
     const auto* found =
         std::find_if(std::begin(kVirtualKeys), std::end(kVirtualKeys),
                      [key](const std::pair<int, WORD>& entry) { return entry.first == key; });
-    return found != std::end(kVirtualKeys) ? found->second : WORD{0};
+    if (found != std::end(kVirtualKeys)) {
+        return found->second;
+    }
+    constexpr int kLatin = 0xFF;
+    const bool other_letter = key > kLatin && key < Qt::Key_Escape;
+    return other_letter ? latin_letter(event.nativeScanCode()) : WORD{0};
 }
 
 // The window whose keys these are: a top-level window of a class, or a control in its client area.
@@ -89,8 +110,8 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
     key->receiver = widget;
     key->event.reset(pressed.clone());
     const bool alt = pressed.modifiers().testFlag(Qt::AltModifier);
-    post(window->handle(), alt ? WM_SYSKEYDOWN : WM_KEYDOWN, virtual_key(pressed), 0,
-         std::move(key));
+    post_input(window->handle(), alt ? WM_SYSKEYDOWN : WM_KEYDOWN, virtual_key(pressed), 0,
+               std::move(key));
     return true;
 }
 

@@ -17,6 +17,7 @@ namespace {
 
 struct Queued {
     MSG message;
+    bool input; // from the user
     std::shared_ptr<KeyStroke> key;
 };
 
@@ -26,6 +27,7 @@ struct Queue {
     std::deque<Queued> waiting;
     std::optional<int> exit_code; // set once quitting was asked for
     std::shared_ptr<KeyStroke> current_key;
+    int in_toolkit = 0; // how deep we are in handlers of widgets
 };
 
 Queue& queue() {
@@ -37,15 +39,28 @@ MSG make_message(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
     return {handle, message, wparam, lparam, 0, {0, 0}};
 }
 
+bool deaf(const Queued& entry) {
+    const Window* window = window_of(entry.message.hwnd);
+    return entry.input && window != nullptr && !window->enabled();
+}
+
 bool take(MSG* message) {
-    if (queue().waiting.empty()) {
+    std::deque<Queued>& waiting = queue().waiting;
+    while (!waiting.empty() && deaf(waiting.front())) {
+        waiting.pop_front();
+    }
+    if (waiting.empty()) {
         return false;
     }
-    Queued& next = queue().waiting.front();
-    *message = next.message;
-    queue().current_key = std::move(next.key);
-    queue().waiting.pop_front();
+    *message = waiting.front().message;
+    queue().current_key = std::move(waiting.front().key);
+    waiting.pop_front();
     return true;
+}
+
+void process_events(QEventLoop::ProcessEventsFlags flags) {
+    const ToolkitScope handlers;
+    QCoreApplication::processEvents(flags);
 }
 
 // What there is when nothing is queued: the end of the program, then painting.
@@ -65,13 +80,20 @@ bool make_message_when_empty(MSG* message) {
 
 } // namespace
 
-void post(HWND handle, UINT message, WPARAM wparam, LPARAM lparam, std::shared_ptr<KeyStroke> key) {
-    queue().waiting.push_back({make_message(handle, message, wparam, lparam), std::move(key)});
+void post(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
+    queue().waiting.push_back({make_message(handle, message, wparam, lparam), false, nullptr});
+}
+
+void post_input(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
+                std::shared_ptr<KeyStroke> key) {
+    queue().waiting.push_back(
+        {make_message(handle, message, wparam, lparam), true, std::move(key)});
 }
 
 void post_first(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
                 std::shared_ptr<KeyStroke> key) {
-    queue().waiting.push_front({make_message(handle, message, wparam, lparam), std::move(key)});
+    queue().waiting.push_front(
+        {make_message(handle, message, wparam, lparam), true, std::move(key)});
 }
 
 void post_mouse_move(HWND handle, WPARAM wparam, LPARAM lparam) {
@@ -83,7 +105,15 @@ void post_mouse_move(HWND handle, WPARAM wparam, LPARAM lparam) {
             return;
         }
     }
-    post(handle, WM_MOUSEMOVE, wparam, lparam);
+    post_input(handle, WM_MOUSEMOVE, wparam, lparam);
+}
+
+ToolkitScope::ToolkitScope() {
+    ++queue().in_toolkit;
+}
+
+ToolkitScope::~ToolkitScope() {
+    --queue().in_toolkit;
 }
 
 void forget_messages(HWND handle) {
@@ -106,14 +136,16 @@ using namespace platform;
 BOOL GetMessageA(MSG* message, HWND, UINT, UINT) {
     while (!take(message)) {
         // Input that has arrived comes before painting.
-        QCoreApplication::processEvents();
+        process_events(QEventLoop::AllEvents);
         if (take(message) || make_message_when_empty(message)) {
             break;
         }
-        // Widgets that were put away go now, when no handler of theirs can be running: outside
-        // exec() the toolkit never does it by itself.
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        // Widgets that were put away go now, unless this loop was opened from a handler, which may
+        // be theirs: outside exec() the toolkit never does it by itself.
+        if (queue().in_toolkit == 0) {
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+        process_events(QEventLoop::WaitForMoreEvents);
     }
     return message->message != WM_QUIT;
 }
@@ -137,6 +169,7 @@ LRESULT DispatchMessageA(const MSG* message) {
     const LRESULT result =
         send_message(message->hwnd, message->message, message->wParam, message->lParam);
     if (key != nullptr && (message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN)) {
+        const ToolkitScope handlers;
         return_key(*key);
     }
     return result;

@@ -21,8 +21,12 @@ struct KeyStroke {
     std::unique_ptr<QKeyEvent> event;
 };
 
-void post(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
-          std::shared_ptr<KeyStroke> key = nullptr);
+void post(HWND handle, UINT message, WPARAM wparam, LPARAM lparam);
+
+// Posts what a user did to a window. It is dropped when its turn comes and the window waits for a
+// dialog by then: input that was waiting behind the command that opened it.
+void post_input(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
+                std::shared_ptr<KeyStroke> key = nullptr);
 
 // Posts in front of everything else: a character comes right after the key that made it.
 void post_first(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
@@ -30,6 +34,15 @@ void post_first(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
 
 // Posts a mouse move, in place of one that is last in the queue: only the newest place counts.
 void post_mouse_move(HWND handle, WPARAM wparam, LPARAM lparam);
+
+// Lives while the toolkit runs handlers of its widgets on our behalf.
+class ToolkitScope {
+  public:
+    ToolkitScope();
+    ~ToolkitScope();
+    ToolkitScope(const ToolkitScope&) = delete;
+    ToolkitScope& operator=(const ToolkitScope&) = delete;
+};
 
 // Drops what is queued for a window that is gone.
 void forget_messages(HWND handle);

@@ -135,7 +135,7 @@ constexpr UINT WM_SYSCHAR = 0x0106;
 constexpr UINT WM_INITDIALOG = 0x0110;
 constexpr UINT WM_COMMAND = 0x0111;
 constexpr UINT WM_HSCROLL = 0x0114;
-constexpr UINT WM_INITMENU = 0x0116;
+constexpr UINT WM_INITMENU = 0x0116; // Here: neither this nor the next is ever sent.
 constexpr UINT WM_INITMENUPOPUP = 0x0117;
 constexpr UINT WM_MOUSEMOVE = 0x0200;
 constexpr UINT WM_LBUTTONDOWN = 0x0201;
@@ -212,6 +212,7 @@ constexpr WORD TB_THUMBTRACK = 5;
 constexpr WORD TB_TOP = 6;
 constexpr WORD TB_BOTTOM = 7;
 constexpr WORD TB_ENDTRACK = 8;
+// Here: an up-down control sends no scroll messages.
 constexpr UINT UDM_SETBUDDY = WM_USER + 105;
 constexpr UINT UDM_GETBUDDY = WM_USER + 106;
 constexpr UINT UDN_DELTAPOS = static_cast<UINT>(-722);
@@ -247,7 +248,9 @@ HCURSOR SetCursor(HCURSOR cursor); // Here: holds until set again, over every wi
 
 // Window classes and windows
 ATOM RegisterClassExA(const WNDCLASSEXA* window_class);
-// Here: top-level windows of registered classes only.
+// Here: top-level windows of registered classes only, always with the styles of an overlapped
+// window. WM_CREATE brings `parameter` itself. The outer size is made with a usual frame, as the
+// window manager's is not known before the window is shown.
 HWND CreateWindowExA(DWORD extended_style, LPCSTR class_name, LPCSTR title, DWORD style, int x,
                      int y, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                      LPVOID parameter);
@@ -274,6 +277,7 @@ BOOL PostMessageA(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 void PostQuitMessage(int exit_code);
 
 // Dialogs
+// Here: what takes the keyboard is a tab stop, whatever its style says.
 INT_PTR DialogBoxParamA(HINSTANCE instance, LPCSTR name, HWND owner, DLGPROC procedure,
                         LPARAM parameter);
 BOOL EndDialog(HWND dialog, INT_PTR result);
@@ -285,6 +289,7 @@ UINT GetDlgItemTextA(HWND dialog, int id, LPSTR buffer, int size);
 // Painting
 HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
 BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
+// Here: these two need a window.
 BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
 BOOL RedrawWindow(HWND window, const RECT* rect, void* region, UINT flags); // Here: no region.
 HDC GetDC(HWND window);
@@ -298,6 +303,7 @@ int SetStretchBltMode(HDC device, int mode);
 HGDIOBJ GetStockObject(int object);
 HPEN CreatePen(int style, int width, COLORREF color);
 HBRUSH CreateSolidBrush(COLORREF color);
+// Here: pens and bitmaps only; the first bitmap of a memory device context replaces none.
 HGDIOBJ SelectObject(HDC device, HGDIOBJ object);
 BOOL DeleteObject(HGDIOBJ object);
 
@@ -305,10 +311,12 @@ BOOL MoveToEx(HDC device, int x, int y, POINT* previous);
 BOOL LineTo(HDC device, int x, int y);
 int FillRect(HDC device, const RECT* rect, HBRUSH brush);
 int FrameRect(HDC device, const RECT* rect, HBRUSH brush);
+// Here: from another surface only.
 BOOL BitBlt(HDC device, int x, int y, int width, int height, HDC source, int source_x, int source_y,
             DWORD operation);
 BOOL RectVisible(HDC device, const RECT* rect);
 COLORREF GetPixel(HDC device, int x, int y);
+// Here: always one line at the bottom left, in black, without prefixes.
 int DrawTextA(HDC device, LPCSTR text, int length, RECT* rect, UINT format);
 
 BOOL OffsetRect(RECT* rect, int dx, int dy);

@@ -5,6 +5,8 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyle>
+#include <QStyleOptionSlider>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -95,9 +97,28 @@ void TrackbarWidget::keyReleaseEvent(QKeyEvent* event) {
     }
 }
 
+void TrackbarWidget::mousePressEvent(QMouseEvent* event) {
+    // The whole height takes a click, as on Windows, not just the thin groove.
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    const auto part = [&](QStyle::SubControl which) {
+        return style()->subControlRect(QStyle::CC_Slider, &option, which, this);
+    };
+    QPointF at = event->position();
+    if (!part(QStyle::SC_SliderHandle).contains(at.toPoint())) {
+        at.setY(part(QStyle::SC_SliderGroove).center().y());
+    }
+    QMouseEvent moved(event->type(), at, event->globalPosition(), event->button(), event->buttons(),
+                      event->modifiers());
+    QSlider::mousePressEvent(&moved);
+}
+
 void TrackbarWidget::mouseReleaseEvent(QMouseEvent* event) {
     const bool dragged = isSliderDown();
     QSlider::mouseReleaseEvent(event);
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
     if (dragged) {
         notify_(TB_THUMBPOSITION);
     }

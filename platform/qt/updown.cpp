@@ -77,7 +77,8 @@ UpDownControl::UpDownControl(HWND parent, int id, std::uint32_t style, QWidget* 
       arrows_(static_cast<UpDownWidget*>(widget())), arrow_keys_((style & kUpDownArrowKeys) != 0) {}
 
 void UpDownControl::step(int amount) {
-    const int change = -amount; // the range runs backwards
+    const std::shared_ptr<Window> alive = shared_from_this(); // whatever the dialog does about it
+    const int change = -amount;                               // the range runs backwards
     NMUPDOWN proposal{{handle(), static_cast<UINT_PTR>(id()), UDN_DELTAPOS}, position_, change};
     const LRESULT refused = send_message(Control::parent(), WM_NOTIFY, static_cast<WPARAM>(id()),
                                          reinterpret_cast<LPARAM>(&proposal));

@@ -43,6 +43,10 @@ Window::~Window() {
 }
 
 void Window::invalidate(const QRegion& region, bool erase) {
+    if (!paints()) {
+        widget()->update(region);
+        return;
+    }
     update_.region += region & QRect(QPoint(0, 0), client_size());
     update_.erase = update_.erase || erase;
 }
@@ -56,7 +60,12 @@ Window::Update Window::take_update() {
 }
 
 void Window::resize_surface(QSize size, std::uint32_t background) {
-    QImage image(size, QImage::Format_RGB32);
+    // A window larger than any wall shows nothing, rather than taking all memory.
+    constexpr qint64 kMostPixels = qint64{1} << 27;
+    QImage image;
+    if (qint64{size.width()} * size.height() <= kMostPixels) {
+        image = QImage(size, QImage::Format_RGB32);
+    }
     if (!image.isNull()) {
         image.fill(background);
         QPainter painter(&image);

@@ -63,6 +63,9 @@ class Window : public std::enable_shared_from_this<Window> {
     // Copies a part of the surface to the screen, soon.
     virtual void show_surface(const QRegion&) {}
 
+    // Whether the window is painted by its procedure. Dialogs and controls paint themselves.
+    virtual bool paints() const { return false; }
+
     // What waits to be painted.
     void invalidate(const QRegion& region, bool erase);
     bool wants_paint() const;

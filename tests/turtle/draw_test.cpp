@@ -101,8 +101,8 @@ TEST(Draw, ResetsToTheHomeState) {
     RECT inset = small;
     rect_inset(&inset, 1, 2);
     EXPECT_EQ(inset.left + 10 * inset.top + 100 * inset.right + 1000 * inset.bottom, 8921);
-    draw_run(nullptr, &ctx, tree_of("( REPEAT_2 ( FWD_1 ) ( RIGHT_1 ) ( RED_1 ) ( PEN_UP ) )").get(),
-             &inset);
+    draw_run(nullptr, &ctx,
+             tree_of("( REPEAT_2 ( FWD_1 ) ( RIGHT_1 ) ( RED_1 ) ( PEN_UP ) )").get(), &inset);
     ctx.home_heading = 5;
     ctx.home_pen_width = 6;
     ctx.home_blue = 7;

@@ -160,22 +160,6 @@ TEST(Interp, Turns) {
     }
 }
 
-TEST(Interp, StopsAtTheLimit) {
-    const ExprTree square = tree_of("( REPEAT_2 ( RED_1 ) ( REPEAT_2 ( FWD_10 ) ( RIGHT_90 ) ) )");
-    const struct {
-        int limit, result, steps, colors, turns, repeats;
-    } cases[] = {{0, 0, 1, 0, 0, 1}, {1, 0, 2, 1, 0, 2}, {3, 0, 4, 1, 1, 2},
-                 {9, 0, 10, 2, 3, 3}, {10, 1, 10, 2, 4, 3}, {INT32_MAX, 1, 10, 2, 4, 3}};
-    for (const auto& c : cases) {
-        const Outcome out = run(square.get(), c.limit);
-        EXPECT_EQ(out.result, c.result) << c.limit;
-        EXPECT_EQ(out.ctx.steps, c.steps) << c.limit;
-        EXPECT_EQ(out.ctx.color_changes, c.colors) << c.limit;
-        EXPECT_EQ(out.ctx.turns, c.turns) << c.limit;
-        EXPECT_EQ(out.ctx.repeats, c.repeats) << c.limit;
-    }
-}
-
 // Each would take hours, or more memory than there is, if what costs no step cost time.
 TEST(Interp, TakesNoTimeForWhatCostsNoStep) {
     Grove grove;

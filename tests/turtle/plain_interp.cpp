@@ -24,17 +24,16 @@ struct Plain {
     static int rounded(double v) { return static_cast<int>(std::floor(v + 0.5)); }
 
     static void add(std::int32_t& counter, int n) {
-        counter = static_cast<std::int32_t>(std::min<std::int64_t>(INT32_MAX, std::int64_t{n} + counter));
+        counter =
+            static_cast<std::int32_t>(std::min<std::int64_t>(INT32_MAX, std::int64_t{n} + counter));
     }
 
     void forward(int d) {
         const double a = c.heading * 0.002777777777777778 * 6.283185307;
-        const double x0 = c.x;
-        const double y0 = c.y;
+        const double x0 = c.x, y0 = c.y;
         c.x = x0 + std::cos(a) * d * c.scale_x;
         c.y = y0 + std::sin(a) * d * c.scale_y;
-        const int ix = rounded(c.x);
-        const int iy = rounded(c.y);
+        const int ix = rounded(c.x), iy = rounded(c.y);
         if (bounds != nullptr) {
             *bounds = {std::min(bounds->left, ix), std::min(bounds->top, iy),
                        std::max(bounds->right, ix), std::max(bounds->bottom, iy)};
@@ -69,15 +68,17 @@ struct Plain {
         if (++c.steps > c.max_steps) {
             return false;
         }
+        std::int32_t* parts[] = {&c.red, &c.green, &c.blue};
         const OpFamily family = in == nullptr ? OpFamily::block : in->family;
-        switch (family) {
-        case OpFamily::pen: c.pen_up = in->parameter; break;
-        case OpFamily::forward: forward(in->parameter); break;
-        case OpFamily::turn: turn(in->parameter); break;
-        case OpFamily::red: color(c.red, in->parameter); break;
-        case OpFamily::green: color(c.green, in->parameter); break;
-        case OpFamily::blue: color(c.blue, in->parameter); break;
-        default: break;
+        if (family == OpFamily::pen) {
+            c.pen_up = in->parameter;
+        } else if (family == OpFamily::forward) {
+            forward(in->parameter);
+        } else if (family == OpFamily::turn) {
+            turn(in->parameter);
+        } else if (family >= OpFamily::red && family <= OpFamily::blue) {
+            color(*parts[static_cast<int>(family) - static_cast<int>(OpFamily::red)],
+                  in->parameter);
         }
         return true;
     }
