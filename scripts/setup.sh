@@ -9,7 +9,9 @@ pelmora_packages() {
     fi
     local missing=() package
     for package in "$@"; do
-        if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+        # A package may be there for several architectures: a line for each.
+        if ! dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null |
+            grep -qx installed; then
             missing+=("$package")
         fi
     done
@@ -31,7 +33,7 @@ pelmora_packages() {
 
 # What building and starting the program needs.
 pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutils-mingw-w64-x86-64
-    fonts-dejavu-core)
+    fonts-dejavu-core x11-utils)
 
 # What the tests and the guided tour need besides.
 pelmora_test_packages=(libgtest-dev xvfb xauth openbox)
@@ -42,7 +44,18 @@ pelmora_build() {
     shift 2
     (
         cd "$root"
-        [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+        cmake --preset "$preset" >/dev/null
         if [ $# -gt 0 ]; then cmake --build "build/$preset" --target "$@"; else cmake --build "build/$preset"; fi
     )
+}
+
+# pelmora_display: prints the toolkit's platform for a display that answers; fails when there is none.
+pelmora_display() {
+    if [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; then
+        echo xcb
+    elif [ -n "${WAYLAND_DISPLAY:-}" ] && [ -S "${XDG_RUNTIME_DIR:-}/$WAYLAND_DISPLAY" ]; then
+        echo wayland
+    else
+        return 1
+    fi
 }

@@ -148,6 +148,11 @@ TEST_F(Windows, FaultyClassesAndWindowsAreRefused) {
         CreateWindowExA(0, "No such class", "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
         nullptr);
     EXPECT_EQ(GetLastError(), ERROR_CANNOT_FIND_WND_CLASS);
+    on_message = [](HWND window, UINT message, WPARAM) {
+        return message == WM_SIZE ? LRESULT{DestroyWindow(window)} : 0;
+    };
+    EXPECT_EQ(CreateWindowExA(0, "Logging", "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
+              nullptr);
     on_message = [](HWND, UINT message, WPARAM) { return message == WM_CREATE ? -1 : 0; };
     EXPECT_EQ(CreateWindowExA(0, "Logging", "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
               nullptr);
@@ -215,7 +220,8 @@ TEST_F(Windows, DrawingOutsidePaintingStaysAndPaintingIsClipped) {
 
 TEST_F(Windows, SurviveAnySizeAndDeviceContextsThatOutliveThem) {
     HDC dc = GetDC(window_);
-    for (const auto& [width, height] : {std::pair(0, 0), {1, 1}, {20'000, 3}, {400, 300}}) {
+    for (const auto& [width, height] :
+         {std::pair(0, 0), {1, 1}, {20'000, 3}, {30'000, 30'000}, {400, 300}}) {
         user::resize(window_, width, height);
         const RECT all{-5, -5, 30'000, 30'000};
         FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
@@ -340,6 +346,37 @@ TEST_F(Windows, ADialogGoesWithItsOwnerAndOtherWindowsLiveOn) {
     DestroyWindow(other);
 }
 
+TEST_F(Windows, TwoDialogsEndInAnyOrderAndWaitingWindowsHearNoInput) {
+    HWND other = CreateWindowExA(0, "Logging", "Other", WS_OVERLAPPEDWINDOW, 30, 30, 300, 200,
+                                 nullptr, nullptr, nullptr, nullptr);
+    ShowWindow(other, SW_SHOW);
+    on_message = [&](HWND window, UINT message, WPARAM) -> LRESULT {
+        return message == WM_USER ? open_dialog(window, window == other ? IDD_MESSAGE : IDD_ABOUT)
+                                  : 0;
+    };
+    user::Script script(end_script);
+    script.then("the first, with a click already waiting behind it", [&] {
+        take_log();
+        PostMessageA(window_, WM_USER, 0, 0);
+        user::click(window_, 9, 9);
+        user::close(window_);
+    });
+    script.await("it", [] { return user::find_window("About") != nullptr; });
+    script.then("the second", [&] { PostMessageA(other, WM_USER, 0, 0); });
+    script.await("it too", [] { return user::find_window("Dialog") != nullptr; });
+    script.then("end the first", [] { user::press(user::find_window("About"), "Esc"); });
+    script.then("its owner hears again", [&] {
+        EXPECT_EQ(user::find_window("About"), nullptr);
+        user::click(window_, 8, 8);
+        user::press(user::find_window("Dialog"), "Return");
+    });
+    script.await("the end", [] { return user::find_window("Dialog") == nullptr; });
+    run(script);
+    EXPECT_EQ(take_log(), (Lines{"user 0", "init 5", "user 0", "init 5", "command 2",
+                                 "left 1 at 8,8", "command 1"}));
+    DestroyWindow(other);
+}
+
 TEST_F(Windows, QuittingEndsEveryLoop) {
     on_message = [&](HWND window, UINT message, WPARAM) -> LRESULT {
         if (message == WM_USER) {
@@ -419,13 +456,22 @@ TEST_F(Windows, SlidersAndArrowsNotifyAsOnWindows) {
     script.then("their lines", [] {
         EXPECT_EQ(take_log(), (Lines{"change -1", "change 1", "change -1"}));
     });
+    script.then("clicks beside the groove, right and left", [&] {
+        const int at = user::position(dialog(), IDC_PCROSS);
+        user::click_control(dialog(), IDC_PCROSS, user::Button::right);
+        EXPECT_TRUE(take_log().empty());
+        user::click_control(dialog(), IDC_PCROSS);
+        const std::string there = " at " + std::to_string(at + 10);
+        EXPECT_EQ(take_log(), (Lines{"3" + there, "8" + there}));
+    });
     script.then("type", [&] { user::type(dialog(), IDC_TURTLES, "12345678901234567890"); });
     script.then("read", [&] {
         char cut[8];
         EXPECT_EQ(GetDlgItemTextA(dialog(), IDC_TURTLES, cut, sizeof cut), 7U);
         EXPECT_STREQ(cut, "1234567");
         EXPECT_EQ(GetDlgItem(dialog(), 4711), nullptr);
-        user::press(dialog(), "Return");
+        user::hold_arrow(dialog(), IDC_TURTLES_SPIN, true);
+        user::press(dialog(), "Return"); // and the arrow is still held
     });
     script.start();
     EXPECT_EQ(open_dialog(window_, IDD_POPULATION, ControlsProc), IDOK);

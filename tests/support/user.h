@@ -53,11 +53,12 @@ void double_click(HWND window, int x, int y, unsigned modifiers = none);
 // shortcut labels are not part of the names. False when there is no such entry or it is greyed.
 bool choose(HWND window, const std::string& menu, const std::string& entry);
 
-// Clicks a control of a dialog, at its middle.
-void click_control(HWND dialog, int control);
+// Clicks a control of a dialog, near its bottom in the middle.
+void click_control(HWND dialog, int control, Button button = Button::left);
 
 // Clicks an arrow of an up-down control.
 void click_arrow(HWND dialog, int control, bool up);
+void hold_arrow(HWND dialog, int control, bool up); // and does not let go
 
 // Puts the focus into a control, as a click there would.
 void focus(HWND dialog, int control);

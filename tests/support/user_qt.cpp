@@ -66,6 +66,14 @@ void click_widget(QWidget* widget, const QPoint& at, Qt::MouseButton button = Qt
     QTest::mouseClick(top->windowHandle(), button, modifiers, widget->mapTo(top, at));
 }
 
+Qt::MouseButton mouse_button(Button button) {
+    return button == Button::left ? Qt::LeftButton : Qt::RightButton;
+}
+
+QWidget* arrow_of(HWND dialog, int control, bool up) {
+    return control_widget(dialog, control)->findChildren<QToolButton*>().at(up ? 0 : 1);
+}
+
 // The label of an action without mnemonic and shortcut.
 std::string label(const QAction* action) {
     return action->text().section('\t', 0, 0).remove('&').toStdString();
@@ -152,8 +160,7 @@ void press(HWND window, const std::string& keys) {
 }
 
 void click(HWND window, int x, int y, Button button, unsigned modifiers) {
-    click_widget(client_of(window), QPoint(x, y),
-                 button == Button::left ? Qt::LeftButton : Qt::RightButton, held(modifiers));
+    click_widget(client_of(window), QPoint(x, y), mouse_button(button), held(modifiers));
 }
 
 void double_click(HWND window, int x, int y, unsigned modifiers) {
@@ -179,15 +186,19 @@ bool choose(HWND window, const std::string& menu, const std::string& entry) {
     return true;
 }
 
-void click_control(HWND dialog, int control) {
+void click_control(HWND dialog, int control, Button button) {
     QWidget* widget = control_widget(dialog, control);
-    click_widget(widget, widget->rect().center());
+    click_widget(widget, QPoint(widget->width() / 2, widget->height() - 4), mouse_button(button));
 }
 
 void click_arrow(HWND dialog, int control, bool up) {
-    const auto arrows = control_widget(dialog, control)->findChildren<QToolButton*>();
-    QToolButton* arrow = arrows.at(up ? 0 : 1);
+    QWidget* arrow = arrow_of(dialog, control, up);
     click_widget(arrow, arrow->rect().center());
+}
+
+void hold_arrow(HWND dialog, int control, bool up) {
+    QWidget* arrow = arrow_of(dialog, control, up);
+    QTest::mousePress(arrow, Qt::LeftButton);
 }
 
 void focus(HWND dialog, int control) {

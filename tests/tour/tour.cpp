@@ -22,9 +22,10 @@ std::uint32_t fixed_ticks() {
 }
 
 // What a new population writes to the error log.
-std::string listing(const std::string& pcross, const std::string& depth) {
+std::string listing(const std::string& pcross, const std::string& children,
+                    const std::string& depth) {
     return "PCROSS    = " + pcross + "\nPCOLOR    = 0.100000\nPMUTATE   = 0.200000\n" +
-           "PFNODE    = 0.750000\nMAX_CHILD = 4\nMAX_DEPTH = " + depth +
+           "PFNODE    = 0.750000\nMAX_CHILD = " + children + "\nMAX_DEPTH = " + depth +
            "\nFWDMULT   = 0.500000\nTURNMULT   = 0.300000\nLOOPMULT   = 0.200000\n" +
            "CLRMULT   = 0.100000\nRPTMULT   = 0.100000\nREPMULT   = 0.050000\n";
 }
@@ -95,7 +96,8 @@ void Tour::check_log_files() {
     check(read("stdout.txt") == banner, "stdout.txt holds the banner alone");
     const std::string log = read("stderr.txt");
     const std::string slider = "DLG HSCROLL: Min = 0, Max = 100, Pos = 100, Pct 1.000000\n";
-    check(log == banner + listing("0.800000", "9") + slider + slider + listing("1.000000", "1"),
+    check(log == banner + listing("0.800000", "4", "9") + slider + slider +
+                     listing("1.000000", "63", "1"),
           "stderr.txt holds banner, listing, slider lines and another listing, not: " + log);
 }
 

@@ -1,5 +1,6 @@
 // What the tour visits.
 #include "resources/resource.h"
+#include "services/status.h"
 #include "tests/tour/grid.h"
 #include "tests/tour/tour.h"
 
@@ -236,7 +237,8 @@ void visit_second_population(Tour& tour) {
     tour.wait_until_gone(kDialog);
     tour.picture("user-canceled", kMain);
     tour.step("Ctrl+N again", [&tour, status] {
-        tour.check(status_line() != *status, "the status line says that the user canceled");
+        tour.check(status_line() != *status, "the status line has another text");
+        tour.check(std::string(pelmora::StatusText()) == "User canceled.", "which says so");
         user::press(main_window(), "Ctrl+N");
     });
     tour.wait_for(kDialog);
@@ -252,7 +254,8 @@ void visit_second_population(Tour& tour) {
         user::type(dialog(), IDC_TURTLES, "  6 turtles");
         user::click_arrow(dialog(), IDC_TURTLES_SPIN, true);
         tour.check(user::text(dialog(), IDC_TURTLES) == "7", "an arrow steps the number");
-        user::type(dialog(), IDC_MAX_DEPTH, "abc");
+        user::type(dialog(), IDC_MAX_CHILDREN, "99999999999");
+        user::type(dialog(), IDC_MAX_DEPTH, "-5");
         user::click_control(dialog(), IDOK);
     });
     tour.wait_until_gone(kDialog);
@@ -270,10 +273,14 @@ void leave(Tour& tour) {
         tour.check(dialog() == nullptr, "Ctrl+N is the main window's alone");
         user::close(population());
     });
-    tour.step("Ctrl+Q", [&tour] {
+    tour.step("an alert that stays open", [&tour] {
         tour.check(user::count_windows(kPopulation) == 1, "one population window is left");
-        user::press(main_window(), "Ctrl+Q");
+        user::click(population(), 98, 50);
+        user::press(population(), "Ctrl+M");
+        user::press(population(), "Ctrl+E"); // too late: the window waits for its alert by then
     });
+    tour.wait_for(kAlert);
+    tour.step("Ctrl+Q", [] { user::press(main_window(), "Ctrl+Q"); });
 }
 
 } // namespace tour

@@ -182,7 +182,7 @@ TEST(Interp, TakesNoTimeForWhatCostsNoStep) {
 
     // Every pass leaves the pen as the pass before did not.
     ExprNode* toggle = grove.call(IF_PEN_UP, {grove.leaf(PEN_DOWN), grove.leaf(PEN_UP)});
-    out = run(grove.nested(REPEAT_3, 1000, grove.call(BLOCK, {toggle, step})), INT16_MAX);
+    out = run(grove.nested(REPEAT_3, 200'000, grove.call(BLOCK, {toggle, step})), INT16_MAX);
     EXPECT_EQ(out.ctx.steps, INT16_MAX + 1);
     EXPECT_EQ(out.ctx.distance, 16383);
 }

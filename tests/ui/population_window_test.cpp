@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,20 @@ int walked_hit(const LogoWindow* record, POINT point) {
         }
     }
     return -1;
+}
+
+TEST(PopulationWindow, OpensInsideTheWorkAreaWithItsWeightsInOrder) {
+    const PopulationWindow window(small_params(8));
+    RECT area{};
+    RECT place{};
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+    GetWindowRect(window.handle(), &place);
+    EXPECT_EQ(place.left, area.left + 5);
+    EXPECT_EQ(place.top, area.top + 5);
+    EXPECT_LE(place.right, area.right - 5);
+    const DrawContext& ctx = window.record()->drawContext;
+    EXPECT_EQ(ctx.multipliers, (std::array<double, 6>{0.5, 0.3, 0.2, 0.1, 0.15, 0.05}));
+    EXPECT_EQ(ctx.max_steps, 10240);
 }
 
 TEST(PopulationWindow, CellsFillRowAfterRow) {

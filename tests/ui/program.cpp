@@ -24,7 +24,7 @@ void prepare_program() {
 }
 
 EvolveParams small_params(std::int32_t size) {
-    return {size, 4, 4, 0.8, 0.2, 0.75, 0.1, 0.5, 0.3, 0.2, 0.1, 0.1, 0.05};
+    return {size, 4, 4, 0.8, 0.2, 0.75, 0.1, 0.5, 0.3, 0.2, 0.1, 0.15, 0.05};
 }
 
 PopulationWindow::PopulationWindow(const EvolveParams& params) {

@@ -13,7 +13,7 @@ namespace pelmora_test {
 // Registers the program's window classes once.
 void prepare_program();
 
-// First-use parameters for `size` lifers with small programs.
+// Parameters for `size` lifers with small programs; the six weights differ.
 pelmora::EvolveParams small_params(std::int32_t size);
 
 // A shown population window, grown from a fixed seed; closed at the end.

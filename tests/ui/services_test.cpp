@@ -39,6 +39,28 @@ TEST(Services, TheStatusTextFitsItsLine) {
     SetStatusText(before.c_str());
 }
 
+TEST(Services, TheStatusLineAndDialogsHaveTheirPlaces) {
+    const PopulationWindow window(small_params(8));
+    RECT client{};
+    GetClientRect(window.handle(), &client);
+    const RECT line = StatusRect(window.handle());
+    EXPECT_EQ(line.left, 4);
+    EXPECT_EQ(line.right, client.right - 4);
+    EXPECT_EQ(line.bottom, client.bottom - 2);
+    EXPECT_EQ(line.top, line.bottom - 17);
+
+    RECT desktop{};
+    GetWindowRect(GetDesktopWindow(), &desktop);
+    alerts_of([] { ShowMessage(nullptr, "where"); },
+              [&desktop](HWND alert) {
+                  RECT place{};
+                  GetWindowRect(alert, &place);
+                  constexpr int kFrame = 40; // a window manager's may be added
+                  EXPECT_NEAR(place.left, (desktop.right - (place.right - place.left)) / 2, kFrame);
+                  EXPECT_NEAR(place.top, (desktop.bottom - (place.bottom - place.top)) / 3, kFrame);
+              });
+}
+
 TEST(Services, TypedNumbersReadAsFarAsTheyGo) {
     const std::pair<const char*, int> cases[] = {
         {"48", 48},
