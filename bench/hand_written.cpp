@@ -123,19 +123,22 @@ void grid(Turtle& t, First first, Second second) {
 
 void forward_and_turn(DrawContext* ctx, RECT* bounds) {
     Turtle t(*ctx);
-    grid(t, [&] { t.forward(10); }, [&] { t.right(3); });
+    grid(
+        t, [&] { t.forward(10); }, [&] { t.right(3); });
     t.store(ctx, bounds);
 }
 
 void forward_only(DrawContext* ctx, RECT* bounds) {
     Turtle t(*ctx);
-    grid(t, [&] { t.forward(5); }, [&] { t.forward(2); });
+    grid(
+        t, [&] { t.forward(5); }, [&] { t.forward(2); });
     t.store(ctx, bounds);
 }
 
 void turn_and_color(DrawContext* ctx, RECT* bounds) {
     Turtle t(*ctx);
-    grid(t, [&] { t.left(10); }, [&] { t.red(8); });
+    grid(
+        t, [&] { t.left(10); }, [&] { t.red(8); });
     t.store(ctx, bounds);
 }
 

@@ -10,8 +10,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     // Interleaved repetitions, so that a busy moment of the machine disturbs no ratio as a whole.
     char program[] = "pelmora_bench";
     char interleaving[] = "--benchmark_enable_random_interleaving=true";
-    char repetitions[] = "--benchmark_repetitions=12";
-    char duration[] = "--benchmark_min_time=0.6";
+    char repetitions[] = "--benchmark_repetitions=40";
+    char duration[] = "--benchmark_min_time=0.02"; // short: each finds quiet moments
     char* arguments[] = {program, interleaving, repetitions, duration, nullptr};
     int count = 4;
     benchmark::Initialize(&count, arguments);

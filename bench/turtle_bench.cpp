@@ -56,9 +56,8 @@ void by_hand(benchmark::State& state, const HandWritten* loop) {
 void by_program(benchmark::State& state, const HandWritten* loop) {
     const ExprTree tree(parse_expr(loop->program));
     check_same_work(*loop, tree.get());
-    measure(state, [&](DrawContext* ctx, RECT* bounds) {
-        draw_run(nullptr, ctx, tree.get(), bounds);
-    });
+    measure(state,
+            [&](DrawContext* ctx, RECT* bounds) { draw_run(nullptr, ctx, tree.get(), bounds); });
 }
 
 } // namespace
@@ -70,7 +69,8 @@ void add_turtle_figures(std::vector<Figure>* figures) {
         const Ratio ratio{"a step, measured: " + name, "a step, by hand: " + name};
         benchmark::RegisterBenchmark(ratio.top.c_str(), by_program, &loop);
         benchmark::RegisterBenchmark(ratio.bottom.c_str(), by_hand, &loop);
-        figures->push_back({"step of a measuring run / of a hand-written loop: " + name, {ratio}, 0});
+        figures->push_back(
+            {"step of a measuring run / of a hand-written loop: " + name, {ratio}, 0});
         mean.ratios.push_back(ratio);
     }
     figures->push_back(mean);

@@ -10,8 +10,8 @@ inline std::int32_t device_saturate(std::int64_t v) {
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(v, INT32_MIN, INT32_MAX));
 }
 
-// floor(v + 0.5), or the nearest coordinate that there is. Without the library's floor: as a call it
-// costs more than the rest of a step.
+// floor(v + 0.5), or the nearest coordinate that there is. Without the library's floor: as a call
+// it costs more than the rest of a step.
 inline std::int32_t device_round(double v) {
     // In this order a position that is not a number has a defined place, too.
     const double raised = std::min(2147483647.0, std::max(-2147483648.0, v + 0.5));

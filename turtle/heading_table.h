@@ -18,9 +18,9 @@ inline constexpr double kRadiansPerTurn = 6.283185307;
 // The largest heading that a turtle keeps, to either side.
 inline constexpr int kFullTurn = 360;
 
-// The cosine and sine of every whole heading; that of h degrees stands at h + kFullTurn. C libraries
-// differ in the last bit of some of them, so they are constants: a program gets the same score
-// everywhere.
+// The cosine and sine of every whole heading; that of h degrees stands at h + kFullTurn. C
+// libraries differ in the last bit of some of them, so they are constants: a program gets the same
+// score everywhere.
 extern const std::array<Direction, 2 * kFullTurn + 1> kDirections;
 
 } // namespace pelmora

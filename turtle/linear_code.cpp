@@ -8,18 +8,17 @@ namespace {
 
 constexpr CodeWord word_of(const Instruction& instruction) {
     const std::int16_t n = instruction.parameter;
-    const auto size = static_cast<std::int16_t>(n < 0 ? -n : n);
     switch (instruction.family) {
     case OpFamily::forward:
         return {Op::forward, {}, 0, 0, {.distance = static_cast<double>(n)}};
     case OpFamily::turn:
-        return {n < 0 ? Op::left : Op::right, {}, size, 0, {}};
+        return {Op::turn, {}, n, 0, {.turns = turns_one(n > 0)}};
     case OpFamily::red:
-        return {Op::color, {}, 0, 0, {.increment = color_pack(n, 0, 0)}};
+        return {Op::color, {}, 0, 0, {.increment = color_increment(n, 0, 0)}};
     case OpFamily::green:
-        return {Op::color, {}, 0, 0, {.increment = color_pack(0, n, 0)}};
+        return {Op::color, {}, 0, 0, {.increment = color_increment(0, n, 0)}};
     case OpFamily::blue:
-        return {Op::color, {}, 0, 0, {.increment = color_pack(0, 0, n)}};
+        return {Op::color, {}, 0, 0, {.increment = color_increment(0, 0, n)}};
     case OpFamily::pen:
         return {Op::pen, {}, n, 0, {}};
     case OpFamily::block: // as a terminal it does nothing

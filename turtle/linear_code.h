@@ -6,8 +6,8 @@
 // the size of the tree and the number of steps, whatever the program.
 #pragma once
 
-#include "turtle/color.h"
 #include "turtle/outline.h"
+#include "turtle/packed.h"
 
 #include <cstdint>
 
@@ -16,9 +16,8 @@ namespace pelmora {
 enum class Op : std::uint8_t {
     // Terminals: each is a step.
     forward, // distance
-    right,   // number: degrees
-    left,    // number: degrees
-    color,   // part: 0 red, 1 green, 2 blue; number: increment
+    turn,    // number: degrees to the right; turns
+    color,   // increment
     pen,     // number: the new pen state
     idle,
     // The others are none.
@@ -59,6 +58,7 @@ struct CodeWord {
     std::uint32_t leg;
     union {
         double distance;
+        PackedTurns turns;
         PackedColor increment;
         Jump jump;
         Tally tally;         // of add, in code for steps
@@ -68,7 +68,7 @@ struct CodeWord {
 static_assert(sizeof(CodeWord) == 16);
 
 struct LinearCode {
-    WorkStack<CodeWord, 400> words;
+    WorkStack<CodeWord, 384> words;
     WorkStack<LoopCounter, 128> counters;
 };
 

@@ -132,8 +132,8 @@ void Surveyor::function(const ExprNode& node) {
 }
 
 void Surveyor::fault(Fault fault, std::ptrdiff_t number) {
-    outline_.items.push({ItemKind::fault, static_cast<std::uint8_t>(fault),
-                         static_cast<std::int16_t>(number), 0});
+    outline_.items.push(
+        {ItemKind::fault, static_cast<std::uint8_t>(fault), static_cast<std::int16_t>(number), 0});
     const Cost line{0, 0, 0, 1};
     take({{{line, 0}, {line, 1}}});
 }
@@ -151,8 +151,8 @@ void Surveyor::open(Item item, const ExprNode* const* children, int count) {
     item.function = static_cast<std::uint32_t>(outline_.functions.size());
     outline_.items.push(item);
     outline_.functions.push({});
-    open_.push({item, kStandStill, children, children, children + std::max(count, 0), here.leaves,
-                steps});
+    open_.push(
+        {item, kStandStill, children, children, children + std::max(count, 0), here.leaves, steps});
 }
 
 void Surveyor::close() {

@@ -1,0 +1,76 @@
+// Two kinds of heading with one interface: the one for whole degrees, which is fast, and the one
+// for all others. Both give the same directions and circles for the same turns.
+#pragma once
+
+#include "turtle/heading_table.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+namespace pelmora {
+
+// How often a heading was brought back by a full turn, from above and from below.
+struct Circles {
+    std::int64_t right;
+    std::int64_t left;
+};
+
+// Whole degrees within a full turn to either side: directions come from the table.
+class WholeHeading {
+  public:
+    static bool takes(double degrees) {
+        const bool negative_zero = degrees == 0.0 && std::signbit(degrees); // not in the table
+        return std::abs(degrees) <= kFullTurn && degrees == std::trunc(degrees) && !negative_zero;
+    }
+
+    explicit WholeHeading(double degrees) : place_(static_cast<int>(degrees) + kFullTurn) {}
+
+    // At most a full turn, so it closes at most one circle.
+    void turn(int degrees) {
+        place_ += degrees;
+        if (static_cast<unsigned>(place_) > 2 * kFullTurn) [[unlikely]] {
+            const bool right = place_ > 0;
+            place_ += right ? -kFullTurn : kFullTurn;
+            ++(right ? circles_.right : circles_.left);
+        }
+    }
+
+    [[nodiscard]] Direction direction() const {
+        return kDirections[static_cast<std::size_t>(place_)];
+    }
+    [[nodiscard]] double degrees() const { return place_ - kFullTurn; }
+    [[nodiscard]] const Circles& circles() const { return circles_; }
+
+  private:
+    int place_; // in the table
+    Circles circles_{};
+};
+
+class RealHeading {
+  public:
+    explicit RealHeading(double degrees) : degrees_(degrees) {}
+
+    void turn(int degrees) {
+        degrees_ += degrees;
+        for (; degrees_ > kFullTurn; degrees_ -= kFullTurn) {
+            ++circles_.right;
+        }
+        for (; degrees_ < -kFullTurn; degrees_ += kFullTurn) {
+            ++circles_.left;
+        }
+    }
+
+    [[nodiscard]] Direction direction() const {
+        const double angle = degrees_ * kTurnPerDegree * kRadiansPerTurn;
+        return {std::cos(angle), std::sin(angle)};
+    }
+    [[nodiscard]] double degrees() const { return degrees_; }
+    [[nodiscard]] const Circles& circles() const { return circles_; }
+
+  private:
+    double degrees_;
+    Circles circles_{};
+};
+
+} // namespace pelmora

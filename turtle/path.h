@@ -1,0 +1,69 @@
+// What becomes of a turtle's path: it is measured, or it is drawn.
+#pragma once
+
+#include "platform/win32.h"
+#include "turtle/device_units.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+namespace pelmora {
+
+// Widens bounds. Rounding keeps the order of numbers, so the extremes alone are rounded, at the
+// end.
+class MeasuredPath {
+  public:
+    explicit MeasuredPath(RECT* bounds) : bounds_(bounds) {}
+
+    void move(double x, double y, std::int32_t /*pen_up*/) {
+        left_ = left_ < x ? left_ : x;
+        right_ = right_ > x ? right_ : x;
+        top_ = top_ < y ? top_ : y;
+        bottom_ = bottom_ > y ? bottom_ : y;
+    }
+
+    // Without a move, infinity rounds to the last coordinate there is, which widens nothing.
+    void finish() const {
+        bounds_->left = std::min<LONG>(bounds_->left, device_round(left_));
+        bounds_->top = std::min<LONG>(bounds_->top, device_round(top_));
+        bounds_->right = std::max<LONG>(bounds_->right, device_round(right_));
+        bounds_->bottom = std::max<LONG>(bounds_->bottom, device_round(bottom_));
+    }
+
+  private:
+    static constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+    RECT* bounds_;
+    double left_ = kInfinity;
+    double top_ = kInfinity;
+    double right_ = -kInfinity;
+    double bottom_ = -kInfinity;
+};
+
+// Draws a line for every move with the pen down, each from a point of its own. Without a device
+// nothing is drawn.
+class DrawnPath {
+  public:
+    DrawnPath(HDC device, double x, double y)
+        : device_(device), x_(device_round(x)), y_(device_round(y)) {}
+
+    void move(double x, double y, std::int32_t pen_up) {
+        const int from_x = x_;
+        const int from_y = y_;
+        x_ = device_round(x);
+        y_ = device_round(y);
+        if (pen_up == 0 && device_ != nullptr) {
+            MoveToEx(device_, from_x, from_y, nullptr);
+            LineTo(device_, x_, y_);
+        }
+    }
+
+    void finish() const {}
+
+  private:
+    HDC device_;
+    int x_, y_;
+};
+
+} // namespace pelmora
