@@ -142,6 +142,7 @@ void evolve_with_pictures(benchmark::State& state) {
     const Surface drawing(kCell, kCell);
     const DevicePen pen(drawing.device());
     std::vector<std::unique_ptr<Surface>> cells;
+    cells.reserve(static_cast<std::size_t>(size));
     for (int i = 0; i < size; ++i) {
         cells.push_back(std::make_unique<Surface>(kCell, kCell));
     }
@@ -157,7 +158,7 @@ void evolve_with_pictures(benchmark::State& state) {
 }
 
 std::string add(const std::string& what, void (*run)(benchmark::State&), int size) {
-    const std::string name = "a lifer of " + std::to_string(size) + ": " + what;
+    std::string name = "a lifer of " + std::to_string(size) + ": " + what;
     // As many lifers as it takes for a quiet moment; the large populations have them in one go.
     benchmark::RegisterBenchmark(name.c_str(), run)->Arg(size)->Repetitions(2 + 2000 / size);
     return name;

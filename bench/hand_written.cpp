@@ -21,8 +21,8 @@ class Turtle {
     bool step() { return left_-- > 0; }
 
     void forward(double distance) {
-        const pelmora::Direction d =
-            pelmora::kDirections[static_cast<std::size_t>(heading_ + pelmora::kFullTurn)];
+        const int place = heading_ + pelmora::kFullTurn;
+        const pelmora::Direction d = pelmora::kDirections[static_cast<std::size_t>(place)];
         x_ += d.cos * distance;
         y_ += d.sin * distance;
         min_x_ = std::min(min_x_, x_);

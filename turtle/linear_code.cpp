@@ -32,10 +32,9 @@ constexpr CodeWord word_of(const Instruction& instruction) {
 // The word of every terminal, by its code.
 constexpr auto kTerminalWords = [] {
     std::array<CodeWord, 256> words{};
-    for (int code = 0; code < 256; ++code) {
-        const Instruction* instruction = op_instruction(code);
-        words[static_cast<std::size_t>(code)] =
-            instruction == nullptr ? CodeWord{Op::idle, {}, 0, 0, {}} : word_of(*instruction);
+    words.fill({Op::idle, {}, 0, 0, {}});
+    for (const Instruction& instruction : kInstructions) {
+        words[instruction.code] = word_of(instruction);
     }
     return words;
 }();

@@ -117,9 +117,10 @@ TEST(Draw, ResetsToTheHomeState) {
 // Other C libraries may differ in the last bit; that is what the table is for.
 TEST(HeadingTable, HoldsTheCosinesAndSines) {
     for (int heading = -360; heading <= 360; ++heading) {
+        const int place = heading + 360;
         volatile double degrees = heading;
         const double angle = degrees * 0.002777777777777778 * 6.283185307;
-        const Direction& direction = kDirections[static_cast<std::size_t>(heading + 360)];
+        const Direction& direction = kDirections[static_cast<std::size_t>(place)];
 #ifdef __GLIBC__
         EXPECT_EQ(direction.cos, std::cos(angle)) << heading;
         EXPECT_EQ(direction.sin, std::sin(angle)) << heading;

@@ -47,10 +47,13 @@ struct Plain {
     void turn(int t) {
         ++c.turns;
         ++(t < 0 ? c.left_turns : c.right_turns);
-        for (c.heading += t; c.heading > 360; c.heading -= 360) {
+        c.heading += t;
+        while (c.heading > 360) {
+            c.heading -= 360;
             ++c.circles, ++c.circles_right;
         }
-        for (; c.heading < -360; c.heading += 360) {
+        while (c.heading < -360) {
+            c.heading += 360;
             ++c.circles, ++c.circles_left;
         }
     }
