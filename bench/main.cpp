@@ -1,5 +1,4 @@
-// Runs every benchmark and prints one table of figures. Options of the benchmark library may be
-// given, such as --benchmark_filter; the figures need all of them.
+// Runs every benchmark and prints one table of figures. Status 1 when one misses its target.
 #include "bench/figures.h"
 
 #include "platform/win32.h"

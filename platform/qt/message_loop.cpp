@@ -121,7 +121,7 @@ void forget_messages(HWND handle) {
                   [handle](const Queued& entry) { return entry.message.hwnd == handle; });
 }
 
-const std::shared_ptr<KeyStroke>& current_key() {
+std::shared_ptr<KeyStroke> current_key() {
     return queue().current_key;
 }
 

@@ -48,7 +48,7 @@ class ToolkitScope {
 void forget_messages(HWND handle);
 
 // The key press behind the message that was taken from the queue last, or null.
-const std::shared_ptr<KeyStroke>& current_key();
+std::shared_ptr<KeyStroke> current_key();
 
 // True when nothing is queued and nothing waits for painting.
 bool message_queue_idle();

@@ -1,6 +1,6 @@
 // Windows, their messages and their dialogs, as the program relies on them.
 #include "resources/resource.h"
-#include "tests/support/user.h"
+#include "tour/user.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The program's windows in the hands of a test, without its start-up.
 #pragma once
 
-#include "tests/support/user.h"
+#include "tour/user.h"
 #include "ui/population_window.h"
 
 #include <functional>

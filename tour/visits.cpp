@@ -1,8 +1,8 @@
 // What the tour visits.
 #include "resources/resource.h"
 #include "services/status.h"
-#include "tests/tour/grid.h"
-#include "tests/tour/tour.h"
+#include "tour/grid.h"
+#include "tour/tour.h"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 // A guided tour: drives the real program in its real message loop as a user does, checks what every
 // step shows and saves a picture of it. The argument is the folder for the pictures.
-#include "tests/tour/tour.h"
+#include "tour/tour.h"
 
 #include "evolve/random.h"
 #include "ui/shell.h"

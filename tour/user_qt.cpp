@@ -1,4 +1,4 @@
-#include "tests/support/user.h"
+#include "tour/user.h"
 
 #include "platform/qt/dialog.h"
 #include "platform/qt/frame.h"

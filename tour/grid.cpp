@@ -1,4 +1,4 @@
-#include "tests/tour/grid.h"
+#include "tour/grid.h"
 
 #include <algorithm>
 
