@@ -43,7 +43,6 @@ ExprNode* random_tree(std::mt19937& random, int depth) {
 }
 
 TEST(Print, EveryLayoutReadsBack) {
-    // NOLINTNEXTLINE(cert-msc32-c,cert-msc51-cpp): the same programs every time
     std::mt19937 random(20240607);
     for (int i = 0; i < 10'000; ++i) {
         const ExprTree tree(random_tree(random, i % 8));

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <random>
@@ -26,7 +27,7 @@ class Canvas {
     bool operator==(const Canvas&) const = default;
 
   private:
-    std::vector<std::uint32_t> pixels_ = std::vector<std::uint32_t>(kSize * kSize);
+    std::vector<std::uint32_t> pixels_ = std::vector<std::uint32_t>(std::size_t{kSize} * kSize);
 };
 
 // a / b rounded, a half downward; b > 0.
