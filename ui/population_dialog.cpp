@@ -16,6 +16,18 @@
 namespace pelmora {
 namespace {
 
+// What the dialog shows when it opens. Moved sliders are stored at once, the texts when the dialog
+// is accepted.
+struct NewPopulationSettings {
+    char turtles[32];
+    char max_children[32];
+    char max_depth[32];
+    float PCROSS, PCOLOR, PMUTATE, PFNODE;
+    float FWDMULT, REPMULT, RPTMULT, CLRMULT, LOOPMULT, TURNMULT;
+    bool accepted; // the last dialog ended with OK
+};
+
+// The settings of this run.
 NewPopulationSettings settings = {
     .turtles = "48",
     .max_children = "4",
@@ -171,10 +183,6 @@ void fill_params(EvolveParams* params) {
 }
 
 } // namespace
-
-const NewPopulationSettings& new_population_settings() {
-    return settings;
-}
 
 INT_PTR CALLBACK PopulationDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {

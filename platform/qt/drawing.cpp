@@ -183,11 +183,6 @@ int DrawTextA(HDC handle, LPCSTR text, int length, RECT* rect, UINT) {
     return painter.fontMetrics().height();
 }
 
-BOOL OffsetRect(RECT* rect, int dx, int dy) {
-    *rect = {rect->left + dx, rect->top + dy, rect->right + dx, rect->bottom + dy};
-    return TRUE;
-}
-
 BOOL PtInRect(const RECT* rect, POINT point) {
     return pixel_rect(*rect).contains(point.x, point.y);
 }

@@ -237,7 +237,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR command_line, i
 
 DWORD GetLastError();
 void SetLastError(DWORD error);
-HINSTANCE GetModuleHandleA(LPCSTR name); // Here: null only, the program itself.
 
 // Resources. They live as long as the process; nothing releases them.
 int LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size);
@@ -319,7 +318,6 @@ COLORREF GetPixel(HDC device, int x, int y);
 // Here: always one line at the bottom left, in black, without prefixes.
 int DrawTextA(HDC device, LPCSTR text, int length, RECT* rect, UINT format);
 
-BOOL OffsetRect(RECT* rect, int dx, int dy);
 BOOL PtInRect(const RECT* rect, POINT point);
 
 } // extern "C"
