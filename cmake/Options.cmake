@@ -25,3 +25,8 @@ function(pelmora_library name)
     add_library(${name} STATIC ${arg_SOURCES})
     target_link_libraries(${name} PUBLIC pelmora_options ${arg_USES})
 endfunction()
+
+# Fuzzers need clang; everything they run is instrumented for them.
+if(PELMORA_FUZZERS)
+    target_compile_options(pelmora_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

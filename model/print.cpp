@@ -46,17 +46,6 @@ struct TextBuffer {
     }
 };
 
-// In pieces, not by a printf width: that counts in int and is slow.
-void write_blanks(std::FILE* file, std::size_t count) {
-    static constexpr char kBlanks[] =
-        "                                                                ";
-    constexpr std::size_t kPiece = sizeof kBlanks - 1;
-    for (; count > kPiece; count -= kPiece) {
-        std::fwrite(kBlanks, 1, kPiece, file);
-    }
-    std::fwrite(kBlanks, 1, count, file);
-}
-
 } // namespace
 
 // The closing lines of the functions still open are reserved before their children are written: so
@@ -108,13 +97,13 @@ void expr_write(const ExprNode* root, std::FILE* file) {
             indent(at);
             std::fputs("( ", file);
             std::fputs(op_name((*cell)->op), file);
-            std::fputs((*cell)->kind == FUNCTION ? "\n" : " )\n", file);
+            std::fputs((*cell)->kind == FUNCTION ? "\r\n" : " )\r\n", file);
             return Walk::on;
         },
         [&](ConstCell cell, const WalkPlace& at) {
             if ((*cell)->kind == FUNCTION) {
                 indent(at);
-                std::fputs(")\n", file);
+                std::fputs(")\r\n", file);
             }
             return Walk::on;
         });
@@ -135,6 +124,16 @@ void expr_write_line(const ExprNode* root, std::FILE* file) {
             std::fputs(" ) ", file);
             return Walk::on;
         });
+}
+
+void write_blanks(std::FILE* file, std::size_t count) {
+    static constexpr char kBlanks[] =
+        "                                                                ";
+    constexpr std::size_t kPiece = sizeof kBlanks - 1;
+    for (; count > kPiece; count -= kPiece) {
+        std::fwrite(kBlanks, 1, kPiece, file);
+    }
+    std::fwrite(kBlanks, 1, count, file);
 }
 
 } // namespace pelmora

@@ -49,7 +49,21 @@
 /* Dialogs */
 #define IDD_ABOUT 103
 #define IDD_MESSAGE 130
+#define IDD_METAFILE 131
+#define IDD_PRINT 133
 #define IDD_POPULATION 134
+
+/* Controls of the metafile and the print dialog */
+#define IDC_PEN_SIZE 1011
+#define IDC_LOW_METRIC 1012
+#define IDC_HIGH_METRIC 1013
+#define IDC_LOW_ENGLISH 1014
+#define IDC_HIGH_ENGLISH 1015
+#define IDC_TEXT_MODE 1016
+
+/* Controls of the turtle editor */
+#define IDC_REDRAW 1961
+#define IDC_LIMIT 1962
 
 /* Controls of the alert and the About box */
 #define IDC_MESSAGE_TEXT 1004

@@ -38,6 +38,9 @@ pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutil
 # What the tests and the guided tour need besides.
 pelmora_test_packages=(libgtest-dev xvfb xauth openbox)
 
+# What the fuzzers need besides.
+pelmora_fuzz_packages=(clang libclang-rt-dev)
+
 # pelmora_build ROOT PRESET [TARGET...]: configures and builds; nothing to do is quick.
 pelmora_build() {
     local root=$1 preset=$2

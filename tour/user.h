@@ -24,8 +24,13 @@ COLORREF pixel(HWND window, int x, int y);
 // All pixels of a part of a window's client area, to compare with later ones.
 std::vector<std::uint32_t> pixels(HWND window, const RECT& area);
 
-// The text that a control of a dialog shows.
-std::string text(HWND dialog, int control);
+// Controls are those of a dialog or of a window.
+
+// The text that a control shows.
+std::string text(HWND window, int control);
+
+// Whether a radio button is marked.
+bool checked(HWND window, int control);
 
 // Where a slider stands.
 int position(HWND dialog, int control);
@@ -33,9 +38,19 @@ int position(HWND dialog, int control);
 // The entries of a window's menus, one line each, popups with a colon, greyed ones in brackets.
 std::vector<std::string> menu_lines(HWND window);
 
+// The title of the file or print dialog that is open, the newest of them; empty when there is none.
+std::string system_dialog();
+
+// The names that the open file dialog lists just now; it finds them little by little.
+std::vector<std::string> listed_files();
+
+// What a file or print dialog asks or tells in a box of its own; empty when it does not.
+std::string question();
+
 // Saves a picture of the whole window, its menu bar included, as a PNG file. False when it cannot
 // be written.
 bool save_picture(HWND window, const std::string& path);
+bool save_system_dialog_picture(const std::string& path);
 
 // --- Acting: what it causes is handled by the program's loop afterwards -------------------------
 
@@ -53,24 +68,40 @@ void double_click(HWND window, int x, int y, unsigned modifiers = none);
 // shortcut labels are not part of the names. False when there is no such entry or it is greyed.
 bool choose(HWND window, const std::string& menu, const std::string& entry);
 
-// Clicks a control of a dialog, near its bottom in the middle.
-void click_control(HWND dialog, int control, Button button = Button::left);
+// Clicks a control, near its bottom in the middle.
+void click_control(HWND window, int control, Button button = Button::left);
 
 // Clicks an arrow of an up-down control.
 void click_arrow(HWND dialog, int control, bool up);
 void hold_arrow(HWND dialog, int control, bool up); // and does not let go
 
 // Puts the focus into a control, as a click there would.
-void focus(HWND dialog, int control);
+void focus(HWND window, int control);
 
 // Replaces what an edit field holds, key by key.
-void type(HWND dialog, int control, const std::string& text);
+void type(HWND window, int control, const std::string& text);
 
 // Drags a slider's thumb to a position.
 void drag(HWND dialog, int control, int to);
 
 void resize(HWND window, int width, int height); // the client area
 void close(HWND window);                         // through the frame's close box
+
+// Types a name into the open file dialog and presses its button. It stays open when it refuses the
+// name: see question().
+void choose_file(const std::string& name);
+
+// Picks a filter of the open file dialog, the first being 0.
+void choose_filter(int index);
+
+// Tells the open print dialog to print into a file, in PDF, and presses its button.
+void print_to_file(const std::string& path);
+
+// Presses a button of what question() says, by its label: "Yes", "No", "OK".
+void answer(const std::string& button);
+
+// Presses Escape in the open file or print dialog.
+void cancel_system_dialog();
 
 // --- Scripts -------------------------------------------------------------------------------------
 

@@ -4,11 +4,19 @@
 #include "platform/qt/frame.h"
 #include "platform/qt/message_loop.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
+#include <QCompleter>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QInputMethodEvent>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPushButton>
 #include <QSlider>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -88,6 +96,47 @@ QAction* find_action(const QWidget* holder, const std::string& name) {
     return nullptr;
 }
 
+// The newest visible window of a kind that the toolkit brings, or null.
+template <typename Kind>
+Kind* open_dialog() {
+    Kind* newest = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* dialog = qobject_cast<Kind*>(widget);
+        if (dialog != nullptr && dialog->isVisible()) {
+            newest = dialog;
+        }
+    }
+    return newest;
+}
+
+QDialog* open_system_dialog() {
+    if (auto* dialog = open_dialog<QFileDialog>()) {
+        return dialog;
+    }
+    return open_dialog<QPrintDialog>();
+}
+
+// Puts a name into a field all at once, as an input method does: names may hold any character.
+void enter(QLineEdit* field, const std::string& name) {
+    field->setFocus(Qt::MouseFocusReason);
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_Delete);
+    QInputMethodEvent event;
+    event.setCommitString(QString::fromStdString(name));
+    QApplication::sendEvent(field, &event);
+    if (field->completer() != nullptr) {
+        field->completer()->popup()->hide();
+    }
+}
+
+void accept_dialog(const QDialog* dialog) {
+    for (QPushButton* button : dialog->findChildren<QPushButton*>()) {
+        if (button->isDefault()) {
+            click_widget(button, button->rect().center());
+        }
+    }
+}
+
 } // namespace
 
 HWND find_window(const std::string& title) {
@@ -125,10 +174,14 @@ std::vector<std::uint32_t> pixels(HWND window, const RECT& area) {
     return all;
 }
 
-std::string text(HWND dialog, int control) {
+std::string text(HWND window, int control) {
     char buffer[1024];
-    GetDlgItemTextA(dialog, control, buffer, sizeof buffer);
+    GetDlgItemTextA(window, control, buffer, sizeof buffer);
     return buffer;
+}
+
+bool checked(HWND window, int control) {
+    return qobject_cast<QAbstractButton*>(control_widget(window, control))->isChecked();
 }
 
 int position(HWND dialog, int control) {
@@ -186,8 +239,8 @@ bool choose(HWND window, const std::string& menu, const std::string& entry) {
     return true;
 }
 
-void click_control(HWND dialog, int control, Button button) {
-    QWidget* widget = control_widget(dialog, control);
+void click_control(HWND window, int control, Button button) {
+    QWidget* widget = control_widget(window, control);
     click_widget(widget, QPoint(widget->width() / 2, widget->height() - 4), mouse_button(button));
 }
 
@@ -201,12 +254,12 @@ void hold_arrow(HWND dialog, int control, bool up) {
     QTest::mousePress(arrow, Qt::LeftButton);
 }
 
-void focus(HWND dialog, int control) {
-    control_widget(dialog, control)->setFocus(Qt::MouseFocusReason);
+void focus(HWND window, int control) {
+    control_widget(window, control)->setFocus(Qt::MouseFocusReason);
 }
 
-void type(HWND dialog, int control, const std::string& text) {
-    auto* edit = qobject_cast<QLineEdit*>(control_widget(dialog, control));
+void type(HWND window, int control, const std::string& text) {
+    auto* edit = qobject_cast<QLineEdit*>(control_widget(window, control));
     edit->setFocus(Qt::MouseFocusReason);
     edit->selectAll();
     QTest::keyClick(edit, Qt::Key_Delete);
@@ -243,6 +296,67 @@ void resize(HWND window, int width, int height) {
 
 void close(HWND window) {
     widget_of(window)->close();
+}
+
+std::string system_dialog() {
+    const QDialog* dialog = open_system_dialog();
+    return dialog != nullptr ? dialog->windowTitle().toStdString() : "";
+}
+
+std::vector<std::string> listed_files() {
+    const auto* list = open_dialog<QFileDialog>()->findChild<QAbstractItemView*>("listView");
+    std::vector<std::string> names;
+    for (int row = 0; row < list->model()->rowCount(list->rootIndex()); ++row) {
+        names.push_back(
+            list->model()->index(row, 0, list->rootIndex()).data().toString().toStdString());
+    }
+    return names;
+}
+
+std::string question() {
+    const auto* box = open_dialog<QMessageBox>();
+    return box != nullptr ? box->text().toStdString() : "";
+}
+
+bool save_system_dialog_picture(const std::string& path) {
+    return open_system_dialog()->grab().save(QString::fromStdString(path), "PNG");
+}
+
+void choose_file(const std::string& name) {
+    auto* dialog = open_dialog<QFileDialog>();
+    enter(dialog->findChild<QLineEdit*>("fileNameEdit"), name);
+    accept_dialog(dialog);
+}
+
+void choose_filter(int index) {
+    auto* box = open_dialog<QFileDialog>()->findChild<QComboBox*>("fileTypeCombo");
+    box->setFocus(Qt::MouseFocusReason);
+    QTest::keyClick(box, Qt::Key_Home);
+    for (int i = 0; i < index; ++i) {
+        QTest::keyClick(box, Qt::Key_Down);
+    }
+}
+
+void print_to_file(const std::string& path) {
+    auto* dialog = open_dialog<QPrintDialog>();
+    auto* printers = dialog->findChild<QComboBox*>("printers");
+    printers->setFocus(Qt::MouseFocusReason);
+    QTest::keyClick(printers, Qt::Key_End); // the file is behind all printers
+    enter(dialog->findChild<QLineEdit*>("filename"), path);
+    accept_dialog(dialog);
+}
+
+void answer(const std::string& button) {
+    auto* box = open_dialog<QMessageBox>();
+    for (QAbstractButton* candidate : box->buttons()) {
+        if (candidate->text().remove('&').toStdString() == button) {
+            click_widget(candidate, candidate->rect().center());
+        }
+    }
+}
+
+void cancel_system_dialog() {
+    QTest::keyClick(open_system_dialog()->windowHandle(), Qt::Key_Escape);
 }
 
 struct Script::State {

@@ -88,12 +88,15 @@ void rect_inset(RECT* rect, int dx, int dy) {
     rect->bottom = moved(rect->bottom, -std::int64_t{dy});
 }
 
-void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
-              FitMode mode, int y_offset) {
+RECT draw_measure(DrawContext* ctx, const ExprNode* tree) {
     RECT bounds;
     draw_reset(ctx);
-    draw_run(device, ctx, tree, &bounds);
+    draw_run(nullptr, ctx, tree, &bounds);
+    return bounds;
+}
 
+void draw_place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode mode,
+                int y_offset) {
     const double sx = width / (static_cast<double>(bounds.right) - bounds.left);
     const double sy = height / (static_cast<double>(bounds.bottom) - bounds.top);
     const Placement place = mode == FitMode::stretch ? fit_stretch(bounds, sx, sy, y_offset)
@@ -103,6 +106,14 @@ void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int
     ctx->origin_y = place.origin_y;
     ctx->scale_x = place.scale_x;
     ctx->scale_y = place.scale_y;
+}
+
+void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
+              FitMode mode, int y_offset) {
+    RECT bounds;
+    draw_reset(ctx);
+    draw_run(device, ctx, tree, &bounds);
+    draw_place(ctx, bounds, width, height, mode, y_offset);
     draw_run(device, ctx, tree, nullptr);
 }
 

@@ -73,8 +73,17 @@ double draw_score(const DrawContext* ctx);
 // Moves each side inward; negative amounts grow the rectangle.
 void rect_inset(RECT* rect, int dx, int dy);
 
-// Draws the program to fill a target of `width` by `height` (positive) whose top is at `y_offset`
-// (used by stretch only): a measuring run, then a drawing run placed by its bounds.
+// The bounds of the program's drawing in turtle units, from a run that starts afresh. The context
+// is left as that leaves it.
+RECT draw_measure(DrawContext* ctx, const ExprNode* tree);
+
+// Starts a run afresh so that a drawing with these bounds fills a target of `width` by `height`
+// (positive) whose top is at `y_offset` (used by stretch only).
+void draw_place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode mode,
+                int y_offset);
+
+// Draws the program to fill such a target: a measuring run, then a drawing run placed by its
+// bounds. Pens are made on the device in both.
 void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
               FitMode mode, int y_offset);
 

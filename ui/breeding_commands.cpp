@@ -2,6 +2,7 @@
 
 #include "evolve/breed.h"
 #include "services/message.h"
+#include "services/wait_cursor.h"
 #include "ui/population_view.h"
 
 #include <algorithm>

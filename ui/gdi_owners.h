@@ -53,13 +53,4 @@ class PaintScope {
     PAINTSTRUCT paint_{};
 };
 
-// Shows the wait cursor, and the arrow again at the end.
-class WaitCursor {
-  public:
-    WaitCursor() { SetCursor(LoadCursorA(nullptr, IDC_WAIT)); }
-    ~WaitCursor() { SetCursor(LoadCursorA(nullptr, IDC_ARROW)); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-};
-
 } // namespace pelmora

@@ -4,6 +4,7 @@
 #include "services/application.h"
 #include "services/message.h"
 #include "ui/breeding_commands.h"
+#include "ui/exchange_commands.h"
 #include "ui/population_view.h"
 #include "ui/window_names.h"
 
@@ -247,6 +248,16 @@ constexpr LogoCommand kLogoCommands[] = {
     {IDM_ALL_RETIRE, LogoAllRetire, nullptr},
     {IDM_ALL_LIVE, LogoAllLive, nullptr},
     {IDM_MUTATE, LogoMutateTurtle, "You must select a turtle to mutate."},
+    {IDM_EDIT_TURTLE, LogoEditTurtle, "You must select a turtle to copy."},
+    {IDM_LOAD_TURTLE, LogoLoadTurtle, "You must select a turtle to load into."},
+    {IDM_SAVE_TURTLE, LogoSaveTurtle, "You must select a turtle to save."},
+    {IDM_SAVE_EPS, LogoSaveEPS, "You must select a turtle to save."},
+    {IDM_SAVE_METAFILE, LogoSaveMetafile, "You must select a turtle to save."},
+    {IDM_COPY, LogoCopyTurtle, "You must select a turtle to copy."},
+    {IDM_PASTE, LogoPasteTurtle, "You must select a turtle to paste onto."},
+    {IDM_PRINT_TURTLE, LogoPrintTurtle, "You must select a turtle to print."},
+    {IDM_SAVE_POPULATION, LogoSavePop, nullptr},
+    {IDM_LOAD_POPULATION, LogoLoadPop, nullptr},
 };
 
 // False for a command that is not this window's.

@@ -4,6 +4,7 @@
 #include "resources/resource.h"
 #include "services/application.h"
 #include "services/message.h"
+#include "ui/engine_window.h"
 #include "ui/log_files.h"
 #include "ui/main_window.h"
 #include "ui/population_window.h"
@@ -95,7 +96,7 @@ void RegisterWindowClasses(HINSTANCE instance) {
                      static_cast<int>(GetLastError()));
     }
     if (!register_class(instance,
-                        {names.engine_class, DefWindowProcA, IDR_ENGINE_MENU, kRecordBytes})) {
+                        {names.engine_class, EngineWindowProc, IDR_ENGINE_MENU, kRecordBytes})) {
         ShowMessageF(MainWindow(), "Error registering EngineWindow class. GetLastError()=%d",
                      static_cast<int>(GetLastError()));
     }

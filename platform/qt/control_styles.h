@@ -1,4 +1,5 @@
-// Control classes and styles as dialog templates name them, with their real values.
+// Control classes and styles as dialog templates and CreateWindowExA name them, with their real
+// values.
 #pragma once
 
 #include <cstdint>
@@ -24,6 +25,7 @@ inline constexpr std::uint32_t kCommonStyles =
 inline constexpr std::uint32_t kPushButton = 0;
 inline constexpr std::uint32_t kDefaultPushButton = 1;
 inline constexpr std::uint32_t kGroupBox = 7;
+inline constexpr std::uint32_t kAutoRadioButton = 9;
 
 // Statics: the low five bits are the kind.
 inline constexpr std::uint32_t kStaticKind = 0x1F;
@@ -36,6 +38,7 @@ inline constexpr std::uint32_t kStaticSunken = 0x1000;
 
 // Edit fields
 inline constexpr std::uint32_t kEditAutoScroll = 0x0080;
+inline constexpr std::uint32_t kEditNumber = 0x2000;
 
 // Trackbars
 inline constexpr std::uint32_t kTrackbarAutoTicks = 0x0001;

@@ -9,6 +9,10 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpressionValidator>
+
+#include <algorithm>
 
 namespace platform {
 
@@ -16,13 +20,13 @@ namespace {
 
 class ButtonControl : public Control {
   public:
-    ButtonControl(HWND parent, int id, QPushButton* button) : Control(parent, id, button) {
+    ButtonControl(HWND parent, int id, QAbstractButton* button) : Control(parent, id, button) {
         // Posted, not sent: the command may open a dialog, and the button must not be in the
         // middle of its click for as long as that lasts.
-        QObject::connect(button, &QPushButton::clicked, button, [this] {
-            post(Control::parent(), WM_COMMAND,
-                 MAKEWPARAM(static_cast<unsigned>(Control::id()), BN_CLICKED),
-                 reinterpret_cast<LPARAM>(handle()));
+        QObject::connect(button, &QAbstractButton::clicked, button, [this] {
+            post_input(Control::parent(), WM_COMMAND,
+                       MAKEWPARAM(static_cast<unsigned>(Control::id()), BN_CLICKED),
+                       reinterpret_cast<LPARAM>(handle()));
         });
     }
     LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override {
@@ -35,8 +39,20 @@ class ButtonControl : public Control {
     QString text() const override { return button()->text(); }
     void set_text(const QString& text) override { button()->setText(text); }
 
-  private:
-    QPushButton* button() const { return static_cast<QPushButton*>(widget()); }
+  protected:
+    QAbstractButton* button() const { return static_cast<QAbstractButton*>(widget()); }
+};
+
+class RadioControl : public ButtonControl {
+  public:
+    using ButtonControl::ButtonControl;
+    bool checked() const override { return button()->isChecked(); }
+    void set_checked(bool on) override {
+        // Only a user's click clears the others: a program may leave none of a group checked.
+        button()->group()->setExclusive(false);
+        button()->setChecked(on);
+        button()->group()->setExclusive(true);
+    }
 };
 
 class EditControl : public Control {
@@ -82,6 +98,9 @@ std::shared_ptr<Control> make_button(const DialogItem& item, const Place& place)
         button->setDefault((item.style & 0xFU) == kDefaultPushButton);
         return std::make_shared<ButtonControl>(place.parent, item.id, button);
     }
+    case kAutoRadioButton:
+        return std::make_shared<RadioControl>(place.parent, item.id,
+                                              new QRadioButton(text, place.parent_widget));
     case kGroupBox:
         return std::make_shared<Control>(place.parent, item.id,
                                          new QGroupBox(text, place.parent_widget));
@@ -91,9 +110,15 @@ std::shared_ptr<Control> make_button(const DialogItem& item, const Place& place)
 }
 
 std::shared_ptr<Control> make_edit(const DialogItem& item, const Place& place) {
-    require_styles(item, kEditAutoScroll);
-    return std::make_shared<EditControl>(
-        place.parent, item.id, new QLineEdit(to_qstring(item.text.text), place.parent_widget));
+    require_styles(item, kEditAutoScroll | kEditNumber);
+    auto* edit = new QLineEdit(to_qstring(item.text.text), place.parent_widget);
+    edit->setFrame((item.style & kBorder) != 0);
+    if ((item.style & kEditNumber) != 0) {
+        static const QRegularExpression digits(QStringLiteral("[0-9]*"));
+        edit->setValidator(new QRegularExpressionValidator(digits, edit));
+        edit->setInputMethodHints(Qt::ImhDigitsOnly);
+    }
+    return std::make_shared<EditControl>(place.parent, item.id, edit);
 }
 
 std::shared_ptr<Control> make_static(const DialogItem& item, const Place& place) {
@@ -157,6 +182,14 @@ std::shared_ptr<Control> make_by_class(const DialogItem& item, const Place& plac
     resource_fault("control class of", static_cast<unsigned>(item.id));
 }
 
+// Where a control's widget is to be, and how.
+void set_up(QWidget* widget, const DialogItem& item, const QRect& area) {
+    // An icon's place says only where it begins.
+    widget->setGeometry(area.isEmpty() ? QRect(area.topLeft(), widget->sizeHint()) : area);
+    widget->setVisible((item.style & kVisible) != 0);
+    widget->setEnabled((item.style & kDisabled) == 0);
+}
+
 } // namespace
 
 Control::Control(HWND parent, int id, QWidget* widget)
@@ -166,15 +199,45 @@ LRESULT Control::receive(UINT, WPARAM, LPARAM) {
     return 0;
 }
 
-std::shared_ptr<Control> make_control(const DialogItem& item, const QRect& area, HWND parent,
-                                      QWidget* parent_widget) {
-    std::shared_ptr<Control> control = make_by_class(item, {parent, parent_widget});
-    QWidget* widget = control->widget();
-    // An icon's place says only where it begins.
-    widget->setGeometry(area.isEmpty() ? QRect(area.topLeft(), widget->sizeHint()) : area);
-    widget->setVisible((item.style & kVisible) != 0);
-    widget->setEnabled((item.style & kDisabled) == 0);
-    return control;
+// The widget goes later, as one of its handlers may be running.
+void Control::dismantle() {
+    if (widget_ != nullptr) {
+        widget_->hide();
+        widget_->deleteLater();
+    }
+}
+
+bool Control::enabled() const {
+    const Window* window = window_of(parent_);
+    return window == nullptr || window->enabled();
+}
+
+Control* Controls::add(const DialogItem& item, const QRect& area, HWND parent) {
+    const std::shared_ptr<Control> control = make_by_class(item, {parent, holder_});
+    set_up(control->widget(), item, area);
+    if ((item.style & kGroup) != 0 || radio_buttons_ == nullptr) {
+        radio_buttons_ = new QButtonGroup(holder_);
+    }
+    if (auto* radio = qobject_cast<QRadioButton*>(control->widget())) {
+        radio_buttons_->addButton(radio);
+    }
+    all_.push_back(control);
+    keep_window(control);
+    return control.get();
+}
+
+Control* Controls::find(int id) const {
+    const auto found =
+        std::find_if(all_.begin(), all_.end(), [id](const std::shared_ptr<Control>& control) {
+            return control->id() == id && window_of(control->handle()) != nullptr;
+        });
+    return found != all_.end() ? found->get() : nullptr;
+}
+
+void Controls::forget() const {
+    for (const std::shared_ptr<Control>& control : all_) {
+        forget_window(control->handle());
+    }
 }
 
 Control* control_of(HWND handle) {
@@ -182,10 +245,3 @@ Control* control_of(HWND handle) {
 }
 
 } // namespace platform
-
-using namespace platform;
-
-int GetDlgCtrlID(HWND handle) {
-    const Control* control = control_of(handle);
-    return control != nullptr ? control->id() : 0;
-}

@@ -1,13 +1,15 @@
-// Controls: the children of a dialog.
+// Controls: the children of a dialog or of a window of a class.
 #pragma once
 
 #include "platform/qt/resource_reader.h"
 #include "platform/qt/window.h"
 
+#include <QButtonGroup>
 #include <QLabel>
 #include <QRect>
 
 #include <memory>
+#include <vector>
 
 namespace platform {
 
@@ -19,7 +21,8 @@ class Control : public Window {
 
     QWidget* widget() const override { return widget_; }
     LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override;
-    void dismantle() override {} // the parent's widget takes this one along
+    void dismantle() override;
+    bool enabled() const override; // input for it waits as its parent's does
 
     HWND parent() const { return parent_; }
     int id() const { return id_; }
@@ -27,16 +30,41 @@ class Control : public Window {
     virtual QString text() const { return {}; }
     virtual void set_text(const QString&) {}
 
+    // Whether it is marked; only radio buttons ever are.
+    virtual bool checked() const { return false; }
+    virtual void set_checked(bool) {} // leaves the others of its group as they are
+
   private:
     HWND parent_;
     int id_;
     QPointer<QWidget> widget_;
 };
 
-// Makes the control that `item` describes, at `area` of the parent's widget. A class or a style
-// that the layer does not know ends the program: see resource_fault().
-std::shared_ptr<Control> make_control(const DialogItem& item, const QRect& area, HWND parent,
-                                      QWidget* parent_widget);
+// The controls of a window, in the order of their creation. It is a member of the widget that they
+// are in: controls live as long as their widgets, which may still be in a handler when the window
+// is dismantled, with an arrow held, say.
+class Controls {
+  public:
+    explicit Controls(QWidget* holder) : holder_(holder) {}
+
+    // Makes the control that `item` describes, at `area` of the holder, and gives it to the
+    // registry of windows. A class or a style that the layer does not know ends the program: see
+    // resource_fault().
+    Control* add(const DialogItem& item, const QRect& area, HWND parent);
+
+    // The control with this id that was not destroyed, or null.
+    Control* find(int id) const;
+
+    // Takes their handles away: their window is being destroyed.
+    void forget() const;
+
+    const std::vector<std::shared_ptr<Control>>& all() const { return all_; }
+
+  private:
+    QWidget* holder_;
+    std::vector<std::shared_ptr<Control>> all_;
+    QButtonGroup* radio_buttons_ = nullptr; // of the group that is being made
+};
 
 // The control of a handle, or null.
 Control* control_of(HWND handle);

@@ -154,11 +154,15 @@ HGDIOBJ SelectObject(HDC handle, HGDIOBJ selected) {
         const auto* pen = static_cast<const Pen*>(object);
         device->pen_width = pen->width;
         device->pen_color = pen->color;
+        if (device->output != nullptr) {
+            device->output->select_pen(pen);
+        }
         return std::exchange(device->pen, object);
     }
     if (object->kind == GdiKind::bitmap) {
         auto* bitmap = static_cast<Bitmap*>(object);
-        if (device->window != nullptr || (bitmap->holder != nullptr && bitmap->holder != device)) {
+        if (device->window != nullptr || device->output != nullptr ||
+            (bitmap->holder != nullptr && bitmap->holder != device)) {
             return nullptr; // memory device contexts only, and one at a time
         }
         GdiObject* previous = device->bitmap;
@@ -168,7 +172,31 @@ HGDIOBJ SelectObject(HDC handle, HGDIOBJ selected) {
     return nullptr; // a brush is named by each call that fills
 }
 
-int GetDeviceCaps(HDC, int index) {
+HGDIOBJ GetCurrentObject(HDC handle, UINT kind) {
+    const DeviceContext* device = device_context(handle);
+    return device != nullptr && kind == OBJ_PEN ? device->pen : nullptr;
+}
+
+int SetMapMode(HDC handle, int mode) {
+    const DeviceContext* device = device_context(handle);
+    if (device == nullptr) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return 0;
+    }
+    const int before = device->output != nullptr ? device->output->set_map_mode(mode)
+                       : mode == MM_TEXT         ? MM_TEXT
+                                                 : 0;
+    if (before == 0) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+    }
+    return before;
+}
+
+int GetDeviceCaps(HDC handle, int index) {
+    const DeviceContext* device = device_context(handle);
+    if (device != nullptr && device->output != nullptr) {
+        return device->output->caps(index);
+    }
     const QSize screen = QGuiApplication::primaryScreen()->size();
     switch (index) {
     case HORZRES:

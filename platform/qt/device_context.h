@@ -5,17 +5,34 @@
 
 #include <QRegion>
 
+#include <memory>
 #include <vector>
 
 namespace platform {
 
 class Window;
 
+// Takes the drawing of a device context that is no surface: a metafile, or a printer.
+class DeviceOutput {
+  public:
+    DeviceOutput() = default;
+    virtual ~DeviceOutput() = default;
+    DeviceOutput(const DeviceOutput&) = delete;
+    DeviceOutput& operator=(const DeviceOutput&) = delete;
+
+    virtual void move_to(int x, int y) = 0;
+    virtual void line_to(int x, int y) = 0;
+    virtual void select_pen(const GdiObject* pen) = 0;
+    virtual int set_map_mode(int mode) = 0; // the mode before; 0 when it cannot be
+    virtual int caps(int index) const = 0;
+};
+
 struct DeviceContext {
     Surface* surface = nullptr; // borrowed from the window or the selected bitmap; null: none
     Window* window = nullptr;   // null for a memory device context
-    Bitmap* bitmap = nullptr;   // selected; memory device contexts only
-    bool painting = false;      // between BeginPaint and EndPaint
+    std::unique_ptr<DeviceOutput> output; // set: neither surface nor window
+    Bitmap* bitmap = nullptr;             // selected; memory device contexts only
+    bool painting = false;                // between BeginPaint and EndPaint
     int stretch_mode = 1;
 
     // A copy of the selected pen: a pen that is deleted while selected goes on drawing.

@@ -11,7 +11,8 @@
 #include <QSlider>
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -101,17 +102,15 @@ DialogWindow::~DialogWindow() {
 void DialogWindow::add_controls(const DialogTemplate& design) {
     const DialogUnits units(design);
     for (const DialogItem& item : design.items) {
-        const auto control = make_control(item, units.rect(item.x, item.y, item.width, item.height),
-                                          handle(), widget_);
-        widget_->keep(control);
-        keep_window(control);
+        widget_->controls().add(item, units.rect(item.x, item.y, item.width, item.height),
+                                handle());
     }
 }
 
 // A label names the field or slider that follows it, for screen readers too.
 void DialogWindow::name_for_accessibility() {
     QLabel* label = nullptr;
-    for (const auto& control : widget_->controls()) {
+    for (const auto& control : widget_->controls().all()) {
         QWidget* widget = control->widget();
         const bool field = qobject_cast<QLineEdit*>(widget) != nullptr ||
                            qobject_cast<QSlider*>(widget) != nullptr;
@@ -124,7 +123,7 @@ void DialogWindow::name_for_accessibility() {
 }
 
 QWidget* DialogWindow::first_tab_stop() const {
-    const auto& controls = widget_->controls();
+    const auto& controls = widget_->controls().all();
     const auto found =
         std::find_if(controls.begin(), controls.end(), [](const std::shared_ptr<Control>& c) {
             return c->widget()->isEnabled() && (c->widget()->focusPolicy() & Qt::TabFocus) != 0;
@@ -164,9 +163,6 @@ void DialogWindow::dismantle() {
         return;
     }
     leave_screen();
-    for (const auto& control : widget_->controls()) {
-        forget_window(control->handle());
-    }
     widget_->deleteLater();
     widget_ = nullptr;
 }
@@ -212,15 +208,8 @@ INT_PTR DialogWindow::run(LPARAM parameter) {
     return result_;
 }
 
-Control* DialogWindow::find(int id) const {
-    if (widget_ == nullptr) {
-        return nullptr;
-    }
-    const auto& controls = widget_->controls();
-    const auto found =
-        std::find_if(controls.begin(), controls.end(),
-                     [id](const std::shared_ptr<Control>& c) { return c->id() == id; });
-    return found != controls.end() ? found->get() : nullptr;
+const Controls* DialogWindow::controls() const {
+    return widget_ != nullptr ? &widget_->controls() : nullptr;
 }
 
 void destroy_owned_dialogs(const Window& owner) {
@@ -236,11 +225,6 @@ namespace {
 
 DialogWindow* dialog_of(HWND handle) {
     return dynamic_cast<DialogWindow*>(window_of(handle));
-}
-
-Control* find_control(HWND dialog, int id) {
-    const DialogWindow* window = dialog_of(dialog);
-    return window != nullptr ? window->find(id) : nullptr;
 }
 
 } // namespace
@@ -267,31 +251,4 @@ BOOL EndDialog(HWND handle, INT_PTR result) {
     }
     dialog->end(result);
     return TRUE;
-}
-
-HWND GetDlgItem(HWND dialog, int id) {
-    const Control* control = find_control(dialog, id);
-    return control != nullptr ? control->handle() : nullptr;
-}
-
-BOOL SetDlgItemTextA(HWND dialog, int id, LPCSTR text) {
-    Control* control = find_control(dialog, id);
-    if (control == nullptr) {
-        return FALSE;
-    }
-    control->set_text(QString::fromUtf8(text));
-    return TRUE;
-}
-
-UINT GetDlgItemTextA(HWND dialog, int id, LPSTR buffer, int size) {
-    const Control* control = find_control(dialog, id);
-    if (size <= 0) {
-        return 0;
-    }
-    const QByteArray text = control != nullptr ? control->text().toUtf8() : QByteArray();
-    const auto length =
-        std::min(static_cast<std::size_t>(text.size()), static_cast<std::size_t>(size) - 1);
-    std::memcpy(buffer, text.constData(), length);
-    buffer[length] = '\0';
-    return static_cast<UINT>(length);
 }

@@ -7,10 +7,6 @@
 
 #include <QDialog>
 
-#include <memory>
-#include <utility>
-#include <vector>
-
 namespace platform {
 
 class DialogWindow;
@@ -18,21 +14,18 @@ class DialogWindow;
 // Escape and the close box do nothing but send command 2 to the procedure.
 class DialogWidget : public QDialog {
   public:
-    DialogWidget(QWidget* owner, HWND dialog) : QDialog(owner), dialog_(dialog) {}
+    DialogWidget(QWidget* owner, HWND dialog) : QDialog(owner), dialog_(dialog), controls_(this) {}
 
     void reject() override;
 
-    // Controls live as long as their widgets, which may still be in a handler when the dialog is
-    // dismantled, with an arrow held, say.
-    void keep(std::shared_ptr<Control> control) { controls_.push_back(std::move(control)); }
-    const std::vector<std::shared_ptr<Control>>& controls() const { return controls_; }
+    Controls& controls() { return controls_; }
 
   protected:
     void closeEvent(QCloseEvent* event) override;
 
   private:
     HWND dialog_;
-    std::vector<std::shared_ptr<Control>> controls_;
+    Controls controls_;
 };
 
 class DialogWindow final : public Window {
@@ -43,6 +36,7 @@ class DialogWindow final : public Window {
     QWidget* widget() const override { return widget_; }
     LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override;
     void dismantle() override;
+    const Controls* controls() const override;
 
     // Opens the dialog and runs a message loop of its own until it ends. The result is EndDialog's;
     // -1 when the dialog was destroyed instead or the program is ending.
@@ -50,7 +44,6 @@ class DialogWindow final : public Window {
     void end(INT_PTR result);
 
     HWND owner() const { return owner_; }
-    Control* find(int id) const;
 
   private:
     void add_controls(const DialogTemplate& design);

@@ -78,6 +78,9 @@ BOOL MoveToEx(HDC handle, int x, int y, POINT* previous) {
     if (previous != nullptr) {
         *previous = {device->x, device->y};
     }
+    if (device->output != nullptr) {
+        device->output->move_to(x, y);
+    }
     device->x = x;
     device->y = y;
     return TRUE;
@@ -88,7 +91,9 @@ BOOL LineTo(HDC handle, int x, int y) {
     if (device == nullptr) {
         return FALSE;
     }
-    if (device->pen_width <= 1) {
+    if (device->output != nullptr) {
+        device->output->line_to(x, y);
+    } else if (device->pen_width <= 1) {
         for (const PixelRect& clip : device->clip) {
             draw_line(device->surface->pixels(), clip, device->x, device->y, x, y,
                       device->pen_color);
@@ -106,7 +111,7 @@ BOOL LineTo(HDC handle, int x, int y) {
 
 int FillRect(HDC handle, const RECT* rect, HBRUSH brush) {
     DeviceContext* device = device_context(handle);
-    if (device == nullptr || brush == nullptr) {
+    if (device == nullptr || brush == nullptr || device->output != nullptr) {
         return 0;
     }
     fill(*device, pixel_rect(*rect), brush_pixel(brush));
@@ -116,7 +121,7 @@ int FillRect(HDC handle, const RECT* rect, HBRUSH brush) {
 int FrameRect(HDC handle, const RECT* rect, HBRUSH brush) {
     DeviceContext* device = device_context(handle);
     const PixelRect r = pixel_rect(*rect);
-    if (device == nullptr || brush == nullptr || r.empty()) {
+    if (device == nullptr || brush == nullptr || r.empty() || device->output != nullptr) {
         return 0;
     }
     const std::uint32_t pixel = brush_pixel(brush);
@@ -131,7 +136,8 @@ BOOL BitBlt(HDC target, int x, int y, int width, int height, HDC source, int sou
             DWORD operation) {
     DeviceContext* to = device_context(target);
     const DeviceContext* from = device_context(source);
-    if (to == nullptr || from == nullptr || operation != SRCCOPY || from->surface == nullptr) {
+    if (to == nullptr || from == nullptr || operation != SRCCOPY || from->surface == nullptr ||
+        to->output != nullptr) {
         return FALSE;
     }
     const int dx = source_x - x;

@@ -1,5 +1,6 @@
 #include "platform/qt/frame.h"
 
+#include "platform/qt/child_controls.h"
 #include "platform/qt/device_context.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/resources.h"
@@ -78,7 +79,7 @@ bool grayed_in(const std::vector<MenuItem>& items, std::uint16_t id) {
 
 } // namespace
 
-ClientArea::ClientArea(Frame* frame) : QWidget(frame), frame_(frame) {
+ClientArea::ClientArea(Frame* frame) : QWidget(frame), frame_(frame), controls_(this) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
@@ -185,6 +186,10 @@ QMenuBar* TopLevelWindow::menu_bar() const {
     return frame_->menu_bar();
 }
 
+const Controls* TopLevelWindow::controls() const {
+    return frame_ != nullptr ? &frame_->client()->controls() : nullptr;
+}
+
 QSize TopLevelWindow::client_size() const {
     return frame_->client()->size();
 }
@@ -238,8 +243,12 @@ bool menu_entry_grayed(const Window& window, std::uint16_t id) {
 
 using namespace platform;
 
-HWND CreateWindowExA(DWORD, LPCSTR class_name, LPCSTR title, DWORD, int x, int y, int width,
-                     int height, HWND, HMENU, HINSTANCE, LPVOID parameter) {
+HWND CreateWindowExA(DWORD, LPCSTR class_name, LPCSTR title, DWORD style, int x, int y, int width,
+                     int height, HWND parent, HMENU menu, HINSTANCE, LPVOID parameter) {
+    if ((style & WS_CHILD) != 0) {
+        const auto id = static_cast<int>(reinterpret_cast<std::uintptr_t>(menu));
+        return create_child({class_name, title, style, id}, QRect(x, y, width, height), parent);
+    }
     const WindowClass* window_class = find_window_class(class_name);
     if (window_class == nullptr) {
         SetLastError(ERROR_CANNOT_FIND_WND_CLASS);

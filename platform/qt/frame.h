@@ -2,6 +2,7 @@
 // window's surface.
 #pragma once
 
+#include "platform/qt/controls.h"
 #include "platform/qt/resource_reader.h"
 #include "platform/qt/window.h"
 
@@ -15,10 +16,12 @@ namespace platform {
 class Frame;
 class TopLevelWindow;
 
-// Shows the surface and turns the pointer's events into messages.
+// Shows the surface, below the child controls, and turns the pointer's events into messages.
 class ClientArea : public QWidget {
   public:
     explicit ClientArea(Frame* frame);
+
+    Controls& controls() { return controls_; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -32,6 +35,7 @@ class ClientArea : public QWidget {
     void post_button(const QMouseEvent& event, UINT left, UINT right);
 
     Frame* frame_;
+    Controls controls_;
 };
 
 class TopLevelWindow final : public Window {
@@ -42,6 +46,7 @@ class TopLevelWindow final : public Window {
     QWidget* widget() const override;
     LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override;
     void dismantle() override;
+    const Controls* controls() const override;
     QSize client_size() const override;
     void show_surface(const QRegion& region) override;
 

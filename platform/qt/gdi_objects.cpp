@@ -1,7 +1,11 @@
 #include "platform/qt/gdi_objects.h"
 
 #include "platform/qt/device_context.h"
+#include "platform/qt/metafile_recorder.h"
 
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
 #include <new>
 #include <utility>
 
@@ -65,8 +69,8 @@ HGDIOBJ GetStockObject(int object) {
 }
 
 HPEN CreatePen(int, int width, COLORREF color) {
-    return reinterpret_cast<HPEN>(
-        static_cast<GdiObject*>(new (std::nothrow) Pen(width, pixel_of(color))));
+    return reinterpret_cast<HPEN>(static_cast<GdiObject*>(
+        new (std::nothrow) Pen(std::abs(std::max(width, -INT_MAX)), pixel_of(color))));
 }
 
 HBRUSH CreateSolidBrush(COLORREF color) {
@@ -97,6 +101,7 @@ BOOL DeleteObject(HGDIOBJ handle) {
     }
     switch (object->kind) {
     case GdiKind::pen:
+        forget_recorded_pen(object);
         delete static_cast<Pen*>(object);
         return TRUE;
     case GdiKind::brush:

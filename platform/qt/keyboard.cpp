@@ -1,5 +1,6 @@
 #include "platform/qt/keyboard.h"
 
+#include "platform/qt/controls.h"
 #include "platform/qt/frame.h"
 #include "platform/qt/resources.h"
 #include "platform/qt/window.h"
@@ -97,21 +98,22 @@ WORD character(const QKeyEvent& event) {
 } // namespace
 
 bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress || event == returning || !watched->isWidgetType()) {
+    const bool press = event->type() == QEvent::KeyPress;
+    if ((!press && event->type() != QEvent::KeyRelease) || event == returning ||
+        !watched->isWidgetType()) {
         return false;
     }
     auto* widget = static_cast<QWidget*>(watched);
     Window* window = addressee(widget);
-    if (window == nullptr) {
+    if (window == nullptr || (!press && control_of(window->handle()) == nullptr)) {
         return false;
     }
-    const auto& pressed = static_cast<const QKeyEvent&>(*event);
+    const auto& moved = static_cast<const QKeyEvent&>(*event);
     auto key = std::make_shared<KeyStroke>();
     key->receiver = widget;
-    key->event.reset(pressed.clone());
-    const bool alt = pressed.modifiers().testFlag(Qt::AltModifier);
-    post_input(window->handle(), alt ? WM_SYSKEYDOWN : WM_KEYDOWN, virtual_key(pressed), 0,
-               std::move(key));
+    key->event.reset(moved.clone());
+    const UINT down = moved.modifiers().testFlag(Qt::AltModifier) ? WM_SYSKEYDOWN : WM_KEYDOWN;
+    post_input(window->handle(), press ? down : kKeyUp, virtual_key(moved), 0, std::move(key));
     return true;
 }
 

@@ -168,7 +168,9 @@ LRESULT DispatchMessageA(const MSG* message) {
     const std::shared_ptr<KeyStroke> key = current_key();
     const LRESULT result =
         send_message(message->hwnd, message->message, message->wParam, message->lParam);
-    if (key != nullptr && (message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN)) {
+    const bool of_key = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN ||
+                        message->message == kKeyUp;
+    if (key != nullptr && of_key) {
         const ToolkitScope handlers;
         return_key(*key);
     }

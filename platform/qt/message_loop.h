@@ -15,7 +15,7 @@
 
 namespace platform {
 
-// The key press behind a keyboard message: the toolkit gets it back when no accelerator took it.
+// The key event behind a keyboard message: the toolkit gets it back when no accelerator took it.
 struct KeyStroke {
     QPointer<QWidget> receiver;
     std::unique_ptr<QKeyEvent> event;

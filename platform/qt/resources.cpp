@@ -1,11 +1,11 @@
 #include "platform/qt/resources.h"
 
+#include "platform/qt/text.h"
+
 #include <QGuiApplication>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <map>
 
 // The compiled resources, linked in by the program.
@@ -42,16 +42,12 @@ const std::vector<Accelerator>* accelerators_of(HACCEL handle) {
 using namespace platform;
 
 int LoadStringA(HINSTANCE, UINT id, LPSTR buffer, int size) {
-    if (size <= 0 || id > 0xFFFF) {
+    if (id > 0xFFFF) {
         return 0;
     }
     const QByteArray text =
         to_qstring(read_string(program_resources(), static_cast<std::uint16_t>(id))).toUtf8();
-    const auto length =
-        std::min(static_cast<std::size_t>(text.size()), static_cast<std::size_t>(size) - 1);
-    std::memcpy(buffer, text.constData(), length);
-    buffer[length] = '\0';
-    return static_cast<int>(length);
+    return static_cast<int>(copy_text(text, buffer, size));
 }
 
 HACCEL LoadAcceleratorsA(HINSTANCE, LPCSTR name) {

@@ -26,6 +26,7 @@ using LPCSTR = const char*;
 using LPVOID = void*;
 using INT_PTR = std::intptr_t;
 using UINT_PTR = std::uintptr_t;
+using SIZE_T = std::size_t;
 using LONG_PTR = std::intptr_t;
 using WPARAM = UINT_PTR;
 using LPARAM = LONG_PTR;
@@ -47,8 +48,10 @@ using HMENU = struct HMENU__*;
 using HACCEL = struct HACCEL__*;
 using HINSTANCE = struct HINSTANCE__*;
 using HICON = struct HICON__*;
+using HENHMETAFILE = struct HENHMETAFILE__*;
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 using HCURSOR = HICON;
+using HGLOBAL = HANDLE;
 
 struct POINT {
     LONG x;
@@ -94,6 +97,40 @@ struct WNDCLASSEXA {
     LPCSTR lpszClassName;
     HICON hIconSm;
 };
+
+// Here: the fields that the program uses.
+struct OPENFILENAMEA {
+    DWORD lStructSize;
+    HWND hwndOwner;
+    LPCSTR lpstrFilter; // pairs of a text and a pattern, each with its zero, and one more zero
+    DWORD nFilterIndex; // from 1
+    LPSTR lpstrFile;    // in: the name proposed; out: the full path
+    DWORD nMaxFile;     // bytes of room
+    DWORD Flags;
+};
+
+// Here: the fields that the program uses; both memory handles stay null.
+struct PRINTDLGA {
+    DWORD lStructSize;
+    HWND hwndOwner;
+    HGLOBAL hDevMode;
+    HGLOBAL hDevNames;
+    HDC hDC;
+    DWORD Flags;
+    WORD nFromPage;
+    WORD nToPage;
+    WORD nMinPage;
+    WORD nMaxPage;
+    WORD nCopies;
+};
+
+// Here: the fields that the program uses.
+struct DOCINFOA {
+    int cbSize;
+    LPCSTR lpszDocName;
+};
+
+using ABORTPROC = BOOL(CALLBACK*)(HDC, int);
 
 struct NMHDR {
     HWND hwndFrom;
@@ -167,6 +204,10 @@ constexpr DWORD WS_EX_OVERLAPPEDWINDOW = WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE;
 constexpr UINT CS_VREDRAW = 0x0001;
 constexpr UINT CS_HREDRAW = 0x0002;
 constexpr UINT CS_DBLCLKS = 0x0008;
+constexpr DWORD WS_CHILD = 0x40000000;
+constexpr DWORD WS_BORDER = 0x00800000;
+constexpr DWORD ES_NUMBER = 0x2000;
+constexpr DWORD BS_DEFPUSHBUTTON = 0x0001;
 constexpr int SW_HIDE = 0;
 constexpr int SW_SHOWNORMAL = 1;
 constexpr int SW_SHOW = 5;
@@ -180,8 +221,18 @@ constexpr int WHITE_BRUSH = 0;
 constexpr int BLACK_BRUSH = 4;
 constexpr int BLACK_PEN = 7;
 constexpr int PS_SOLID = 0;
+constexpr int OBJ_PEN = 1; // GetCurrentObject; Here: the only kind it knows
 constexpr int HORZRES = 8;
 constexpr int VERTRES = 10;
+constexpr int PHYSICALWIDTH = 110; // this and the next three: printers only
+constexpr int PHYSICALHEIGHT = 111;
+constexpr int PHYSICALOFFSETX = 112;
+constexpr int PHYSICALOFFSETY = 113;
+constexpr int MM_TEXT = 1;
+constexpr int MM_LOMETRIC = 2;
+constexpr int MM_HIMETRIC = 3;
+constexpr int MM_LOENGLISH = 4;
+constexpr int MM_HIENGLISH = 5;
 constexpr int HALFTONE = 4;
 constexpr DWORD SRCCOPY = 0x00CC0020;
 constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
@@ -192,8 +243,33 @@ constexpr UINT DT_NOPREFIX = 0x0800;
 constexpr int IDOK = 1;
 constexpr int IDCANCEL = 2;
 
+// Files
+constexpr DWORD GENERIC_WRITE = 0x40000000;
+constexpr DWORD FILE_SHARE_READ = 0x00000001;
+constexpr DWORD FILE_SHARE_WRITE = 0x00000002;
+constexpr DWORD FILE_SHARE_DELETE = 0x00000004;
+constexpr DWORD OPEN_EXISTING = 3;
+constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x00000080;
+
+// Clipboard and memory
+constexpr UINT CF_TEXT = 1;
+constexpr UINT CF_ENHMETAFILE = 14;
+constexpr UINT GMEM_MOVEABLE = 0x0002;
+
+// System dialogs
+constexpr DWORD OFN_OVERWRITEPROMPT = 0x00000002;
+constexpr DWORD OFN_HIDEREADONLY = 0x00000004;
+constexpr DWORD OFN_NOCHANGEDIR = 0x00000008;
+constexpr DWORD OFN_PATHMUSTEXIST = 0x00000800;
+constexpr DWORD OFN_FILEMUSTEXIST = 0x00001000;
+constexpr DWORD OFN_EXPLORER = 0x00080000;
+constexpr DWORD OFN_ENABLESIZING = 0x00800000;
+constexpr DWORD PD_RETURNDC = 0x00000100;
+
 // Controls
 constexpr WORD BN_CLICKED = 0;
+constexpr UINT BST_UNCHECKED = 0;
+constexpr UINT BST_CHECKED = 1;
 constexpr UINT BM_CLICK = 0x00F5;
 constexpr UINT TBM_GETPOS = WM_USER;
 constexpr UINT TBM_GETRANGEMIN = WM_USER + 1;
@@ -219,11 +295,20 @@ constexpr UINT UDN_DELTAPOS = static_cast<UINT>(-722);
 
 // Errors
 constexpr DWORD ERROR_SUCCESS = 0;
+constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
+constexpr DWORD ERROR_ACCESS_DENIED = 5;
+constexpr DWORD ERROR_INVALID_HANDLE = 6;
+constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
+constexpr DWORD ERROR_WRITE_FAULT = 29;
+constexpr DWORD ERROR_INVALID_PARAMETER = 87;
 constexpr DWORD ERROR_INVALID_WINDOW_HANDLE = 1400;
 constexpr DWORD ERROR_CANNOT_FIND_WND_CLASS = 1407;
 constexpr DWORD ERROR_CLASS_ALREADY_EXISTS = 1410;
 constexpr DWORD ERROR_INVALID_INDEX = 1413;
+constexpr DWORD ERROR_CLIPBOARD_NOT_OPEN = 1418;
 // clang-format on
+
+#define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(LONG_PTR{-1}))
 
 #define IDC_ARROW MAKEINTRESOURCEA(32512)
 #define IDC_WAIT MAKEINTRESOURCEA(32514)
@@ -238,6 +323,12 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR command_line, i
 DWORD GetLastError();
 void SetLastError(DWORD error);
 
+// Here: opens what exists for writing, waits for nobody (a pipe without a reader is refused), and
+// the handle is good for closing only.
+HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, void* security, DWORD disposition,
+                   DWORD flags, HANDLE like);
+BOOL CloseHandle(HANDLE handle);
+
 // Resources. They live as long as the process; nothing releases them.
 int LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size);
 HACCEL LoadAcceleratorsA(HINSTANCE instance, LPCSTR name);
@@ -247,9 +338,10 @@ HCURSOR SetCursor(HCURSOR cursor); // Here: holds until set again, over every wi
 
 // Window classes and windows
 ATOM RegisterClassExA(const WNDCLASSEXA* window_class);
-// Here: top-level windows of registered classes only, always with the styles of an overlapped
-// window. WM_CREATE brings `parameter` itself. The outer size is made with a usual frame, as the
-// window manager's is not known before the window is shown.
+// Here: top-level windows of registered classes, always with the styles of an overlapped window,
+// and in them the child controls "EDIT" and "BUTTON", whose `menu` is their id. WM_CREATE brings
+// `parameter` itself. The outer size is made with a usual frame, as the window manager's is not
+// known before the window is shown.
 HWND CreateWindowExA(DWORD extended_style, LPCSTR class_name, LPCSTR title, DWORD style, int x,
                      int y, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                      LPVOID parameter);
@@ -257,6 +349,8 @@ BOOL DestroyWindow(HWND window);
 BOOL IsWindow(HWND window);
 BOOL ShowWindow(HWND window, int show);
 BOOL UpdateWindow(HWND window);
+HWND SetFocus(HWND window);                              // Here: a control of a dialog or a window.
+int GetWindowTextA(HWND window, LPSTR buffer, int size); // Here: controls only.
 BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 BOOL GetClientRect(HWND window, RECT* rect);
 BOOL GetWindowRect(HWND window, RECT* rect);
@@ -284,6 +378,28 @@ HWND GetDlgItem(HWND dialog, int id);
 int GetDlgCtrlID(HWND control);
 BOOL SetDlgItemTextA(HWND dialog, int id, LPCSTR text);
 UINT GetDlgItemTextA(HWND dialog, int id, LPSTR buffer, int size);
+BOOL CheckDlgButton(HWND dialog, int id, UINT check);
+UINT IsDlgButtonChecked(HWND dialog, int id);
+
+// System dialogs. False when the user cancelled, the name has no room, or the owner went away.
+BOOL GetOpenFileNameA(OPENFILENAMEA* dialog);
+BOOL GetSaveFileNameA(OPENFILENAMEA* dialog);
+BOOL PrintDlgA(PRINTDLGA* dialog);
+
+// Clipboard. What is set belongs to the clipboard.
+BOOL OpenClipboard(HWND owner); // Here: fails only while this program holds it open.
+BOOL CloseClipboard();          // Here: other programs see what was set from now on.
+BOOL EmptyClipboard();
+BOOL IsClipboardFormatAvailable(UINT format); // Here: CF_TEXT only.
+HANDLE GetClipboardData(UINT format);         // Here: CF_TEXT only, from any text.
+HANDLE SetClipboardData(UINT format, HANDLE data);
+
+HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes);
+HGLOBAL GlobalFree(HGLOBAL memory);
+LPVOID GlobalLock(HGLOBAL memory);
+BOOL GlobalUnlock(HGLOBAL memory);
+
+void Sleep(DWORD milliseconds);
 
 // Painting
 HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
@@ -299,6 +415,22 @@ HBITMAP CreateCompatibleBitmap(HDC device, int width, int height);
 int GetDeviceCaps(HDC device, int index);
 int SetStretchBltMode(HDC device, int mode);
 
+// Enhanced metafiles. `frame` is in hundredths of a millimetre, null for the picture's own; a null
+// file name keeps the metafile in memory.
+// Here: no reference device but the screen; the file appears whole, when the metafile is closed.
+HDC CreateEnhMetaFileA(HDC reference, LPCSTR file, const RECT* frame, LPCSTR description);
+HENHMETAFILE CloseEnhMetaFile(HDC device);
+BOOL DeleteEnhMetaFile(HENHMETAFILE metafile);
+int SetMapMode(HDC device, int mode); // Here: metafiles record it; others know MM_TEXT only.
+
+// Printing
+int SetAbortProc(HDC device, ABORTPROC procedure);
+int StartDocA(HDC device, const DOCINFOA* document);
+int EndDoc(HDC device);
+int StartPage(HDC device);
+int EndPage(HDC device);
+
+HGDIOBJ GetCurrentObject(HDC device, UINT kind);
 HGDIOBJ GetStockObject(int object);
 HPEN CreatePen(int style, int width, COLORREF color);
 HBRUSH CreateSolidBrush(COLORREF color);

@@ -1,5 +1,6 @@
 #include "platform/qt/window.h"
 
+#include "platform/qt/controls.h"
 #include "platform/qt/device_context.h"
 #include "platform/qt/dialog.h"
 #include "platform/qt/message_loop.h"
@@ -96,6 +97,9 @@ void destroy_window(Window& window) {
     const std::shared_ptr<Window> alive = window.shared_from_this();
     destroy_owned_dialogs(window);
     send_message(window.handle(), WM_DESTROY, 0, 0);
+    if (const Controls* controls = window.controls()) {
+        controls->forget();
+    }
     send_message(window.handle(), WM_NCDESTROY, 0, 0);
     forget_window(window.handle());
     window.dismantle();

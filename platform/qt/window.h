@@ -15,6 +15,7 @@
 
 namespace platform {
 
+class Controls;
 struct DeviceContext;
 
 // A registered window class.
@@ -71,8 +72,11 @@ class Window : public std::enable_shared_from_this<Window> {
     bool wants_paint() const;
     Update take_update();
 
+    // The controls in it; null for a window that cannot have any.
+    virtual const Controls* controls() const { return nullptr; }
+
     // The modal dialog's owner takes no input meanwhile. Counted, as dialogs may follow each other.
-    bool enabled() const { return blockers_ == 0; }
+    virtual bool enabled() const { return blockers_ == 0; }
     void block() { ++blockers_; }
     void unblock() { --blockers_; }
 
@@ -104,8 +108,8 @@ void keep_window(std::shared_ptr<Window> window);
 // Takes a window out of the registry, and what is queued for it.
 void forget_window(HWND handle);
 
-// Destroys a window as DestroyWindow does: its dialogs first, then WM_DESTROY and WM_NCDESTROY, and
-// the handle is gone.
+// Destroys a window as DestroyWindow does: its dialogs first, then WM_DESTROY, its controls, and
+// WM_NCDESTROY, and the handle is gone.
 void destroy_window(Window& window);
 
 // Windows that want WM_PAINT: the next one, or null.

@@ -19,8 +19,9 @@ TEST(Print, ThreeLayouts) {
     const ExprTree tree = tree_of("( REPEAT_5 ( BLOCK ( FWD_10 ) ( IF_PEN_UP ) ) )");
     EXPECT_EQ(text_of(tree.get()), "( REPEAT_5\n   ( BLOCK\n      ( FWD_10 )\n"
                                    "      ( IF_PEN_UP\n      )\n   )\n)\n");
-    EXPECT_EQ(written(expr_write, tree.get()), "( REPEAT_5\n    ( BLOCK\n        ( FWD_10 )\n"
-                                               "        ( IF_PEN_UP\n        )\n    )\n)\n");
+    EXPECT_EQ(written(expr_write, tree.get()),
+              "( REPEAT_5\r\n    ( BLOCK\r\n        ( FWD_10 )\r\n"
+              "        ( IF_PEN_UP\r\n        )\r\n    )\r\n)\r\n");
     EXPECT_EQ(written(expr_write_line, tree.get()),
               " ( REPEAT_5  ( BLOCK  ( FWD_10 )  ( IF_PEN_UP  )  )  ) ");
     const ExprTree nameless(expr_new_node(TERMINAL));

@@ -1,8 +1,6 @@
 // Windows, their messages and their dialogs, as the program relies on them.
 #include "resources/resource.h"
-#include "tour/user.h"
-
-#include <gtest/gtest.h>
+#include "tests/platform/test_windows.h"
 
 #include <algorithm>
 #include <cstring>
@@ -13,112 +11,8 @@
 
 namespace {
 
+using namespace pelmora_test;
 using user::Modifier;
-
-std::vector<std::string> log_lines;
-std::function<LRESULT(HWND, UINT, WPARAM)> on_message; // what a test wants to do besides logging
-
-std::string message_name(UINT message, WPARAM wparam, LPARAM lparam) {
-    const auto place = static_cast<std::uintptr_t>(lparam);
-    const std::string at = std::to_string(LOWORD(place)) + "," + std::to_string(HIWORD(place));
-    switch (message) {
-    case WM_CREATE:
-        return "create";
-    case WM_SIZE:
-        return "size " + at;
-    case WM_PAINT:
-        return "paint";
-    case WM_ERASEBKGND:
-        return "erase";
-    case WM_COMMAND:
-        return "command " + std::to_string(LOWORD(wparam)) + " from " +
-               std::to_string(HIWORD(wparam));
-    case WM_LBUTTONDOWN:
-        return "left " + std::to_string(wparam) + " at " + at;
-    case WM_LBUTTONDBLCLK:
-        return "double at " + at;
-    case WM_RBUTTONDOWN:
-        return "right " + std::to_string(wparam) + " at " + at;
-    case WM_CLOSE:
-        return "close";
-    case WM_DESTROY:
-        return "destroy";
-    default:
-        return message >= WM_USER ? "user " + std::to_string(message - WM_USER) : "";
-    }
-}
-
-LRESULT CALLBACK LoggingProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    const std::string name = message_name(message, wparam, lparam);
-    if (!name.empty()) {
-        log_lines.push_back(name);
-    }
-    const LRESULT answer = on_message ? on_message(window, message, wparam) : 0;
-    return answer != 0 ? answer : DefWindowProcA(window, message, wparam, lparam);
-}
-
-std::vector<std::string> take_log() {
-    return std::exchange(log_lines, {});
-}
-
-// Runs the program's usual loop until the script is through.
-void run(user::Script& script) {
-    script.start();
-    HACCEL accelerators = LoadAcceleratorsA(nullptr, MAKEINTRESOURCEA(IDR_ACCELERATORS));
-    MSG message;
-    while (GetMessageA(&message, nullptr, 0, 0)) {
-        if (TranslateAcceleratorA(message.hwnd, accelerators, &message) == 0) {
-            TranslateMessage(&message);
-            DispatchMessageA(&message);
-        }
-    }
-}
-
-void end_script(const std::string& failure) {
-    EXPECT_EQ(failure, "");
-    PostQuitMessage(0);
-}
-
-// Handles what is waiting.
-void settle() {
-    user::Script script(end_script);
-    script.then("nothing", [] {});
-    run(script);
-}
-
-class Windows : public testing::Test {
-  protected:
-    Windows() {
-        WNDCLASSEXA logging{};
-        logging.cbSize = sizeof logging;
-        logging.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
-        logging.lpfnWndProc = LoggingProc;
-        logging.cbWndExtra = 16;
-        logging.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
-        logging.lpszMenuName = MAKEINTRESOURCEA(IDR_LOGO_MENU);
-        logging.lpszClassName = "Logging";
-        RegisterClassExA(&logging); // known already after the first test
-        window_ =
-            CreateWindowExA(WS_EX_OVERLAPPEDWINDOW, "Logging", "A window", WS_OVERLAPPEDWINDOW, 20,
-                            20, 400, 300, nullptr, nullptr, nullptr, nullptr);
-        created_ = take_log();
-        ShowWindow(window_, SW_SHOWNORMAL);
-        UpdateWindow(window_);
-        settle();
-        take_log();
-    }
-    ~Windows() override {
-        on_message = nullptr;
-        DestroyWindow(window_);
-        settle();
-        take_log();
-    }
-
-    HWND window_;
-    std::vector<std::string> created_;
-};
-
-using Lines = std::vector<std::string>;
 
 TEST_F(Windows, AreMadeAndDestroyedInOrder) {
     RECT client{};
@@ -481,7 +375,7 @@ TEST_F(Windows, SlidersAndArrowsNotifyAsOnWindows) {
 // Every dialog is built once, so that a control or style that the layer does not know is found
 // here.
 TEST_F(Windows, EveryDialogOfTheProgramCanBeBuilt) {
-    for (const int id : {IDD_ABOUT, IDD_MESSAGE, IDD_POPULATION}) {
+    for (const int id : {IDD_ABOUT, IDD_MESSAGE, IDD_METAFILE, IDD_POPULATION, IDD_PRINT}) {
         const auto end_at_once = [](HWND dialog, UINT message, WPARAM, LPARAM) -> INT_PTR {
             return message == WM_INITDIALOG && EndDialog(dialog, 9) != 0 ? TRUE : FALSE;
         };

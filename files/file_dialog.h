@@ -1,0 +1,28 @@
+// The desktop's file dialogs, as all commands use them.
+//
+// While one is open other windows still get messages, so any window, the owner included, may be
+// gone when it returns: whoever goes on afterwards asks IsWindow() first.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <string>
+
+namespace pelmora {
+
+// What a save dialog does when the chosen file exists.
+enum class Overwrite { ask, silently };
+
+// Lets the user choose an existing file. `filter` holds pairs of a text and a pattern, each with
+// its zero, and a zero at the end; the first pair is preselected. Empty when the user cancelled,
+// when the path is 260 bytes or longer, or when the owner is gone.
+std::string AskOpenName(HWND owner, const char* filter);
+
+// Lets the user choose a name to save under; the same, with room for 512 bytes. A name without any
+// "." in its whole path gets `extension`, which begins with one.
+std::string AskSaveName(HWND owner, const char* filter, Overwrite overwrite, const char* extension);
+
+// `path` with `extension` appended when it holds no "." anywhere, folder names included.
+std::string with_default_extension(std::string path, const char* extension);
+
+} // namespace pelmora

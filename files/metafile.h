@@ -1,0 +1,29 @@
+// Enhanced metafiles: the drawing of a turtle as a picture for other programs.
+#pragma once
+
+#include "files/turtle_exchange.h"
+#include "platform/win32.h"
+
+#include <string>
+
+namespace pelmora {
+
+// The settings of the export, for all windows and as long as the program runs.
+extern std::string metaPenSize; // the pen's width as typed, at most 31 bytes
+extern std::string metaMapCode; // the map mode: "LM", "HM", "LE", "HE" or "TX"
+extern bool metaDialogOk;       // the mapping dialog was closed with OK
+
+// Asks for a name, the map mode and the pen's width, and saves the turtle as a metafile. One turtle
+// unit is one logical unit of the map mode; in the frame it counts as 0.01 mm. Failures are not
+// mentioned to the user.
+void SaveTurtleMetafile(HWND owner, const SelectedTurtle& turtle);
+
+// The procedure of the mapping dialog.
+INT_PTR CALLBACK MetafileMappingDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam);
+
+// Records the picture that Copy places: 20320 by 20320 units of 0.1 mm, whatever the shape of the
+// drawing, with the thinnest pen. Null when it could not be recorded; the caller releases it, or
+// the clipboard does.
+HENHMETAFILE record_copied_picture(const SelectedTurtle& turtle);
+
+} // namespace pelmora

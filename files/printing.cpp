@@ -1,0 +1,129 @@
+#include "files/printing.h"
+
+#include "files/pen_size.h"
+#include "resources/resource.h"
+#include "services/application.h"
+#include "services/typed_number.h"
+
+#include <cstdio>
+#include <memory>
+#include <type_traits>
+
+namespace pelmora {
+
+std::string printPenWidth = "0";
+bool printDialogOk = false;
+BOOL printContinue = TRUE;
+
+namespace {
+
+// A printer from the print dialog to the end of the job.
+struct ReleasePrinter {
+    using pointer = HDC;
+    void operator()(HDC printer) const { DeleteDC(printer); }
+};
+using Printer = std::unique_ptr<std::remove_pointer_t<HDC>, ReleasePrinter>;
+
+Printer ask_printer(HWND owner) {
+    PRINTDLGA dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner;
+    dialog.Flags = PD_RETURNDC;
+    dialog.nFromPage = 1;
+    dialog.nToPage = 1;
+    dialog.nCopies = 1;
+    const bool chosen = PrintDlgA(&dialog) != FALSE;
+    // The dialog leaves the printer's settings to its caller.
+    GlobalFree(dialog.hDevMode);
+    GlobalFree(dialog.hDevNames);
+    return Printer(chosen ? dialog.hDC : nullptr);
+}
+
+// As large as the printable area allows. Its corner is the device's origin.
+void draw_page(HDC printer, DrawContext* ctx, const ExprNode* tree) {
+    const auto printable = [printer](int size, int offset) {
+        return GetDeviceCaps(printer, size) - 2 * GetDeviceCaps(printer, offset);
+    };
+    const int width = printable(PHYSICALWIDTH, PHYSICALOFFSETX);
+    const int height = printable(PHYSICALHEIGHT, PHYSICALOFFSETY);
+    const DevicePen take_back(printer);
+    draw_place(ctx, draw_measure(ctx, tree), width, height, FitMode::uniform, 0);
+    ctx->pen_width = TypedNumber(printPenWidth.c_str());
+    draw_run(printer, ctx, tree, nullptr);
+}
+
+void print_page(HDC printer, DrawContext* ctx, const ExprNode* tree) {
+    if (StartPage(printer) <= 0) {
+        return;
+    }
+    if (SetMapMode(printer, MM_TEXT) == 0) {
+        std::fprintf(stderr, "ERROR PRINT SetMapMode(MM_TEXT) = %d\n",
+                     static_cast<int>(GetLastError()));
+    }
+    draw_page(printer, ctx, tree);
+    EndPage(printer);
+}
+
+void print_document(HDC printer, DrawContext* ctx, const ExprNode* tree) {
+    // SP_ERROR is negative: success alone is above 0.
+    if (SetAbortProc(printer, PrintAbortProc) <= 0) {
+        return;
+    }
+    printContinue = TRUE;
+    Sleep(500);
+    DOCINFOA document{};
+    document.cbSize = sizeof document;
+    document.lpszDocName = "Pelmora Print";
+    if (StartDocA(printer, &document) > 0) {
+        print_page(printer, ctx, tree);
+        EndDoc(printer);
+    }
+}
+
+} // namespace
+
+int PrintTurtleTree(HWND owner, DrawContext* ctx, const ExprNode* tree) {
+    // By the dialog's own result: meanwhile another window may have had its dialog, too.
+    printDialogOk = DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_PRINT), owner,
+                                    PrintPensizeDlgProc, 0) == IDOK;
+    if (!printDialogOk || !IsWindow(owner)) {
+        return 0;
+    }
+    const Printer printer = ask_printer(owner);
+    if (printer != nullptr && IsWindow(owner)) {
+        print_document(printer.get(), ctx, tree);
+    }
+    return 1;
+}
+
+INT_PTR CALLBACK PrintPensizeDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
+    if (message == WM_INITDIALOG) {
+        SetDlgItemTextA(dialog, IDC_PEN_SIZE, printPenWidth.c_str());
+        if (GetDlgCtrlID(reinterpret_cast<HWND>(wparam)) == IDC_PEN_SIZE) {
+            return TRUE;
+        }
+        SetFocus(GetDlgItem(dialog, IDC_PEN_SIZE));
+        return FALSE;
+    }
+    if (message != WM_COMMAND) {
+        return FALSE;
+    }
+    switch (LOWORD(wparam)) {
+    case IDOK:
+        if (take_pen_size(dialog, &printPenWidth)) {
+            EndDialog(dialog, IDOK);
+        }
+        return TRUE;
+    case IDCANCEL:
+        EndDialog(dialog, IDCANCEL);
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+BOOL CALLBACK PrintAbortProc(HDC, int) {
+    return printContinue;
+}
+
+} // namespace pelmora

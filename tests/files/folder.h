@@ -1,0 +1,48 @@
+// A folder for the files of one test.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace pelmora_test {
+
+// A new empty folder; at the end it goes with all that is in it.
+class Folder {
+  public:
+    Folder() {
+        static int number = 0;
+        path_ = std::filesystem::absolute("folder " + std::to_string(++number));
+        std::filesystem::remove_all(path_);
+        std::filesystem::create_directory(path_);
+    }
+    ~Folder() {
+        std::error_code error;
+        std::filesystem::remove_all(path_, error);
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    std::string path() const { return path_.string(); }
+    std::string path(const std::string& name) const { return (path_ / name).string(); }
+
+    // How many files and folders are in it.
+    int count() const {
+        return static_cast<int>(std::distance(std::filesystem::directory_iterator(path_), {}));
+    }
+
+  private:
+    std::filesystem::path path_;
+};
+
+inline std::string content_of(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+inline void write_file(const std::string& path, const std::string& content) {
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+} // namespace pelmora_test

@@ -1,0 +1,290 @@
+// Turtle and population files as text, and how whole files are read and replaced.
+#include "files/file_dialog.h"
+#include "files/loaded_text.h"
+#include "files/population_file.h"
+#include "files/saved_file.h"
+#include "files/turtle_file.h"
+#include "model/parse.h"
+#include "tests/files/folder.h"
+#include "tests/support/failing_new.h"
+#include "tests/support/trees.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace {
+
+using namespace pelmora;
+using namespace pelmora_test;
+namespace fs = std::filesystem;
+
+PopulationOwner population(std::int32_t size, const std::vector<std::string>& programs) {
+    EvolveParams params{};
+    params.size = size;
+    PopulationOwner pop(pop_create(params));
+    for (std::size_t i = 0; i < programs.size(); ++i) {
+        lifer_set_program(&pop->lifers[i], parse_expr(programs[i].c_str()));
+    }
+    return pop;
+}
+
+std::vector<std::string> lines_of(const Population& pop) {
+    std::vector<std::string> lines;
+    for (int i = 0; i < pop.size; ++i) {
+        lines.push_back(line_of(pop.lifers[i].program));
+    }
+    return lines;
+}
+
+// Stores a text in a population of 4 that holds FWD_1 everywhere; what it then holds.
+std::vector<std::string> stored(std::string text, int count) {
+    const PopulationOwner pop = population(4, std::vector<std::string>(4, "( FWD_1 )"));
+    int replaced = 0;
+    EXPECT_EQ(store_population_text(text.data(), pop.get(),
+                                    [&](const ExprNode* old) {
+                                        EXPECT_EQ(line_of(old), "( FWD_1 )");
+                                        ++replaced;
+                                    }),
+              count)
+        << text;
+    EXPECT_EQ(replaced, count);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(pop->lifers[i].program->slot, &pop->lifers[i].program);
+    }
+    return lines_of(*pop);
+}
+
+TEST(PopulationText, FillsTheLifersInOrderWithWhatParses) {
+    const std::string one = "( FWD_1 )";
+    const std::string two = "( FWD_2 )";
+    const std::string three = "( FWD_3 )";
+    using Lines = std::vector<std::string>;
+    for (const std::string end : {"\r\n", "\n", "\r", "\n\n\r\n"}) {
+        EXPECT_EQ(stored("1" + end + two + end + three + end, 2), (Lines{two, three, one, one}));
+        EXPECT_EQ(stored("1" + end + two + end + three, 2), (Lines{two, three, one, one}));
+    }
+    EXPECT_EQ(stored("1\n" + two + "\n( NONSENSE\n" + three + "\n" + two + "\n", 3),
+              (Lines{two, three, two, one}));
+    EXPECT_EQ(stored(three + "\n" + two + "\n", 1), (Lines{two, one, one, one}));
+    EXPECT_EQ(stored("1\n" + times(10, two + "\n"), 4), Lines(4, two));
+    EXPECT_EQ(stored("1", 0), Lines(4, one));
+    EXPECT_EQ(stored("1\r\n", 0), Lines(4, one));
+    EXPECT_EQ(stored("", 0), Lines(4, one));
+}
+
+TEST(PopulationText, ABreakAtTheBeginningIsLogged) {
+    testing::internal::CaptureStderr();
+    stored("\r\n( FWD_2 )\r\nmore than sixteen", 0);
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(log.find("LOAD POP: improper file at 0: [16]'\r\n( FWD_2 )\r\nmor' ptr x"), 0U)
+        << log;
+    EXPECT_EQ(std::count(log.begin(), log.end(), 'x'), 2);
+    testing::internal::CaptureStderr();
+    stored("", 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(PopulationFile, IsWrittenByteForByteAndReadBack) {
+    const Folder folder;
+    const std::string path = folder.path("three.lpf");
+    const PopulationOwner pop = population(
+        4, {"( FWD_1 )", "( BLOCK ( FWD_10 ) ( LEFT_90 ) )", "", "( REPEAT_3 ( RIGHT_45 ) )"});
+    ASSERT_TRUE(write_population_file(path, pop.get()));
+    std::string text = content_of(path);
+    EXPECT_EQ(text, "1\r\n ( FWD_1 ) \r\n ( BLOCK  ( FWD_10 )  ( LEFT_90 )  ) \r\n\r\n"
+                    " ( REPEAT_3  ( RIGHT_45 )  ) \r\n");
+    // The lifer without a program leaves no hole: those behind it move up.
+    const PopulationOwner again = population(4, {});
+    EXPECT_EQ(store_population_text(text.data(), again.get(), [](const ExprNode*) {}), 3);
+    EXPECT_EQ(lines_of(*again),
+              (std::vector<std::string>{"( FWD_1 )", "( BLOCK ( FWD_10 ) ( LEFT_90 ) )",
+                                        "( REPEAT_3 ( RIGHT_45 ) )", "none"}));
+}
+
+TEST(PopulationFile, AProgramAMillionLevelsDeepTravels) {
+    const Folder folder;
+    const std::string path = folder.path("deep.lpf");
+    constexpr int kLevels = 1'000'000;
+    const PopulationOwner pop = population(
+        2, {times(kLevels, "( BLOCK ") + "( FWD_3 )" + times(kLevels, " )"), "( FWD_5 )"});
+    ASSERT_TRUE(write_population_file(path, pop.get()));
+    const LoadedText loaded = load_text(path);
+    ASSERT_NE(loaded.text, nullptr) << loaded.failure;
+    const PopulationOwner again = population(2, {});
+    EXPECT_EQ(store_population_text(loaded.text.get(), again.get(), [](const ExprNode*) {}), 2);
+    EXPECT_EQ(expr_count_nodes(again->lifers[0].program), kLevels + 1);
+    EXPECT_EQ(line_of(again->lifers[1].program), "( FWD_5 )");
+}
+
+TEST(TurtleFile, IsWrittenByteForByteAndReadBack) {
+    const Folder folder;
+    const std::string path = folder.path("turtle.txt");
+    ASSERT_TRUE(write_turtle_file(path, tree_of("( BLOCK ( FWD_10 ) ( LEFT_90 ) )").get()));
+    EXPECT_EQ(content_of(path), "1\r\n( BLOCK\r\n    ( FWD_10 )\r\n    ( LEFT_90 )\r\n)\r\n");
+    const ExprTree tree(parse_turtle_file_text(content_of(path).c_str()));
+    EXPECT_EQ(line_of(tree.get()), "( BLOCK ( FWD_10 ) ( LEFT_90 ) )");
+    EXPECT_EQ(tree->slot, nullptr);
+    ASSERT_TRUE(write_turtle_file(path, nullptr));
+    EXPECT_EQ(content_of(path), "1\r\n");
+}
+
+TEST(TurtleFile, DropsOnlyAFirstLineThatEnds) {
+    const std::pair<const char*, const char*> cases[] = {
+        {" ( FWD_1 ) ", "( FWD_1 )"},
+        {" ( FWD_1 ) \n", "none"},
+        {"\n( FWD_1 )", "( FWD_1 )"},
+        {"\r\n\r\n( FWD_1 )", "( FWD_1 )"},
+        {"version 2\r( BLOCK\r( FWD_1 )\n\r)", "( BLOCK ( FWD_1 ) )"},
+        {"( FWD_1 )\n( FWD_2 )\n( FWD_3 )\n", "( FWD_2 )"},
+        {"1\nnothing that parses", "none"},
+        {"", "none"},
+    };
+    for (const auto& [text, program] : cases) {
+        const ExprTree tree(parse_turtle_file_text(text));
+        EXPECT_EQ(line_of(tree.get()), program) << text;
+    }
+}
+
+TEST(FileNames, GetAnExtensionWhenThereIsNoDotAnywhere) {
+    EXPECT_EQ(with_default_extension("/home/me/pop", ".lpf"), "/home/me/pop.lpf");
+    EXPECT_EQ(with_default_extension("/home/me/pop.txt", ".lpf"), "/home/me/pop.txt");
+    EXPECT_EQ(with_default_extension("/home/me.too/pop", ".lpf"), "/home/me.too/pop");
+}
+
+TEST(LoadedText, SaysWhyAFileCannotBeRead) {
+    const Folder folder;
+    const std::string missing = folder.path("missing \"'\xC3\xA4");
+    EXPECT_EQ(load_text(missing).failure, "Error 2 stat-ing '" + missing + "'.");
+    EXPECT_EQ(load_text(folder.path()).failure, "Error 21 stat-ing '" + folder.path() + "'.");
+    ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(load_text(folder.path("pipe")).failure.find("Error "), 0U); // and does not wait
+    EXPECT_EQ(load_text("/dev/zero").failure.find("Error "), 0U);
+
+    write_file(folder.path("five"), std::string("12\0"
+                                                "45",
+                                                5));
+    const LoadedText loaded = load_text(folder.path("five"));
+    ASSERT_NE(loaded.text, nullptr);
+    EXPECT_EQ(std::string(loaded.text.get(), 6), std::string("12\0"
+                                                             "45\0",
+                                                             6));
+    {
+        const FailingNew fail(0);
+        EXPECT_EQ(load_text(folder.path("five")).failure, "Could not malloc 5 bytes.");
+    }
+    write_file(folder.path("empty"), "");
+    EXPECT_STREQ(load_text(folder.path("empty")).text.get(), "");
+    const std::string attribute = "/sys/devices/system/cpu/online"; // shorter than its size
+    if (fs::exists(attribute)) {
+        const std::string read = std::to_string(content_of(attribute).size());
+        EXPECT_EQ(load_text(attribute).failure, "Error, read only " + read + " of 4096 bytes.");
+    }
+}
+
+// Saves a text; whether that succeeded.
+bool save(const std::string& path, const std::string& text) {
+    SavedFile file(path);
+    if (file.stream() == nullptr) {
+        return false;
+    }
+    std::fputs(text.c_str(), file.stream());
+    return file.commit();
+}
+
+TEST(SavedFile, ReplacesOnlyByTheWholeNewFile) {
+    const Folder folder;
+    const std::string path = folder.path("a name \"with\" '\xC3\xBC'.lpf");
+    ASSERT_TRUE(save(path, "old"));
+    fs::permissions(path, fs::perms::owner_all);
+    {
+        SavedFile file(path);
+        std::fputs("half", file.stream());
+        std::fflush(file.stream());
+        EXPECT_EQ(content_of(path), "old");
+    } // never completed
+    EXPECT_EQ(content_of(path), "old");
+    EXPECT_EQ(folder.count(), 1);
+    ASSERT_TRUE(save(path, "new"));
+    EXPECT_EQ(content_of(path), "new");
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
+    EXPECT_EQ(folder.count(), 1);
+    const std::string long_name = folder.path(std::string(255, 'n'));
+    EXPECT_TRUE(save(long_name, "long"));
+    EXPECT_TRUE(save(long_name, "longer"));
+    EXPECT_EQ(content_of(long_name), "longer");
+    EXPECT_FALSE(save(folder.path(std::string(4096, 'n')), "too long"));
+    EXPECT_FALSE(save(folder.path(), "a folder"));
+    EXPECT_FALSE(save(folder.path("none/file"), "no such folder"));
+}
+
+TEST(SavedFile, FollowsLinks) {
+    const Folder folder;
+    fs::create_directory(folder.path("elsewhere"));
+    write_file(folder.path("elsewhere/target"), "old");
+    fs::create_symlink("elsewhere/target", folder.path("link"));
+    fs::create_symlink("link", folder.path("link to link"));
+    ASSERT_TRUE(save(folder.path("link to link"), "new"));
+    EXPECT_TRUE(fs::is_symlink(folder.path("link to link")));
+    EXPECT_EQ(content_of(folder.path("elsewhere/target")), "new");
+    fs::create_symlink("elsewhere/to come", folder.path("dangling"));
+    ASSERT_TRUE(save(folder.path("dangling"), "made"));
+    EXPECT_EQ(content_of(folder.path("elsewhere/to come")), "made");
+    fs::create_symlink("loop", folder.path("loop"));
+    EXPECT_FALSE(save(folder.path("loop"), "never"));
+}
+
+TEST(SavedFile, WritesDevicesAndPipesInPlace) {
+    const Folder folder;
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(save("/dev/full", std::string(100000, 'x')));
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(log.find("ERROR SAVE FILE '/dev/full' = "), 0U) << log;
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+    EXPECT_TRUE(save("/dev/null", "nowhere"));
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+
+    const std::string pipe = folder.path("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(save(pipe, "nobody reads")); // and does not wait
+    std::string read;
+    std::thread reader([&] { read = content_of(pipe); });
+    while (!save(pipe, "a reader")) {
+        std::this_thread::yield();
+    }
+    reader.join();
+    EXPECT_EQ(read, "a reader");
+}
+
+TEST(SavedFile, AFullDiskLeavesTheOldFile) {
+    const Folder folder;
+    const std::string path = folder.path("old.lpf");
+    ASSERT_TRUE(save(path, "old"));
+    const auto signal_before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{10000, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    testing::internal::CaptureStderr();
+    const bool long_one = save(path, std::string(20000, 'x'));  // fails at the first flush
+    const bool short_one = save(path, std::string(10001, 'x')); // fails at the end
+    const std::string log = testing::internal::GetCapturedStderr();
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, signal_before);
+    EXPECT_FALSE(long_one);
+    EXPECT_FALSE(short_one);
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log;
+    EXPECT_EQ(content_of(path), "old");
+    EXPECT_EQ(folder.count(), 1);
+}
+
+} // namespace

@@ -1,0 +1,218 @@
+// Controls in windows of classes, and radio buttons, as the program relies on them.
+#include "resources/resource.h"
+#include "tests/platform/test_windows.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+namespace {
+
+using namespace pelmora_test;
+
+constexpr int kEdit = 1962;
+constexpr int kButton = 1961;
+
+HWND create_control(HWND parent, const char* window_class, const char* text, DWORD style, int x,
+                    int id) {
+    return CreateWindowExA(0, window_class, text, WS_CHILD | WS_VISIBLE | style, x, 8, 100, 21,
+                           parent, reinterpret_cast<HMENU>(UINT_PTR(id)), nullptr, nullptr);
+}
+
+class ChildControls : public Windows {
+  protected:
+    ChildControls()
+        : edit_(create_control(window_, "eDit", "10240", WS_BORDER | ES_NUMBER, 8, kEdit)),
+          button_(create_control(window_, "BUTTON", "Redraw...", BS_DEFPUSHBUTTON, 120, kButton)) {
+        settle();
+        take_log();
+    }
+    void type_and_settle(const std::string& text) const {
+        user::type(window_, kEdit, text);
+        settle();
+    }
+    // Presses keys one by one.
+    void press(const Lines& keys) const {
+        for (const std::string& key : keys) {
+            user::press(window_, key);
+            settle();
+        }
+    }
+
+    HWND edit_;
+    HWND button_;
+};
+
+TEST_F(ChildControls, LieOverThePaintedWindow) {
+    EXPECT_EQ(GetDlgItem(window_, kEdit), edit_);
+    EXPECT_EQ(GetDlgCtrlID(button_), kButton);
+    char text[4] = "";
+    EXPECT_EQ(GetWindowTextA(edit_, text, sizeof text), 3);
+    EXPECT_STREQ(text, "102");
+    EXPECT_EQ(user::text(window_, kButton), "Redraw...");
+
+    HDC dc = GetDC(window_);
+    const RECT all{0, 0, 400, 200};
+    FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    settle();
+    ReleaseDC(window_, dc);
+    EXPECT_EQ(user::pixel(window_, 60, 7), RGB(0, 0, 0));
+    EXPECT_EQ(user::pixel(window_, 60, 29), RGB(0, 0, 0));
+    EXPECT_EQ(user::pixel(window_, 7, 15), RGB(0, 0, 0));
+    EXPECT_EQ(user::pixel(window_, 100, 18), RGB(255, 255, 255)); // the field's own ground
+    EXPECT_NE(user::pixel(window_, 130, 18), RGB(0, 0, 0));
+    EXPECT_EQ(take_log(), Lines{});
+
+    EXPECT_EQ(create_control(window_, "COMBOBOX", "", 0, 8, 1), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_CANNOT_FIND_WND_CLASS);
+    EXPECT_EQ(create_control(nullptr, "EDIT", "", 0, 8, 1), nullptr);
+    EXPECT_EQ(create_control(edit_, "EDIT", "", 0, 8, 1), nullptr);
+}
+
+TEST_F(ChildControls, ButtonsPostTheirCommandByMouseAndKey) {
+    user::click_control(window_, kButton);
+    settle();
+    user::focus(window_, kButton);
+    press({"Space", "Return"});
+    SendMessageA(button_, BM_CLICK, 0, 0);
+    settle();
+    EXPECT_EQ(take_log(), Lines(4, "command 1961 from 0"));
+}
+
+TEST_F(ChildControls, DigitFieldsTakeDigitsOnly) {
+    type_and_settle("1a-2 b3");
+    EXPECT_EQ(user::text(window_, kEdit), "123");
+    press({"Ctrl+A", "Ctrl+Ins", "End", "Shift+Ins"});
+    EXPECT_EQ(user::text(window_, kEdit), "123123");
+    ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
+    HGLOBAL letters = GlobalAlloc(GMEM_MOVEABLE, 3);
+    std::copy_n("4x", 3, static_cast<char*>(GlobalLock(letters)));
+    GlobalUnlock(letters);
+    EXPECT_EQ(SetClipboardData(CF_TEXT, letters), letters);
+    CloseClipboard();
+    press({"Shift+Ins"});
+    EXPECT_EQ(user::text(window_, kEdit), "123123");
+    EXPECT_EQ(take_log(), Lines{});
+}
+
+TEST_F(ChildControls, TheFocusedFieldGetsEveryShortcutsCommand) {
+    user::focus(window_, kEdit);
+    press({"Ctrl+E", "Ctrl+A", "Ctrl+C", "Ctrl+X", "Alt+/", "Ctrl+W"}); // all but Ctrl+A shortcuts
+    EXPECT_EQ(user::text(window_, kEdit), "10240");
+    press({"7", "Return"}); // in place of what Ctrl+A marked
+    EXPECT_EQ(user::text(window_, kEdit), "7");
+    EXPECT_EQ(take_log(), Lines{});
+
+    user::click(window_, 200, 100); // the keyboard goes back
+    settle();
+    take_log();
+    press({"Ctrl+E", "5"});
+    EXPECT_EQ(take_log(), Lines{"command 32771 from 1"});
+    EXPECT_EQ(user::text(window_, kEdit), "7");
+
+    press({"Tab", "9", "Tab", "Space", "Tab", "Ctrl+E"}); // field, button and window again
+    EXPECT_EQ(user::text(window_, kEdit), "9");
+    EXPECT_EQ(take_log(), (Lines{"command 1961 from 0", "command 32771 from 1"}));
+}
+
+TEST_F(ChildControls, SetFocusTellsWhoHadIt) {
+    SetFocus(edit_);
+    settle();
+    EXPECT_EQ(SetFocus(button_), edit_);
+    EXPECT_EQ(SetFocus(window_), nullptr);
+    press({"Space"});
+    EXPECT_EQ(take_log(), Lines{"command 1961 from 0"});
+}
+
+TEST_F(ChildControls, GoWithTheirWindowAfterItHeardOfItsEnd) {
+    on_message = [&](HWND, UINT message, WPARAM command) -> LRESULT {
+        if (message == WM_DESTROY) {
+            EXPECT_TRUE(IsWindow(edit_));
+        } else if (message == WM_COMMAND && LOWORD(command) == kButton) {
+            DestroyWindow(window_);
+        }
+        return 0;
+    };
+    user::focus(window_, kEdit);
+    user::press(window_, "5"); // waits behind the click
+    user::click_control(window_, kButton);
+    user::press(window_, "6");
+    settle();
+    EXPECT_EQ(take_log(), (Lines{"command 1961 from 0", "destroy"}));
+    EXPECT_FALSE(IsWindow(window_) || IsWindow(edit_) || IsWindow(button_));
+    EXPECT_EQ(SetFocus(edit_), nullptr);
+    EXPECT_EQ(GetWindowTextA(edit_, nullptr, 0), 0);
+}
+
+TEST_F(ChildControls, CanBeDestroyedAlone) {
+    user::focus(window_, kEdit);
+    EXPECT_TRUE(DestroyWindow(edit_));
+    EXPECT_EQ(GetDlgItem(window_, kEdit), nullptr);
+    settle();
+    EXPECT_EQ(user::pixel(window_, 8, 8), RGB(255, 255, 255));
+    user::click_control(window_, kButton);
+    settle();
+    EXPECT_EQ(take_log(), Lines{"command 1961 from 0"});
+}
+
+// --- Dialogs -------------------------------------------------------------------------------------
+
+INT_PTR CALLBACK MarkingProc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
+    if (message == WM_INITDIALOG) {
+        for (int id = IDC_LOW_METRIC; id <= IDC_TEXT_MODE; ++id) {
+            CheckDlgButton(dialog, id, BST_UNCHECKED);
+        }
+        CheckDlgButton(dialog, IDC_HIGH_ENGLISH, BST_CHECKED);
+        return TRUE;
+    }
+    if (message == WM_COMMAND) {
+        log_lines.push_back(std::to_string(LOWORD(wparam)));
+        if (LOWORD(wparam) == IDCANCEL) {
+            CheckDlgButton(dialog, IDC_LOW_METRIC, BST_UNCHECKED);
+            CheckDlgButton(dialog, IDC_HIGH_METRIC, BST_UNCHECKED);
+        } else if (LOWORD(wparam) == IDOK) {
+            EndDialog(dialog, 7);
+        }
+    }
+    return FALSE;
+}
+
+TEST_F(Windows, OneRadioButtonOfAGroupIsMarkedByMouseAndArrows) {
+    const auto dialog = [] { return user::find_window("Enhanced Metafile Mapping"); };
+    const auto marked = [&] {
+        std::string all;
+        for (int id = IDC_LOW_METRIC; id <= IDC_TEXT_MODE; ++id) {
+            EXPECT_EQ(IsDlgButtonChecked(dialog(), id) == BST_CHECKED, user::checked(dialog(), id));
+            all += user::checked(dialog(), id) ? 'x' : '-';
+        }
+        return all;
+    };
+    user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
+    script.await("the dialog", [&] { return dialog() != nullptr; });
+    script.then("click", [&] {
+        EXPECT_EQ(marked(), "---x-");
+        user::click_control(dialog(), IDC_LOW_METRIC);
+    });
+    script.then("down", [&] {
+        EXPECT_EQ(marked(), "x----");
+        user::press(dialog(), "Down");
+    });
+    script.then("none", [&] {
+        EXPECT_EQ(marked(), "-x---");
+        user::press(dialog(), "Esc");
+    });
+    script.then("another", [&] {
+        EXPECT_EQ(marked(), "-----");
+        user::click_control(dialog(), IDC_TEXT_MODE);
+    });
+    script.then("end", [&] {
+        EXPECT_EQ(marked(), "----x");
+        user::press(dialog(), "Return");
+    });
+    script.start();
+    EXPECT_EQ(DialogBoxParamA(nullptr, MAKEINTRESOURCEA(IDD_METAFILE), window_, MarkingProc, 0), 7);
+    EXPECT_EQ(take_log(), (Lines{"1012", "1013", "2", "1016", "1"}));
+}
+
+} // namespace

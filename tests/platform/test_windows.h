@@ -1,0 +1,40 @@
+// A window that notes its messages, in the hands of a test.
+#pragma once
+
+#include "tour/user.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace pelmora_test {
+
+using Lines = std::vector<std::string>;
+
+// What the windows were told, a line for each message that matters.
+extern Lines log_lines;
+Lines take_log();
+
+// What a test wants the windows to do besides noting; an answer that is not 0 is theirs.
+extern std::function<LRESULT(HWND, UINT, WPARAM)> on_message;
+
+// Runs the program's usual loop until the script is through, which ends with end_script().
+void run(user::Script& script);
+void end_script(const std::string& failure);
+
+// Handles what is waiting.
+void settle();
+
+// A shown window of the class "Logging", with the population window's menu.
+class Windows : public testing::Test {
+  protected:
+    Windows();
+    ~Windows() override;
+
+    HWND window_;
+    Lines created_; // what it was told before it was shown
+};
+
+} // namespace pelmora_test

@@ -1,0 +1,15 @@
+// Enhanced metafiles as text: a line for each record, to be compared whole.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace pelmora_test {
+
+// The records of a metafile's bytes, such as "SETMAPMODE 2", "CREATEPEN 1 width 3 color 0x0000FF",
+// "SELECTOBJECT 1", "SELECTOBJECT stock 7", "MOVETOEX 0 0", "LINETO 5 0", "DELETEOBJECT 1", "EOF";
+// the header as "HEADER bounds l t r b frame l t r b handles n description NAME/PICTURE". A fault
+// in the structure (sizes, counts) ends the list with "DAMAGED" and what is wrong.
+std::vector<std::string> metafile_lines(const std::string& bytes);
+
+} // namespace pelmora_test

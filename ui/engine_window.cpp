@@ -1,0 +1,192 @@
+#include "ui/engine_window.h"
+
+#include "files/eps.h"
+#include "files/printing.h"
+#include "resources/resource.h"
+#include "services/application.h"
+#include "services/message.h"
+#include "services/typed_number.h"
+#include "ui/gdi_owners.h"
+#include "ui/window_names.h"
+
+#include <new>
+#include <utility>
+
+namespace pelmora {
+namespace {
+
+// The band at the top of the client area that holds the controls, and the frame around them.
+constexpr int kBandHeight = 40;
+constexpr int kBandFrameHeight = 38;
+
+// --- Creation and destruction --------------------------------------------------------------------
+
+HWND create_window(HINSTANCE instance) {
+    HWND window = CreateWindowExA(WS_EX_OVERLAPPEDWINDOW, window_names().engine_class,
+                                  window_names().engine_title, WS_OVERLAPPEDWINDOW, 20, 20, 400,
+                                  400, nullptr, nullptr, instance, nullptr);
+    if (window == nullptr) {
+        ShowMessageF(MainWindow(), "Error creating Engine window. GetLastError()=%d",
+                     static_cast<int>(GetLastError()));
+    }
+    return window;
+}
+
+struct ControlDesign {
+    const char* window_class;
+    const char* text;
+    DWORD style;
+    int left;
+    UINT_PTR id;
+};
+
+HWND create_control(HWND window, HINSTANCE instance, const ControlDesign& design) {
+    return CreateWindowExA(0, design.window_class, design.text,
+                           WS_CHILD | WS_VISIBLE | design.style, design.left, 8, 100, 21, window,
+                           reinterpret_cast<HMENU>(design.id), instance, nullptr);
+}
+
+EngineWindow* attached_record(HWND window) {
+    return reinterpret_cast<EngineWindow*>(GetWindowLongPtrA(window, 0));
+}
+
+void attach_record(HWND window, std::unique_ptr<EngineWindow> record) {
+    record->hwnd = window;
+    SetWindowLongPtrA(window, 0, reinterpret_cast<LONG_PTR>(record.release()));
+}
+
+void EngineDestroy(HWND window) {
+    const std::unique_ptr<EngineWindow> released(
+        reinterpret_cast<EngineWindow*>(SetWindowLongPtrA(window, 0, 0)));
+}
+
+// --- What the window does ------------------------------------------------------------------------
+
+void draw_turtle(HWND window, EngineWindow* record, HDC device) {
+    RECT client{};
+    GetClientRect(window, &client);
+    record->drawContext.max_steps = record->stepLimit;
+    const int height = client.bottom - kBandHeight;
+    if (client.right > 0 && height > 0) {
+        const DevicePen take_back(device);
+        draw_fit(device, &record->drawContext, record->tree.get(), client.right, height,
+                 FitMode::stretch, kBandHeight);
+    }
+}
+
+void EnginePaint(HWND window, EngineWindow* record) {
+    const PaintScope paint(window);
+    RECT band{};
+    GetClientRect(window, &band);
+    band.bottom = kBandFrameHeight;
+    HBRUSH black = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+    FrameRect(paint.device(), &band, black);
+    rect_inset(&band, 1, 1);
+    FrameRect(paint.device(), &band, black);
+    if (record->tree != nullptr) {
+        draw_turtle(window, record, paint.device());
+    }
+}
+
+void take_limit(HWND window, EngineWindow* record) {
+    char text[32] = "";
+    GetWindowTextA(record->limitEdit, text, sizeof text);
+    record->stepLimit = TypedNumber(text);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+}
+
+void EnginePrint(HWND window, EngineWindow* record) {
+    if (record->tree == nullptr) {
+        ShowMessage(window, "FATAL, turtle expression is NULL!");
+        return;
+    }
+    record->drawContext.max_steps = record->stepLimit;
+    PrintTurtleTree(window, &record->drawContext, record->tree.get());
+}
+
+void save_eps(HWND window, EngineWindow* record) {
+    if (record->tree == nullptr) {
+        ShowMessage(window, "You must select a turtle to save.");
+        return;
+    }
+    SaveTurtleEPS(window, &record->drawContext, record->tree.get());
+}
+
+// False for a command that is not this window's.
+bool run_command(HWND window, EngineWindow* record, WORD command) {
+    switch (command) {
+    case IDC_REDRAW:
+        take_limit(window, record);
+        return true;
+    case IDM_PRINT_TURTLE:
+        EnginePrint(window, record);
+        return true;
+    case IDM_SAVE_EPS:
+        save_eps(window, record);
+        return true;
+    case IDM_CLOSE_EDITOR:
+        SendMessageA(window, WM_CLOSE, 0, 0);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+HWND CreateEngineWindow(HINSTANCE instance, ExprTree tree) {
+    std::unique_ptr<EngineWindow> record(new (std::nothrow) EngineWindow);
+    if (record == nullptr) {
+        ShowMessage(MainWindow(), "Could not allocate memory for EngineWindow [1].");
+        return nullptr;
+    }
+    record->tree = std::move(tree);
+    record->drawContext.max_steps = kDefaultMaxSteps;
+    HWND window = create_window(instance);
+    if (window == nullptr) {
+        return nullptr;
+    }
+    record->limitEdit =
+        create_control(window, instance, {"EDIT", "10240", WS_BORDER | ES_NUMBER, 8, IDC_LIMIT});
+    create_control(window, instance, {"BUTTON", "Redraw...", BS_DEFPUSHBUTTON, 120, IDC_REDRAW});
+    attach_record(window, std::move(record));
+    return window;
+}
+
+LRESULT CALLBACK EngineWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    EngineWindow* record = attached_record(window);
+    if (record == nullptr) { // still being created
+        return DefWindowProcA(window, message, wparam, lparam);
+    }
+    switch (message) {
+    case WM_COMMAND:
+        if (run_command(window, record, LOWORD(wparam))) {
+            return 0;
+        }
+        break;
+    case WM_PAINT:
+        EnginePaint(window, record);
+        return 0;
+    case WM_CLOSE:
+        DestroyWindow(window);
+        return 0;
+    case WM_DESTROY:
+        EngineDestroy(window);
+        return 0;
+    case WM_SIZE: // the class redraws the whole window
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_LBUTTONUP:
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONUP:
+    case WM_MOUSEMOVE:
+    case WM_INITMENU:
+    case WM_INITMENUPOPUP:
+        return 0;
+    default:
+        break;
+    }
+    return DefWindowProcA(window, message, wparam, lparam);
+}
+
+} // namespace pelmora

@@ -1,0 +1,30 @@
+// The turtle editor: a window that shows one program's drawing large, up to a limit of steps that
+// the user sets, so that the drawing can be watched while it grows. It owns its program and stands
+// alone once it is open.
+#pragma once
+
+#include "model/expr.h"
+#include "platform/win32.h"
+#include "turtle/draw.h"
+
+#include <cstdint>
+
+namespace pelmora {
+
+// The record of one editor, owned by its window.
+struct EngineWindow {
+    HWND hwnd = nullptr;
+    HWND limitEdit = nullptr;
+    DrawContext drawContext{};
+    std::int32_t stepLimit = kDefaultMaxSteps; // as last taken from the edit field
+    ExprTree tree;
+};
+
+// A new hidden editor, which takes over the program. Null when that failed, which the user was
+// told; the program is then released.
+HWND CreateEngineWindow(HINSTANCE instance, ExprTree tree);
+
+// The procedure of the editor's class.
+LRESULT CALLBACK EngineWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+
+} // namespace pelmora

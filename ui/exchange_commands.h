@@ -1,0 +1,27 @@
+// The commands that move turtles in and out of a population. Those that name one turtle are given
+// only while a lifer is selected. None of them changes the selection.
+#pragma once
+
+#include "ui/population_window.h"
+
+namespace pelmora {
+
+// Opens an editor on a copy of the selected lifer's program.
+void LogoEditTurtle(HWND window, LogoWindow* record);
+
+void LogoLoadTurtle(HWND window, LogoWindow* record);
+void LogoSaveTurtle(HWND window, LogoWindow* record);
+void LogoSaveEPS(HWND window, LogoWindow* record);
+void LogoSaveMetafile(HWND window, LogoWindow* record);
+void LogoCopyTurtle(HWND window, LogoWindow* record);
+void LogoPasteTurtle(HWND window, LogoWindow* record);
+void LogoPrintTurtle(HWND window, LogoWindow* record);
+
+// The programs of the whole population shown.
+void LogoSavePop(HWND window, LogoWindow* record);
+
+// Replaces the programs of the first lifers by those of a file; scores and pictures are made anew
+// whether a file was loaded or not. Marks and `previous` stay.
+void LogoLoadPop(HWND window, LogoWindow* record);
+
+} // namespace pelmora
