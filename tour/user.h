@@ -91,6 +91,9 @@ void close(HWND window);                         // through the frame's close bo
 // name: see question().
 void choose_file(const std::string& name);
 
+// Presses the button of the open file or print dialog.
+void accept_system_dialog();
+
 // Picks a filter of the open file dialog, the first being 0.
 void choose_filter(int index);
 

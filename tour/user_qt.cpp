@@ -21,6 +21,7 @@
 #include <QStyle>
 #include <QStyleOptionSlider>
 #include <QTest>
+#include <QPointer>
 #include <QTimer>
 #include <QToolButton>
 #include <QWindow>
@@ -328,6 +329,10 @@ void choose_file(const std::string& name) {
     accept_dialog(dialog);
 }
 
+void accept_system_dialog() {
+    accept_dialog(open_system_dialog());
+}
+
 void choose_filter(int index) {
     auto* box = open_dialog<QFileDialog>()->findChild<QComboBox*>("fileTypeCombo");
     box->setFocus(Qt::MouseFocusReason);
@@ -362,40 +367,61 @@ void cancel_system_dialog() {
 struct Script::State {
     struct Step {
         std::string name;
-        std::function<bool()> attempt; // true: go on with the next step
+        std::function<void()> action;    // or else:
+        std::function<bool()> condition; // true: go on with the next step
     };
     std::function<void(const std::string&)> done;
     std::deque<Step> steps;
-    QTimer timer;
+    QObject context; // no tick comes after its end
     QElapsedTimer waiting;
-    bool running = false;
+    bool asking = false;
+
+    void schedule() {
+        QTimer::singleShot(5, &context, [this] { tick(); });
+    }
 
     void tick() {
-        // A step may open a loop of its own, in which the next tick must not repeat it.
-        if (running || !platform::message_queue_idle()) {
-            return;
-        }
-        if (steps.empty()) {
-            timer.stop();
+        if (asking || !platform::message_queue_idle()) {
+            schedule();
+        } else if (steps.empty()) {
             done("");
+        } else if (steps.front().action) {
+            act();
+        } else {
+            ask();
+        }
+    }
+
+    // An action may open a loop of its own, for a question say, in which the script goes on.
+    void act() {
+        const Step step = std::move(steps.front());
+        steps.pop_front();
+        waiting.restart();
+        schedule();
+        step.action();
+    }
+
+    void ask() {
+        const QPointer<QObject> alive(&context);
+        asking = true;
+        const bool over = steps.front().condition();
+        if (alive == nullptr) {
             return;
         }
-        running = true;
-        const bool over = steps.front().attempt();
-        running = false;
+        asking = false;
         if (over) {
             steps.pop_front();
             waiting.restart();
         } else if (waiting.elapsed() > kPatience) {
-            timer.stop();
             done("waited in vain for: " + steps.front().name);
+            return;
         }
+        schedule();
     }
 };
 
 Script::Script(std::function<void(const std::string&)> done) : state_(new State) {
     state_->done = std::move(done);
-    QObject::connect(&state_->timer, &QTimer::timeout, [this] { state_->tick(); });
 }
 
 Script::~Script() {
@@ -403,21 +429,18 @@ Script::~Script() {
 }
 
 Script& Script::then(const std::string& name, std::function<void()> action) {
-    state_->steps.push_back({name, [action = std::move(action)] {
-                                 action();
-                                 return true;
-                             }});
+    state_->steps.push_back({name, std::move(action), nullptr});
     return *this;
 }
 
 Script& Script::await(const std::string& name, std::function<bool()> condition) {
-    state_->steps.push_back({name, std::move(condition)});
+    state_->steps.push_back({name, nullptr, std::move(condition)});
     return *this;
 }
 
 void Script::start() {
     state_->waiting.start();
-    state_->timer.start(5);
+    state_->schedule();
 }
 
 } // namespace user

@@ -69,6 +69,10 @@ class FileDialog : public QFileDialog {
     FileDialog(QWidget* owner, HWND owner_handle, DWORD flags)
         : QFileDialog(owner), owner_(owner_handle), flags_(flags) {}
 
+    // The toolkit's dialog would offer its button only for names that it has listed by then; this
+    // one says why it refuses a name.
+    void set_existing() { setFileMode(name_field() != nullptr ? AnyFile : ExistingFile); }
+
     // The full path that was chosen, as it was typed.
     QString chosen() const { return chosen_; }
 
@@ -77,7 +81,7 @@ class FileDialog : public QFileDialog {
     // they take a name apart at its quotation marks. So this decides for its dialog; a desktop's
     // dialog has decided already.
     void accept() override {
-        auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QLineEdit* field = name_field();
         if (field == nullptr) {
             chosen_ = selectedFiles().value(0);
             QFileDialog::accept();
@@ -96,6 +100,9 @@ class FileDialog : public QFileDialog {
     }
 
   private:
+    // Null in a desktop's dialog.
+    QLineEdit* name_field() const { return findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); }
+
     QString path_of(const QLineEdit& field) const {
         const QString typed = field.text();
         if (!typed.contains('"')) {
@@ -179,8 +186,9 @@ BOOL show(const OPENFILENAMEA& request, QFileDialog::AcceptMode accept) {
                                                        request.hwndOwner, request.Flags);
     dialog->setWindowTitle(save ? QStringLiteral("Save As") : QStringLiteral("Open"));
     dialog->setAcceptMode(accept);
-    const bool existing = !save && (request.Flags & OFN_FILEMUSTEXIST) != 0;
-    dialog->setFileMode(existing ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    if (!save && (request.Flags & OFN_FILEMUSTEXIST) != 0) {
+        dialog->set_existing();
+    }
     set_up(*dialog, request);
     QString path;
     while (path.isEmpty() && run_toolkit_dialog(dialog.data(), request.hwndOwner) &&

@@ -1,0 +1,212 @@
+// The file dialogs: which names they take, and which they refuse.
+#include "resources/resource.h"
+#include "tests/platform/test_windows.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace pelmora_test;
+namespace fs = std::filesystem;
+
+constexpr char kFilter[] = "Turtle Files\0*.PMT;*.ltf\0All Files\0*.*\0";
+
+class FileDialogs : public Windows {
+  protected:
+    FileDialogs() {
+        fs::remove_all("names");
+        fs::create_directories("names/folder");
+        for (const char* name : {"spiral.pmt", "TREE.PmT", "other.ltf", "notes.txt", "nodot"}) {
+            std::ofstream(fs::path("names") / name) << "x";
+        }
+    }
+
+    static std::string in_folder(const std::string& name) {
+        return (fs::current_path() / "names" / name).string();
+    }
+
+    // Opens a dialog for a script that answers it; the name that it gave, "" for none.
+    std::string ask(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, user::Script& script,
+                    DWORD room = 512, const char* proposed = "") const {
+        std::vector<char> name(std::max(room, DWORD{64}));
+        std::copy_n(proposed, std::string(proposed).size() + 1, name.begin());
+        OPENFILENAMEA request{};
+        request.lStructSize = sizeof request;
+        request.hwndOwner = window_;
+        request.lpstrFilter = kFilter;
+        request.nFilterIndex = 1;
+        request.lpstrFile = name.data();
+        request.nMaxFile = room;
+        request.Flags = flags | OFN_PATHMUSTEXIST;
+        script.start();
+        const bool chosen = show(&request) != FALSE;
+        EXPECT_EQ(user::system_dialog(), "");
+        EXPECT_EQ(user::question(), "");
+        return chosen ? name.data() : "";
+    }
+
+    // One dialog in which a user tries names until one is taken, and cancels after the last. For
+    // each, what the user was told, or "taken".
+    Lines try_names(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, const Lines& names,
+                    const std::string& reply = "OK") {
+        Lines told;
+        user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
+        script.await("the dialog", [] { return !user::system_dialog().empty(); });
+        for (const std::string& name : names) {
+            script.then("try " + name, [n = name] { user::choose_file(n); });
+            script.then("what it says", [&] {
+                const std::string text = user::question();
+                told.push_back(text.substr(text.find('\n') + 1));
+                if (!text.empty()) {
+                    user::answer(reply);
+                }
+            });
+        }
+        script.then("cancel", [] { user::cancel_system_dialog(); });
+        taken_ = ask(show, flags, script);
+        if (!taken_.empty()) {
+            told.emplace_back("taken");
+        }
+        return told;
+    }
+
+    std::string taken_; // by try_names()
+};
+
+const char* const kNotFound = "File not found.\nCheck the file name and try again.";
+const char* const kNoPath = "Path does not exist.\nCheck the path and try again.";
+const char* const kReplace = "Do you want to replace it?";
+
+TEST_F(FileDialogs, OpenTakesWhatExists) {
+    ASSERT_EQ(::mkfifo("names/pipe", 0600), 0);
+    fs::create_symlink("notes.txt", "names/link");
+    fs::create_symlink("missing", "names/dangling");
+    for (const char* name :
+         {"he said \"x\".txt", "back\\slash", "a b", "Größe ☃.txt", "50%#?.txt"}) {
+        std::ofstream(fs::path("names") / name) << "x";
+        EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {in_folder(name)}),
+                  Lines{"taken"});
+        EXPECT_EQ(taken_, in_folder(name));
+        // The folder is remembered.
+        EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {name}), Lines{"taken"});
+        EXPECT_EQ(taken_, in_folder(name));
+    }
+    for (const char* name : {"pipe", "link", "nodot"}) {
+        EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {name}), Lines{"taken"}) << name;
+    }
+    EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {"/dev/null"}), Lines{"taken"});
+    EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {in_folder("\"a b\"")}),
+              Lines{kNotFound});
+    EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST,
+                        {in_folder("missing"), in_folder("dangling"), in_folder("no/such"), "",
+                         in_folder("folder"), "*.txt", in_folder("notes.txt")}),
+              (Lines{kNotFound, kNotFound, kNoPath, "", "", "", "taken"}));
+    EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST,
+                        {in_folder("folder"), "../\"notes.txt\"", "\"../notes.txt\""}),
+              (Lines{"", kNoPath, "taken"}));
+}
+
+TEST_F(FileDialogs, SaveTakesNewNamesAsTypedAndAsksOnlyWhenTold) {
+    for (const char* name : {"new", "new.txt", "x.y.z", " spaced ", "notes.txt"}) {
+        EXPECT_EQ(try_names(GetSaveFileNameA, 0, {in_folder(name)}), Lines{"taken"});
+        EXPECT_EQ(taken_, in_folder(name));
+    }
+    EXPECT_EQ(try_names(GetSaveFileNameA, 0, {"*.txt", "?", "no/such", "folder", ""}),
+              (Lines{"", "", kNoPath, "", ""}));
+    EXPECT_EQ(taken_, "");
+    fs::create_symlink("missing", "names/dangling");
+    EXPECT_EQ(try_names(GetSaveFileNameA, OFN_OVERWRITEPROMPT, {in_folder("dangling")}),
+              Lines{"taken"});
+    EXPECT_EQ(
+        try_names(GetSaveFileNameA, OFN_OVERWRITEPROMPT, {"notes.txt", "nodot", "new.pmt"}, "No"),
+        (Lines{kReplace, kReplace, "taken"}));
+    EXPECT_EQ(taken_, in_folder("new.pmt"));
+    EXPECT_EQ(try_names(GetSaveFileNameA, OFN_OVERWRITEPROMPT, {"notes.txt"}, "Yes"),
+              (Lines{kReplace, "taken"}));
+    EXPECT_EQ(taken_, in_folder("notes.txt"));
+}
+
+TEST_F(FileDialogs, NamesHaveToFit) {
+    const auto choose = [this](const std::string& name, DWORD room) {
+        user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
+        script.await("the dialog", [] { return !user::system_dialog().empty(); });
+        script.then("name", [&] { user::choose_file(name); });
+        return ask(GetSaveFileNameA, 0, script, room);
+    };
+    const std::string name = in_folder("exact.txt");
+    const auto length = static_cast<DWORD>(name.size());
+    EXPECT_EQ(choose(name, length), "");
+    EXPECT_EQ(choose(name, length + 1), name);
+    std::string deep = in_folder("");
+    while (deep.size() < 4000) {
+        deep += "./";
+    }
+    EXPECT_EQ(choose(deep + std::string(96, 'x'), 512), "");
+    EXPECT_EQ(choose(deep + std::string(96, 'x'), 8192), deep + std::string(96, 'x'));
+}
+
+TEST_F(FileDialogs, ListWhatTheFilterSaysWhateverTheCase) {
+    const auto sorted = [] {
+        Lines names = user::listed_files();
+        std::sort(names.begin(), names.end());
+        return names;
+    };
+    try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {in_folder("nodot")}); // to be in the folder
+    user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
+    script.await("the dialog", [] { return user::system_dialog() == "Open"; });
+    script.await("the turtles", [&] {
+        return sorted() == Lines{"TREE.PmT", "folder", "other.ltf", "spiral.pmt"};
+    });
+    script.then("all files", [] { user::choose_filter(1); });
+    script.await("them", [&] {
+        return sorted() ==
+               Lines{"TREE.PmT", "folder", "nodot", "notes.txt", "other.ltf", "spiral.pmt"};
+    });
+    script.then("look", [] { user::save_system_dialog_picture("open.png"); });
+    script.then("cancel", [] { user::cancel_system_dialog(); });
+    EXPECT_EQ(ask(GetOpenFileNameA, OFN_FILEMUSTEXIST, script), "");
+
+    user::Script proposal([](const std::string& failure) { EXPECT_EQ(failure, ""); });
+    proposal.await("the dialog", [] { return user::system_dialog() == "Save As"; });
+    proposal.then("accept", [] { user::accept_system_dialog(); });
+    EXPECT_EQ(ask(GetSaveFileNameA, 0, proposal, 512, "proposed.lpf"), in_folder("proposed.lpf"));
+}
+
+TEST_F(FileDialogs, OtherWindowsLiveOnAndTheOwnerTakesItAlong) {
+    HWND other = CreateWindowExA(0, "Logging", "Other", WS_OVERLAPPEDWINDOW, 30, 30, 300, 200,
+                                 nullptr, nullptr, nullptr, nullptr);
+    ShowWindow(other, SW_SHOW);
+    settle();
+    take_log();
+    user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
+    script.await("the dialog", [] { return !user::system_dialog().empty(); });
+    script.then("both windows", [&] {
+        user::click(window_, 9, 9);
+        user::press(window_, "Ctrl+E");
+        user::click(other, 5, 6);
+        InvalidateRect(other, nullptr, FALSE);
+    });
+    script.then("a name that exists", [] { user::choose_file(in_folder("notes.txt")); });
+    script.await("the question", [] { return !user::question().empty(); });
+    script.then("painting goes on", [&] {
+        EXPECT_EQ(take_log(), (Lines{"left 1 at 5,6", "paint"}));
+        InvalidateRect(window_, nullptr, FALSE);
+    });
+    script.then("end", [&] {
+        EXPECT_EQ(take_log(), Lines{"paint"});
+        DestroyWindow(window_);
+    });
+    EXPECT_EQ(ask(GetSaveFileNameA, OFN_OVERWRITEPROMPT, script), "");
+    DestroyWindow(other);
+    settle();
+}
+
+} // namespace

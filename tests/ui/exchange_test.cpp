@@ -1,0 +1,402 @@
+// The commands that move turtles in and out, through their menus' numbers and the desktop's
+// dialogs.
+#include "files/metafile.h"
+#include "files/printing.h"
+#include "resources/resource.h"
+#include "services/status.h"
+#include "tests/files/folder.h"
+#include "tests/support/metafile_text.h"
+#include "tests/support/trees.h"
+#include "tests/ui/program.h"
+#include "ui/breeding_commands.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace pelmora;
+using namespace pelmora_test;
+using Texts = std::vector<std::string>;
+
+// What a user does with the dialogs that a command opens, in order.
+class Answers {
+  public:
+    Answers() : script_([this](const std::string& failure) { failure_ = failure; }) {}
+    ~Answers() { EXPECT_EQ(failure_, ""); }
+    Answers(const Answers&) = delete;
+    Answers& operator=(const Answers&) = delete;
+
+    Answers& file(const std::string& name) {
+        await_system();
+        script_.then("the name", [name] { user::choose_file(name); });
+        return *this;
+    }
+    Answers& cancel() {
+        await_system();
+        script_.then("cancel", [] { user::cancel_system_dialog(); });
+        return *this;
+    }
+    Answers& print_to(const std::string& path) {
+        await_system();
+        script_.then("the path", [path] { user::print_to_file(path); });
+        return *this;
+    }
+    Answers& question(const std::string& button) {
+        script_.await("a question", [] { return !user::question().empty(); });
+        script_.then(button, [button] { user::answer(button); });
+        return *this;
+    }
+    // Does something with the dialog of this title, once it is open.
+    Answers& dialog(const std::string& title, std::function<void(HWND)> action) {
+        script_.await(title, [title] { return user::find_window(title) != nullptr; });
+        script_.then(title,
+                     [title, action = std::move(action)] { action(user::find_window(title)); });
+        return *this;
+    }
+    Answers& gone(const std::string& title) {
+        script_.await("the end of " + title,
+                      [title] { return user::find_window(title) == nullptr; });
+        return *this;
+    }
+    Answers& alert(const std::string& text) {
+        return dialog("Dialog",
+                      [text](HWND alert) {
+                          EXPECT_EQ(user::text(alert, IDC_MESSAGE_TEXT), text);
+                          user::press(alert, "Return");
+                      })
+            .gone("Dialog");
+    }
+    Answers& then(std::function<void()> action) {
+        script_.then("then", std::move(action));
+        return *this;
+    }
+    // Gives the command, which returns when the last dialog is answered.
+    void to(const PopulationWindow& window, int command) { to(window.handle(), command); }
+    void to(HWND window, int command) {
+        script_.start();
+        SendMessageA(window, WM_COMMAND, MAKEWPARAM(static_cast<unsigned>(command), 0), 0);
+        settle();
+    }
+
+  private:
+    void await_system() {
+        script_.await("a system dialog", [] { return !user::system_dialog().empty(); });
+    }
+
+    std::string failure_ = "the script did not end";
+    user::Script script_;
+};
+
+std::string program(const PopulationWindow& window, int index) {
+    return window.programs()[static_cast<std::size_t>(index)];
+}
+
+void give_program(const PopulationWindow& window, int index, const std::string& text) {
+    window.record()->selected = static_cast<std::int16_t>(index);
+    LogoReplaceTurtle(window.handle(), window.record(), tree_of(text).release());
+}
+
+TEST(Exchange, EveryCommandForOneTurtleNeedsASelection) {
+    const PopulationWindow window(small_params(8));
+    const std::pair<int, const char*> refusals[] = {
+        {IDM_EDIT_TURTLE, "You must select a turtle to copy."},
+        {IDM_COPY, "You must select a turtle to copy."},
+        {IDM_LOAD_TURTLE, "You must select a turtle to load into."},
+        {IDM_SAVE_TURTLE, "You must select a turtle to save."},
+        {IDM_SAVE_EPS, "You must select a turtle to save."},
+        {IDM_SAVE_METAFILE, "You must select a turtle to save."},
+        {IDM_PASTE, "You must select a turtle to paste onto."},
+        {IDM_PRINT_TURTLE, "You must select a turtle to print."},
+    };
+    for (const auto& [command, text] : refusals) {
+        EXPECT_EQ(alerts_of([&, id = command] { window.command(id); }), Texts{text});
+    }
+}
+
+TEST(Exchange, ATurtleIsSavedAndLoadedOntoAnother) {
+    const Folder folder;
+    const PopulationWindow window(small_params(8));
+    give_program(window, 1, "( BLOCK ( FWD_10 ) ( LEFT_90 ) ( FWD_5 ) )");
+    SetStatusText("before");
+    Answers().cancel().to(window, IDM_SAVE_TURTLE);
+    EXPECT_STREQ(StatusText(), "before");
+    Answers().file(folder.path("spiral")).to(window, IDM_SAVE_TURTLE);
+    EXPECT_STREQ(StatusText(), "Sucessfully saved turtle expression.");
+    const std::string text =
+        "1\r\n( BLOCK\r\n    ( FWD_10 )\r\n    ( LEFT_90 )\r\n    ( FWD_5 )\r\n)\r\n";
+    EXPECT_EQ(content_of(folder.path("spiral.txt")), text);
+
+    window.record()->selected = 6;
+    window.record()->current->lifers[6].score = -1.0;
+    Answers().file(folder.path("spiral.txt")).to(window, IDM_LOAD_TURTLE);
+    EXPECT_EQ(program(window, 6), program(window, 1));
+    EXPECT_EQ(window.record()->current->lifers[6].score, window.record()->current->lifers[1].score);
+    EXPECT_EQ(window.record()->selected, 6);
+
+    // An old file is asked about, and stays when the answer is no.
+    give_program(window, 1, "( FWD_1 )");
+    Answers().file(folder.path("spiral.txt")).question("No").cancel().to(window, IDM_SAVE_TURTLE);
+    EXPECT_EQ(content_of(folder.path("spiral.txt")), text);
+    Answers().file(folder.path("spiral.txt")).question("Yes").to(window, IDM_SAVE_TURTLE);
+    EXPECT_EQ(content_of(folder.path("spiral.txt")), "1\r\n( FWD_1 )\r\n");
+
+    write_file(folder.path("bad.txt"), "1\r\n( NONSENSE )\r\n");
+    Answers().file(folder.path("bad.txt")).to(window, IDM_LOAD_TURTLE);
+    EXPECT_EQ(program(window, 1), "( FWD_1 )");
+    Answers().cancel().to(window, IDM_LOAD_TURTLE);
+    EXPECT_EQ(program(window, 1), "( FWD_1 )");
+}
+
+TEST(Exchange, WhatCannotBeWrittenIsNotMentioned) {
+    const Folder folder;
+    const PopulationWindow window(small_params(8));
+    window.record()->selected = 0;
+    SetStatusText("before");
+    const std::string full = folder.path("full.txt");
+    std::filesystem::create_symlink("/dev/full", full);
+    for (const int command : {IDM_SAVE_TURTLE, IDM_SAVE_POPULATION, IDM_SAVE_EPS}) {
+        Answers answers;
+        answers.file(full);
+        if (command != IDM_SAVE_EPS) {
+            answers.question("Yes");
+        }
+        answers.to(window, command);
+        EXPECT_STREQ(StatusText(), "before");
+    }
+    Answers()
+        .file(full)
+        .dialog("Enhanced Metafile Mapping", [](HWND dialog) { user::press(dialog, "Return"); })
+        .to(window, IDM_SAVE_METAFILE);
+    EXPECT_EQ(folder.count(), 1);
+}
+
+TEST(Exchange, APopulationTravels) {
+    const Folder folder;
+    const PopulationWindow window(small_params(48));
+    for (int i = 0; i < 10; ++i) {
+        window.command(IDM_EVOLVE_FIVE);
+    }
+    const Texts evolved = window.programs();
+    Answers().file(folder.path("evolved")).to(window, IDM_SAVE_POPULATION);
+    EXPECT_STREQ(StatusText(), "Sucessfully saved turtle population.");
+    window.command(IDM_EVOLVE);
+    ASSERT_NE(window.programs(), evolved);
+    window.record()->selected = 3;
+    window.record()->lifeFlags[5] = 0;
+    Answers()
+        .file(folder.path("evolved.lpf"))
+        .alert("Loaded 48 turtles.")
+        .to(window, IDM_LOAD_POPULATION);
+    EXPECT_EQ(window.programs(), evolved);
+    EXPECT_EQ(window.record()->selected, 3);
+    EXPECT_EQ(window.record()->lifeFlags[5], 0);
+    EXPECT_EQ(window.record()->busy, 0);
+
+    // The same file as a machine with other line ends writes it.
+    std::string text = content_of(folder.path("evolved.lpf"));
+    std::erase(text, '\r');
+    write_file(folder.path("other.lpf"), text);
+    window.command(IDM_EVOLVE);
+    Answers()
+        .file(folder.path("other.lpf"))
+        .alert("Loaded 48 turtles.")
+        .to(window, IDM_LOAD_POPULATION);
+    EXPECT_EQ(window.programs(), evolved);
+}
+
+TEST(Exchange, ALoadOfFewTurtlesLeavesTheOthersAndRemakesAll) {
+    const Folder folder;
+    const PopulationWindow window(small_params(8));
+    LogoWindow* record = window.record();
+    const Texts before = window.programs();
+    write_file(folder.path("two.lpf"), "1\n( FWD_1 )\n( FWD_2 )\n");
+    for (int i = 0; i < 8; ++i) {
+        record->current->lifers[i].score = -5.0;
+    }
+    record->zoomTree = record->current->lifers[1].program; // shown alone while it is replaced
+    record->showGrid = 0;
+    record->selected = 0;
+    Answers()
+        .file(folder.path("two.lpf"))
+        .dialog("Dialog",
+                [&](HWND alert) {
+                    EXPECT_EQ(user::text(alert, IDC_MESSAGE_TEXT), "Loaded 2 turtles.");
+                    EXPECT_EQ(record->busy, 1);
+                    EXPECT_EQ(line_of(record->zoomTree), "( FWD_1 )");
+                    user::resize(window.handle(), 500, 400); // it paints meanwhile
+                })
+        .dialog("Dialog", [](HWND alert) { user::press(alert, "Return"); })
+        .gone("Dialog")
+        .to(window, IDM_LOAD_POPULATION);
+    Texts wanted = before;
+    wanted[0] = "( FWD_1 )";
+    wanted[1] = "( FWD_2 )";
+    EXPECT_EQ(window.programs(), wanted);
+    for (int i = 0; i < 8; ++i) {
+        EXPECT_NE(record->current->lifers[i].score, -5.0) << i;
+    }
+    record->current->lifers[7].score = -5.0;
+    Answers().cancel().to(window, IDM_LOAD_POPULATION);
+    EXPECT_NE(record->current->lifers[7].score, -5.0);
+    EXPECT_EQ(window.programs(), wanted);
+}
+
+TEST(Exchange, EpsCarriesTheBoundsAndTheEditorsLimit) {
+    const Folder folder;
+    const PopulationWindow window(small_params(8));
+    give_program(window, 2, "( BLOCK ( FWD_10 ) ( FWD_50 ) )");
+    write_file(folder.path("flower.eps"), "old");
+    Answers().file(folder.path("flower")).to(window, IDM_SAVE_EPS); // no question
+    EXPECT_STREQ(StatusText(), "Sucessfully saved turtle PostScript.");
+    std::string text = content_of(folder.path("flower.eps"));
+    EXPECT_NE(text.find("\r\n%%BoundingBox: -2 -2 62 2\r\n"), std::string::npos);
+    EXPECT_NE(text.find("\r\n/MAXSTEPS 10240 def\r\n"), std::string::npos);
+
+    window.command(IDM_EDIT_TURTLE);
+    settle();
+    HWND editor = user::find_window("Turtle Editor");
+    user::type(editor, IDC_LIMIT, "1");
+    settle();
+    user::click_control(editor, IDC_REDRAW);
+    settle();
+    Answers answers;
+    answers.file(folder.path("limited.ps"));
+    answers.to(editor, IDM_SAVE_EPS);
+    user::close(editor);
+    settle();
+    text = content_of(folder.path("limited.ps"));
+    EXPECT_NE(text.find("\r\n%%BoundingBox: -2 -2 12 2\r\n"), std::string::npos);
+    EXPECT_NE(text.find("\r\n/MAXSTEPS 1 def\r\n"), std::string::npos);
+}
+
+TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
+    const Folder folder;
+    const PopulationWindow window(small_params(8));
+    give_program(window, 2, "( BLOCK ( FWD_10 ) ( RED_64 ) ( LEFT_90 ) ( PEN_UP ) ( FWD_5 ) )");
+    const std::string title = "Enhanced Metafile Mapping";
+    metaPenSize = "1";
+    metaMapCode = "LM";
+    Answers()
+        .file(folder.path("turtle"))
+        .dialog(title,
+                [](HWND dialog) {
+                    EXPECT_EQ(user::text(dialog, IDC_PEN_SIZE), "1");
+                    EXPECT_TRUE(user::checked(dialog, IDC_LOW_METRIC));
+                    user::click_control(dialog, IDC_HIGH_ENGLISH);
+                    user::type(dialog, IDC_PEN_SIZE, "3");
+                })
+        .dialog(title, [](HWND dialog) { user::click_control(dialog, IDOK); })
+        .to(window, IDM_SAVE_METAFILE);
+    EXPECT_EQ(metafile_lines(content_of(folder.path("turtle.txt"))),
+              (Texts{"HEADER bounds 0 0 1 0 frame -2 -7 12 2 handles 3 description "
+                     "Pelmora/MetaFile",
+                     "SETMAPMODE 5", "CREATEPEN 1 width 3 color 0x000000", "SELECTOBJECT 1",
+                     "MOVETOEX 0 0", "LINETO 10 0", "CREATEPEN 2 width 3 color 0x000040",
+                     "SELECTOBJECT 2", "DELETEOBJECT 1", "EOF"}));
+
+    // An empty pen size keeps the dialog open; a dismissal after that writes nothing.
+    Answers()
+        .file(folder.path("none.emf"))
+        .dialog(title,
+                [](HWND dialog) {
+                    EXPECT_EQ(user::text(dialog, IDC_PEN_SIZE), "3");
+                    EXPECT_TRUE(user::checked(dialog, IDC_HIGH_ENGLISH));
+                    user::type(dialog, IDC_PEN_SIZE, "");
+                    user::press(dialog, "Return");
+                })
+        .dialog(title, [](HWND dialog) { user::press(dialog, "Esc"); })
+        .to(window, IDM_SAVE_METAFILE);
+    EXPECT_FALSE(std::filesystem::exists(folder.path("none.emf")));
+    EXPECT_EQ(metaPenSize, "");
+
+    for (const auto& [typed, width] :
+         {std::pair("-3", "3"), {"99999999999", "2147483647"}, {"abc", "0"}}) {
+        Answers()
+            .file(folder.path("pen.emf"))
+            .dialog(title,
+                    [typed = typed](HWND dialog) {
+                        user::type(dialog, IDC_PEN_SIZE, typed);
+                        user::press(dialog, "Return");
+                    })
+            .to(window, IDM_SAVE_METAFILE);
+        const Texts lines = metafile_lines(content_of(folder.path("pen.emf")));
+        ASSERT_GT(lines.size(), 2U);
+        EXPECT_EQ(lines[2], std::string("CREATEPEN 1 width ") + width + " color 0x000000");
+    }
+    metaPenSize = "1";
+    metaMapCode = "LM";
+}
+
+TEST(Exchange, CopyAndPasteGiveAnotherTurtleTheProgram) {
+    const PopulationWindow window(small_params(8));
+    give_program(window, 2, "( BLOCK ( FWD_10 ) ( LEFT_90 ) )");
+    window.command(IDM_COPY);
+    settle();
+    window.record()->selected = 5;
+    window.record()->zoomTree = window.record()->current->lifers[5].program;
+    window.command(IDM_PASTE);
+    settle();
+    EXPECT_EQ(program(window, 5), "( BLOCK ( FWD_10 ) ( LEFT_90 ) )");
+    EXPECT_EQ(window.record()->zoomTree, window.record()->current->lifers[5].program);
+}
+
+TEST(Exchange, PrintingFollowsItsDialogs) {
+    const Folder folder;
+    const PopulationWindow window(small_params(8));
+    give_program(window, 2, "( BLOCK ( FWD_100 ) ( LEFT_90 ) ( FWD_50 ) )");
+    const std::string title = "Print Pensize";
+    const auto type_width = [&](const char* shown, const char* typed) {
+        return [=](HWND dialog) {
+            EXPECT_EQ(user::text(dialog, IDC_PEN_SIZE), shown);
+            user::type(dialog, IDC_PEN_SIZE, typed);
+            user::press(dialog, "Return");
+        };
+    };
+    const std::string page = folder.path("page.pdf");
+    Answers()
+        .dialog(title, [](HWND dialog) { user::press(dialog, "Esc"); })
+        .to(window, IDM_PRINT_TURTLE);
+    EXPECT_EQ(user::system_dialog(), "");
+    Answers().dialog(title, type_width("0", "4")).print_to(page).to(window, IDM_PRINT_TURTLE);
+    EXPECT_EQ(content_of(page).substr(0, 5), "%PDF-");
+    EXPECT_EQ(folder.count(), 1);
+    Answers()
+        .dialog(title, type_width("4", "")) // stays open
+        .dialog(title, type_width("", "  7 "))
+        .cancel()
+        .to(window, IDM_PRINT_TURTLE);
+    EXPECT_EQ(printPenWidth, "  7 ");
+    Answers()
+        .dialog(title, [](HWND dialog) { user::press(dialog, "Return"); })
+        .print_to("/dev/full")
+        .question("Yes")
+        .to(window, IDM_PRINT_TURTLE);
+    printPenWidth = "0";
+}
+
+// Whatever a dialog stands over may go while it is open.
+TEST(Exchange, ClosingTheWindowEndsItsCommand) {
+    const Folder folder;
+    for (const int command : {IDM_LOAD_TURTLE, IDM_SAVE_TURTLE, IDM_SAVE_EPS, IDM_SAVE_METAFILE,
+                              IDM_SAVE_POPULATION, IDM_LOAD_POPULATION, IDM_PRINT_TURTLE}) {
+        const PopulationWindow window(small_params(8));
+        window.record()->selected = 1;
+        HWND handle = window.handle();
+        Answers answers;
+        if (command == IDM_PRINT_TURTLE) {
+            answers.dialog("Print Pensize", [handle](HWND) { DestroyWindow(handle); });
+        } else {
+            answers.then([] {}).then([handle] { DestroyWindow(handle); });
+        }
+        answers.to(window, command);
+        EXPECT_FALSE(IsWindow(handle)) << command;
+        EXPECT_EQ(user::system_dialog(), "") << command;
+    }
+}
+
+} // namespace
