@@ -50,30 +50,6 @@ HENHMETAFILE close_metafile(HDC metafile) {
     return picture;
 }
 
-void save_picture(const std::string& name, const SelectedTurtle& turtle) {
-    DrawContext* ctx = turtle.drawContext;
-    const RECT bounds = draw_measure(ctx, turtle.program);
-    HDC metafile = CreateEnhMetaFileA(nullptr, name.c_str(), &bounds, kDescription);
-    if (metafile == nullptr) {
-        return;
-    }
-    const int mode = map_mode();
-    if (SetMapMode(metafile, mode) == 0) {
-        std::fprintf(stderr, "ERROR SetMapMode(%d) '%s' = %d\n", mode, metaMapCode.c_str(),
-                     static_cast<int>(GetLastError()));
-    }
-    draw_reset(ctx);
-    ctx->pen_width = TypedNumber(metaPenSize.c_str());
-    draw_run(metafile, ctx, turtle.program, nullptr);
-    HENHMETAFILE picture = close_metafile(metafile);
-    if (picture == nullptr) {
-        std::fprintf(stderr, "ERROR SAVE FILE '%s' = %d\n", name.c_str(),
-                     static_cast<int>(GetLastError()));
-        return;
-    }
-    DeleteEnhMetaFile(picture);
-}
-
 void show_settings(HWND dialog) {
     SetDlgItemTextA(dialog, IDC_PEN_SIZE, metaPenSize.c_str());
     for (const MapMode& mode : kMapModes) {
@@ -100,7 +76,7 @@ void SaveTurtleMetafile(HWND owner, const SelectedTurtle& turtle) {
     metaDialogOk = !name.empty() && DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_METAFILE),
                                                     owner, MetafileMappingDlgProc, 0) == IDOK;
     if (metaDialogOk && IsWindow(owner)) {
-        save_picture(name, turtle);
+        write_metafile(name, turtle);
     }
 }
 
@@ -124,6 +100,30 @@ INT_PTR CALLBACK MetafileMappingDlgProc(HWND dialog, UINT message, WPARAM wparam
     default:
         return FALSE;
     }
+}
+
+void write_metafile(const std::string& name, const SelectedTurtle& turtle) {
+    DrawContext* ctx = turtle.drawContext;
+    const RECT bounds = draw_measure(ctx, turtle.program);
+    HDC metafile = CreateEnhMetaFileA(nullptr, name.c_str(), &bounds, kDescription);
+    if (metafile == nullptr) {
+        return;
+    }
+    const int mode = map_mode();
+    if (SetMapMode(metafile, mode) == 0) {
+        std::fprintf(stderr, "ERROR SetMapMode(%d) '%s' = %d\n", mode, metaMapCode.c_str(),
+                     static_cast<int>(GetLastError()));
+    }
+    draw_reset(ctx);
+    ctx->pen_width = TypedNumber(metaPenSize.c_str());
+    draw_run(metafile, ctx, turtle.program, nullptr);
+    HENHMETAFILE picture = close_metafile(metafile);
+    if (picture == nullptr) {
+        std::fprintf(stderr, "ERROR SAVE FILE '%s' = %d\n", name.c_str(),
+                     static_cast<int>(GetLastError()));
+        return;
+    }
+    DeleteEnhMetaFile(picture);
 }
 
 HENHMETAFILE record_copied_picture(const SelectedTurtle& turtle) {

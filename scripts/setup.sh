@@ -36,7 +36,9 @@ pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutil
     fonts-dejavu-core x11-utils)
 
 # What the tests and the guided tour need besides.
-pelmora_test_packages=(libgtest-dev xvfb xauth openbox)
+pelmora_test_packages=(libgtest-dev xvfb xauth openbox
+    # Programs that read what ours writes, and write what ours reads.
+    ghostscript emf2svg librsvg2-bin poppler-utils xclip)
 
 # What the fuzzers need besides.
 pelmora_fuzz_packages=(clang libclang-rt-dev)

@@ -96,6 +96,11 @@ int Grid::drawn() const {
     }));
 }
 
+bool Grid::same_picture(int one, int other) const {
+    return cells_.at(static_cast<std::size_t>(one)).picture ==
+           cells_.at(static_cast<std::size_t>(other)).picture;
+}
+
 int Grid::changed_from(const Grid& before) const {
     int changed = 0;
     for (std::size_t i = 0; i < kCells; ++i) {

@@ -24,6 +24,8 @@ class Grid {
     int selected() const; // -1: none
     int drawn() const;    // cells whose picture is not white all over
 
+    bool same_picture(int one, int other) const; // of one cell and another
+
     // How many of the first 48 pictures differ.
     int changed_from(const Grid& before) const;
 

@@ -6,6 +6,7 @@
 #include "ui/shell.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <utility>
@@ -32,10 +33,10 @@ std::string listing(const std::string& pcross, const std::string& children,
 
 } // namespace
 
-Tour::Tour(std::string folder)
+Tour::Tour(const std::string& folder)
     // The program sends its streams to its log files; the tour's own words go where they went.
-    : folder_(std::move(folder)), out_(::fdopen(::dup(STDOUT_FILENO), "w")),
-      script_([this](const std::string& failure) {
+    : folder_(std::filesystem::absolute(folder).string()),
+      out_(::fdopen(::dup(STDOUT_FILENO), "w")), script_([this](const std::string& failure) {
           check(failure.empty(), failure);
           PostQuitMessage(0);
       }) {}
@@ -69,9 +70,13 @@ void Tour::wait_until_gone(const std::string& title) {
                   [title] { return user::find_window(title) == nullptr; });
 }
 
+void Tour::wait_for_system_dialog() {
+    script_.await("a system dialog", [] { return !user::system_dialog().empty(); });
+}
+
 void Tour::picture(const std::string& name, const std::string& title) {
     step("picture " + name, [this, name, title] {
-        const std::string path = folder_ + "/" + name + ".png";
+        const std::string path = file(name + ".png");
         check(user::save_picture(user::find_window(title), path), "cannot write " + path);
     });
 }
@@ -83,6 +88,7 @@ int Tour::run() {
     step_ = "after the program's end";
     check(exit_code == 0, "the program's exit code is 0");
     check_log_files();
+    render_files(*this);
     std::fprintf(out_, "%d steps, %d failures\n", steps_, failures_);
     return failures_ == 0 ? 0 : 1;
 }
@@ -108,6 +114,9 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR command_line, int) {
     tour::visit_main_window(tour);
     tour::visit_first_population(tour);
     tour::visit_breeding(tour);
+    tour::visit_editor(tour);
+    tour::visit_files(tour);
+    tour::visit_clipboard(tour);
     tour::visit_second_population(tour);
     tour::leave(tour);
     return tour.run();

@@ -11,7 +11,7 @@ namespace tour {
 
 class Tour {
   public:
-    explicit Tour(std::string folder);
+    explicit Tour(const std::string& folder);
     ~Tour();
     Tour(const Tour&) = delete;
     Tour& operator=(const Tour&) = delete;
@@ -23,8 +23,14 @@ class Tour {
     void wait_for(const std::string& title);
     void wait_until_gone(const std::string& title);
 
+    // Waits for a file or print dialog.
+    void wait_for_system_dialog();
+
     // Saves a picture of the window with this title.
     void picture(const std::string& name, const std::string& title);
+
+    // The path of a file that the tour leaves.
+    std::string file(const std::string& name) const { return folder_ + "/" + name; }
 
     // Notes a failure of the current step unless `holds`.
     void check(bool holds, const std::string& what);
@@ -48,6 +54,12 @@ void visit_main_window(Tour& tour);
 void visit_first_population(Tour& tour);
 void visit_breeding(Tour& tour);
 void visit_second_population(Tour& tour);
+void visit_editor(Tour& tour);
+void visit_files(Tour& tour);
+void visit_clipboard(Tour& tour);
 void leave(Tour& tour);
+
+// Draws the files that the tour has left as pictures, by other programs, where they are installed.
+void render_files(Tour& tour);
 
 } // namespace tour

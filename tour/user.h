@@ -47,6 +47,9 @@ std::vector<std::string> listed_files();
 // What a file or print dialog asks or tells in a box of its own; empty when it does not.
 std::string question();
 
+// The bytes that the clipboard offers in a format such as "image/x-emf"; empty when it does not.
+std::string copied(const std::string& format);
+
 // Saves a picture of the whole window, its menu bar included, as a PNG file. False when it cannot
 // be written.
 bool save_picture(HWND window, const std::string& path);

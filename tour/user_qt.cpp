@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
 #include <QElapsedTimer>
@@ -15,18 +16,20 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMimeData>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPushButton>
 #include <QSlider>
 #include <QStyle>
 #include <QStyleOptionSlider>
 #include <QTest>
-#include <QPointer>
 #include <QTimer>
 #include <QToolButton>
 #include <QWindow>
 
 #include <deque>
+#include <tuple>
 #include <utility>
 
 namespace user {
@@ -134,6 +137,7 @@ void accept_dialog(const QDialog* dialog) {
     for (QPushButton* button : dialog->findChildren<QPushButton*>()) {
         if (button->isDefault()) {
             click_widget(button, button->rect().center());
+            return;
         }
     }
 }
@@ -319,6 +323,11 @@ std::string question() {
     return box != nullptr ? box->text().toStdString() : "";
 }
 
+std::string copied(const std::string& format) {
+    const QMimeData* offered = QApplication::clipboard()->mimeData();
+    return offered != nullptr ? offered->data(QString::fromStdString(format)).toStdString() : "";
+}
+
 bool save_system_dialog_picture(const std::string& path) {
     return open_system_dialog()->grab().save(QString::fromStdString(path), "PNG");
 }
@@ -374,14 +383,18 @@ struct Script::State {
     std::deque<Step> steps;
     QObject context; // no tick comes after its end
     QElapsedTimer waiting;
-    bool asking = false;
+    bool busy = false; // with a step, in a dialog or beside all:
+    const QWidget* dialog = nullptr;
 
     void schedule() {
         QTimer::singleShot(5, &context, [this] { tick(); });
     }
 
     void tick() {
-        if (asking || !platform::message_queue_idle()) {
+        // A step may handle events of its own, but goes on only in the loop of a dialog that it
+        // opened, to answer that.
+        const bool in_step = busy && QApplication::activeModalWidget() == dialog;
+        if (in_step || !platform::message_queue_idle()) {
             schedule();
         } else if (steps.empty()) {
             done("");
@@ -392,31 +405,48 @@ struct Script::State {
         }
     }
 
-    // An action may open a loop of its own, for a question say, in which the script goes on.
     void act() {
         const Step step = std::move(steps.front());
         steps.pop_front();
         waiting.restart();
         schedule();
-        step.action();
+        during([&step] {
+            step.action();
+            return true;
+        });
     }
 
     void ask() {
+        // Asked again only when it has answered.
+        const Step step = std::move(steps.front());
+        steps.pop_front();
         const QPointer<QObject> alive(&context);
-        asking = true;
-        const bool over = steps.front().condition();
+        const bool over = during(step.condition);
         if (alive == nullptr) {
             return;
         }
-        asking = false;
         if (over) {
-            steps.pop_front();
             waiting.restart();
         } else if (waiting.elapsed() > kPatience) {
-            done("waited in vain for: " + steps.front().name);
+            done("waited in vain for: " + step.name);
             return;
+        } else {
+            steps.push_front(step);
         }
         schedule();
+    }
+
+    template <class Work>
+    bool during(const Work& work) {
+        const QPointer<QObject> alive(&context);
+        const auto before = std::pair(busy, dialog);
+        busy = true;
+        dialog = QApplication::activeModalWidget();
+        const bool result = work();
+        if (alive != nullptr) {
+            std::tie(busy, dialog) = before;
+        }
+        return result;
     }
 };
 

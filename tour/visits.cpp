@@ -2,6 +2,7 @@
 #include "resources/resource.h"
 #include "services/status.h"
 #include "tour/grid.h"
+#include "tour/places.h"
 #include "tour/tour.h"
 
 #include <memory>
@@ -13,41 +14,8 @@ namespace tour {
 
 namespace {
 
-const char* const kMain = "Pelmora Main Window";
-const char* const kPopulation = "Pelmora Logo Window";
-const char* const kDialog = "Population Description";
-const char* const kAlert = "Dialog";
-
-HWND main_window() {
-    return user::find_window(kMain);
-}
-HWND population() {
-    return user::find_window(kPopulation); // the newest
-}
-HWND dialog() {
-    return user::find_window(kDialog);
-}
-
 std::vector<std::uint32_t> status_line() {
     return user::pixels(main_window(), {4, 0, 200, 20});
-}
-
-// An alert must show `text`, outlive Escape and go with Return.
-void expect_alert(Tour& tour, const std::string& text, const std::string& picture = "") {
-    tour.wait_for(kAlert);
-    tour.step("Escape at an alert", [&tour, text] {
-        tour.check(user::text(user::find_window(kAlert), IDC_MESSAGE_TEXT) == text,
-                   "the alert says: " + text);
-        user::press(user::find_window(kAlert), "Esc");
-    });
-    if (!picture.empty()) {
-        tour.picture(picture, kAlert);
-    }
-    tour.step("Return at an alert", [&tour] {
-        tour.check(user::find_window(kAlert) != nullptr, "Escape leaves the alert open");
-        user::press(user::find_window(kAlert), "Return");
-    });
-    tour.wait_until_gone(kAlert);
 }
 
 // Presses keys in the population window; `checks` looks at the grid afterwards.

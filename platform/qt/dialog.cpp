@@ -9,6 +9,7 @@
 #include <QFontMetrics>
 #include <QLineEdit>
 #include <QSlider>
+#include <QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -39,8 +40,9 @@ class DialogUnits {
         // The places were measured with another font: where a text is wider in this one, they all
         // grow, so that no label is cut and nothing overlaps.
         for (const DialogItem& item : design.items) {
-            const int text = metrics.horizontalAdvance(to_qstring(item.text.text).remove('&'));
-            if (is_line(item) && item.width > 0) {
+            const int text = metrics.horizontalAdvance(to_qstring(item.text.text).remove('&')) +
+                             (is_radio(item) ? mark_width() : 0);
+            if ((is_line(item) || is_radio(item)) && item.width > 0) {
                 across_ = std::max(across_, (text * 4 + item.width - 1) / item.width);
             }
         }
@@ -54,6 +56,15 @@ class DialogUnits {
     static bool is_line(const DialogItem& item) {
         constexpr int kTwoLines = 16;
         return item.window_class.number == kStaticClass && item.height < kTwoLines;
+    }
+    static bool is_radio(const DialogItem& item) {
+        return item.window_class.number == kButtonClass && (item.style & 0xFU) == kAutoRadioButton;
+    }
+    // What a radio button shows in front of its text, and the gap behind it.
+    static int mark_width() {
+        const QStyle* style = QApplication::style();
+        return style->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
+               style->pixelMetric(QStyle::PM_RadioButtonLabelSpacing);
     }
 
     int across_, down_;

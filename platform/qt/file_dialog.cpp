@@ -91,6 +91,7 @@ class FileDialog : public QFileDialog {
         if (QFileInfo(path).isDir()) {
             setDirectory(path);
             field->clear();
+            field->setFocus(); // the disabled button would pass it on to Cancel
             return;
         }
         if (!path.isEmpty() && acceptable(path)) {
@@ -144,6 +145,9 @@ class FileDialog : public QFileDialog {
         run_toolkit_dialog(box.data(), owner_);
         const bool agreed = box != nullptr && box->result() == QMessageBox::Yes;
         delete box;
+        if (owner_ != nullptr && !IsWindow(owner_)) {
+            reject();
+        }
         activateWindow();
         return agreed;
     }
@@ -155,7 +159,7 @@ class FileDialog : public QFileDialog {
 
 void set_up(QFileDialog& dialog, const OPENFILENAMEA& request) {
     const QString folder = last_folder();
-    dialog.setDirectory(QDir(folder).exists() ? folder : QDir::currentPath());
+    dialog.setDirectory(!folder.isEmpty() && QDir(folder).exists() ? folder : QDir::currentPath());
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, (request.Flags & OFN_OVERWRITEPROMPT) == 0);
     const QStringList filters = name_filters(request.lpstrFilter);

@@ -2,16 +2,9 @@
 
 #include "platform/qt/metafile_recorder.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
-
 #include <algorithm>
 #include <memory>
-#include <new>
 #include <vector>
-
-#include <fcntl.h>
 
 namespace platform {
 
@@ -50,31 +43,6 @@ auto find_metafile(HENHMETAFILE handle) {
                         });
 }
 
-// A device or a pipe; a pipe that nobody reads is refused instead of waited for.
-std::unique_ptr<QFileDevice> open_special(const QString& path) {
-    const int descriptor =
-        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
-    auto file = std::make_unique<QFile>();
-    if (descriptor == -1 ||
-        !file->open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle)) {
-        return nullptr;
-    }
-    ::fcntl(descriptor, F_SETFL, O_WRONLY);
-    return file;
-}
-
-// Opens the file that a metafile is to become. It appears whole, in place of the old one, when it
-// is complete; in a folder that cannot be written it is written in place.
-std::unique_ptr<QFileDevice> open_target(const QString& path) {
-    const QFileInfo old(path);
-    if (old.exists() && !old.isFile()) {
-        return open_special(path);
-    }
-    auto file = std::make_unique<QSaveFile>(path);
-    file->setDirectWriteFallback(true);
-    return file->open(QIODevice::WriteOnly) ? std::move(file) : nullptr;
-}
-
 } // namespace
 
 QByteArray metafile_bytes(HENHMETAFILE handle) {
@@ -87,10 +55,10 @@ QByteArray metafile_bytes(HENHMETAFILE handle) {
 using namespace platform;
 
 HDC CreateEnhMetaFileA(HDC, LPCSTR path, const RECT* frame, LPCSTR description) {
-    std::unique_ptr<QFileDevice> file;
+    std::unique_ptr<OutputFile> file;
     if (path != nullptr) {
-        file = open_target(QString::fromUtf8(path));
-        if (file == nullptr) {
+        file = std::make_unique<OutputFile>(path);
+        if (!file->is_open()) {
             SetLastError(ERROR_PATH_NOT_FOUND);
             return nullptr;
         }
@@ -111,7 +79,6 @@ HENHMETAFILE CloseEnhMetaFile(HDC handle) {
     QByteArray bytes = recorder->close();
     delete device;
     if (bytes.isEmpty()) {
-        SetLastError(ERROR_WRITE_FAULT);
         return nullptr;
     }
     metafiles().push_back(std::make_unique<Metafile>(Metafile{std::move(bytes)}));

@@ -1,6 +1,7 @@
 // Draws metafiles. Their bytes may come from anywhere.
 #include "platform/qt/metafile.h"
 
+#include <QLineF>
 #include <QPainter>
 #include <QPen>
 #include <QtEndian>
@@ -61,6 +62,28 @@ QSize image_size(const QRectF& frame, int longest) {
             std::max(1, static_cast<int>(std::lround(frame.height() * scale)))};
 }
 
+// The part of a line in an area, or none.
+std::optional<QLineF> clipped(const QLineF& line, const QRectF& area) {
+    double first = 0;
+    double last = 1;
+    // Cuts off what is before `lowest` and beyond `highest` on one axis.
+    const auto cut = [&](double from, double length, double lowest, double highest) {
+        if (length == 0) {
+            return from >= lowest && from <= highest;
+        }
+        const double one = (lowest - from) / length;
+        const double other = (highest - from) / length;
+        first = std::max(first, std::min(one, other));
+        last = std::min(last, std::max(one, other));
+        return first <= last;
+    };
+    if (!cut(line.x1(), line.dx(), area.left(), area.right()) ||
+        !cut(line.y1(), line.dy(), area.top(), area.bottom())) {
+        return std::nullopt;
+    }
+    return QLineF(line.pointAt(first), line.pointAt(last));
+}
+
 class Player {
   public:
     Player(const Header& header, QImage& image)
@@ -88,7 +111,7 @@ class Player {
             return;
         case MetafileRecord::line_to: {
             const QPointF to = place(record);
-            painter_.drawLine(at_, to);
+            draw_line(at_, to);
             at_ = to;
             return;
         }
@@ -110,8 +133,10 @@ class Player {
         if (const auto pen = pens_.find(object); pen != pens_.end()) {
             design = pen->second;
         }
-        constexpr double kWidest = 1e5; // pixels: wider than any picture
-        const double width = std::min(design.width * unit_.x * scale_x_, kWidest);
+        // In a pen four times as wide as the picture the ends' curve can hardly be seen.
+        const double widest =
+            4.0 * std::max(painter_.viewport().width(), painter_.viewport().height());
+        const double width = std::min(design.width * unit_.x * scale_x_, widest);
         const QColor color(static_cast<int>(design.color & 0xFFU),
                            static_cast<int>(design.color >> 8U & 0xFFU),
                            static_cast<int>(design.color >> 16U & 0xFFU));
@@ -122,6 +147,15 @@ class Player {
     QPointF place(const Fields& record) const {
         return {(record.value(8) * unit_.x - header_.frame.left()) * scale_x_,
                 (record.value(12) * unit_.y - header_.frame.top()) * scale_y_};
+    }
+
+    // The painter takes its time for what lies far outside, so it gets only what can be seen.
+    void draw_line(const QPointF& from, const QPointF& to) {
+        const double reach = painter_.pen().widthF() + 1;
+        const QRectF near = QRectF(painter_.viewport()).adjusted(-reach, -reach, reach, reach);
+        if (const std::optional<QLineF> part = clipped(QLineF(from, to), near)) {
+            painter_.drawLine(*part);
+        }
     }
 
     const Header& header_;
@@ -140,6 +174,9 @@ QImage draw_metafile(const QByteArray& bytes, int longest) {
         return {};
     }
     QImage image(image_size(header->frame, longest), QImage::Format_RGB32);
+    if (image.isNull()) {
+        return {};
+    }
     image.fill(Qt::white);
     Player player(*header, image);
     for (qsizetype at = 0; at < bytes.size();) {

@@ -1,13 +1,14 @@
 #include "platform/qt/metafile_recorder.h"
 
 #include <QGuiApplication>
-#include <QSaveFile>
 #include <QScreen>
 #include <QtEndian>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
+#include <new>
 #include <utility>
 
 namespace platform {
@@ -53,15 +54,55 @@ QByteArray stored_description(LPCSTR texts) {
 
 } // namespace
 
+// Where `count` more bytes go; null when there is no memory for them.
+char* RecordBytes::room(std::size_t count) {
+    // The header has 32 bits for the size.
+    constexpr std::size_t kMost = std::numeric_limits<std::uint32_t>::max();
+    constexpr std::size_t kFirst = 4096;
+    if (size_ + count > capacity_ && !failed_) {
+        const std::size_t wanted = std::max({kFirst, capacity_ * 2, size_ + count});
+        void* grown = size_ + count <= kMost ? std::realloc(block_.get(), wanted) : nullptr;
+        failed_ = grown == nullptr;
+        if (!failed_) {
+            static_cast<void>(block_.release());
+            block_.reset(static_cast<char*>(grown));
+            capacity_ = wanted;
+        }
+    }
+    if (failed_) {
+        size_ = 0;
+        return nullptr;
+    }
+    return block_.get() + std::exchange(size_, size_ + count);
+}
+
+void RecordBytes::put(std::uint32_t value) {
+    if (char* place = room(sizeof value)) {
+        qToLittleEndian(value, place);
+    }
+}
+
+void RecordBytes::put(const QByteArray& bytes) {
+    const auto count = static_cast<std::size_t>(bytes.size());
+    if (char* place = room(count)) {
+        std::memcpy(place, bytes.constData(), count);
+    }
+}
+
+void RecordBytes::replace(std::size_t offset, std::uint32_t value) {
+    if (offset + sizeof value <= size_) {
+        qToLittleEndian(value, block_.get() + offset);
+    }
+}
+
 MetafileRecorder::MetafileRecorder(const RECT* frame, LPCSTR description,
-                                   std::unique_ptr<QFileDevice> file)
+                                   std::unique_ptr<OutputFile> file)
     : device_(screen_device()), description_(stored_description(description)),
       file_(std::move(file)), has_frame_(frame != nullptr) {
     if (frame != nullptr) {
         frame_ = *frame;
     }
-    const auto padded = (description_.size() + 3) / 4 * 4;
-    bytes_ = QByteArray(kMetafileHeaderBytes + padded, '\0');
+    put_header();
     recorders().push_back(this);
 }
 
@@ -69,17 +110,12 @@ MetafileRecorder::~MetafileRecorder() {
     std::erase(recorders(), this);
 }
 
-void MetafileRecorder::put(std::uint32_t value) {
-    const quint32 stored = qToLittleEndian(value);
-    bytes_.append(reinterpret_cast<const char*>(&stored), sizeof stored);
-}
-
 void MetafileRecorder::put_record(MetafileRecord type,
                                   std::initializer_list<std::uint32_t> values) {
-    put(static_cast<std::uint32_t>(type));
-    put(static_cast<std::uint32_t>(8 + 4 * values.size()));
+    bytes_.put(static_cast<std::uint32_t>(type));
+    bytes_.put(static_cast<std::uint32_t>(8 + 4 * values.size()));
     for (const std::uint32_t value : values) {
-        put(value);
+        bytes_.put(value);
     }
     ++records_;
 }
@@ -141,8 +177,8 @@ int MetafileRecorder::caps(int index) const {
 void MetafileRecorder::include(int x, int y) {
     const MapScale scale = map_scale(map_mode_, device_);
     const auto pixel = [](double value) {
-        constexpr double kLimit = 0x7FFFFFFF;
-        return static_cast<LONG>(std::lround(std::clamp(value, -kLimit, kLimit)));
+        constexpr double kLimit = 0x7FFFFFFE;
+        return static_cast<LONG>(std::floor(std::clamp(value, -kLimit, kLimit) + 0.5));
     };
     const LONG px = pixel(x * scale.x * device_.pixels_x / (device_.millimeters_x * 100.0));
     const LONG py = pixel(y * scale.y * device_.pixels_y / (device_.millimeters_y * 100.0));
@@ -167,7 +203,31 @@ void MetafileRecorder::line_to(int x, int y) {
     y_ = y;
 }
 
-void MetafileRecorder::write_header() {
+// What is zero here is known at the end, or is not in use: palettes, pixel formats, OpenGL.
+void MetafileRecorder::put_header() {
+    const auto padding = -description_.size() & 3;
+    const auto bytes = kMetafileHeaderBytes + description_.size() + padding;
+    bytes_.put(QByteArray(kMetafileHeaderBytes, '\0') + description_ + QByteArray(padding, '\0'));
+    const std::pair<std::size_t, std::uint32_t> fields[] = {
+        {0, static_cast<std::uint32_t>(MetafileRecord::header)},
+        {4, bits(bytes)},
+        {40, kMetafileSignature},
+        {44, 0x00010000}, // version
+        {60, bits(description_.size() / 2)},
+        {64, description_.isEmpty() ? 0 : kMetafileHeaderBytes},
+        {72, bits(device_.pixels_x)},
+        {76, bits(device_.pixels_y)},
+        {80, bits(device_.millimeters_x)},
+        {84, bits(device_.millimeters_y)},
+        {100, bits(device_.millimeters_x * 1000)},
+        {104, bits(device_.millimeters_y * 1000)},
+    };
+    for (const auto& [offset, value] : fields) {
+        bytes_.replace(offset, value);
+    }
+}
+
+void MetafileRecorder::complete_header() {
     const auto hundredths = [](LONG pixel, int millimeters, int pixels) {
         return static_cast<LONG>(std::int64_t{pixel} * millimeters * 100 / pixels);
     };
@@ -177,55 +237,36 @@ void MetafileRecorder::write_header() {
                   hundredths(bounds_.right, device_.millimeters_x, device_.pixels_x),
                   hundredths(bounds_.bottom, device_.millimeters_y, device_.pixels_y)};
     }
-    const QByteArray records = std::exchange(bytes_, {});
-    const auto first =
-        static_cast<std::uint32_t>(kMetafileHeaderBytes + (description_.size() + 3) / 4 * 4);
-    put(static_cast<std::uint32_t>(MetafileRecord::header));
-    put(first);
+    std::size_t offset = 8;
     for (const RECT& rect : {bounds_, frame_}) {
         for (const LONG side : {rect.left, rect.top, rect.right, rect.bottom}) {
-            put(bits(side));
+            bytes_.replace(offset, bits(side));
+            offset += 4;
         }
     }
-    put(kMetafileSignature);
-    put(0x00010000); // version
-    put(static_cast<std::uint32_t>(records.size()));
-    put(records_);
-    put(static_cast<std::uint32_t>(most_objects_ + 1)); // number 0 is the metafile itself
-    put(static_cast<std::uint32_t>(description_.size() / 2));
-    put(description_.isEmpty() ? 0 : kMetafileHeaderBytes);
-    put(0); // palette entries
-    put(bits(device_.pixels_x));
-    put(bits(device_.pixels_y));
-    put(bits(device_.millimeters_x));
-    put(bits(device_.millimeters_y));
-    for (int i = 0; i < 3; ++i) {
-        put(0); // no pixel format, no OpenGL
-    }
-    put(bits(device_.millimeters_x * 1000));
-    put(bits(device_.millimeters_y * 1000));
-    bytes_ += description_;
-    bytes_ += QByteArray(first - bytes_.size(), '\0');
-    bytes_ += records.mid(first);
-}
-
-bool MetafileRecorder::write_file() {
-    if (file_ == nullptr) {
-        return true;
-    }
-    const bool written = file_->write(bytes_) == bytes_.size() && file_->flush();
-    if (auto* replaced = dynamic_cast<QSaveFile*>(file_.get())) {
-        return replaced->commit() && written;
-    }
-    file_->close();
-    return written && file_->error() == QFileDevice::NoError;
+    bytes_.replace(48, static_cast<std::uint32_t>(bytes_.size()));
+    bytes_.replace(52, records_);
+    bytes_.replace(56, bits(1 + static_cast<std::int64_t>(most_objects_))); // the metafile is 0
 }
 
 QByteArray MetafileRecorder::close() {
     constexpr std::uint32_t kEndBytes = 20;
     put_record(MetafileRecord::end, {0, 0x10, kEndBytes});
-    write_header();
-    return write_file() ? bytes_ : QByteArray();
+    complete_header();
+    if (bytes_.size() == 0) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return {};
+    }
+    if (file_ != nullptr && !file_->write(bytes_.data(), bytes_.size())) {
+        SetLastError(ERROR_WRITE_FAULT);
+        return {};
+    }
+    try {
+        return {bytes_.data(), static_cast<qsizetype>(bytes_.size())};
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return {};
+    }
 }
 
 void forget_recorded_pen(const GdiObject* pen) {

@@ -3,23 +3,46 @@
 
 #include "platform/qt/device_context.h"
 #include "platform/qt/metafile.h"
+#include "platform/qt/output_file.h"
 
 #include <QByteArray>
-#include <QFileDevice>
 
+#include <cstdlib>
 #include <initializer_list>
 #include <memory>
 #include <vector>
 
 namespace platform {
 
-// Records grow at the end of one array of bytes; the header is written when the recording is
-// closed.
+// Little-endian numbers that grow at the end of one block. When memory runs out, what was put
+// before and after is lost, which size() tells.
+class RecordBytes {
+  public:
+    void put(std::uint32_t value);
+    void put(const QByteArray& bytes);
+    // Replaces a number that was put before.
+    void replace(std::size_t offset, std::uint32_t value);
+
+    const char* data() const { return block_.get(); }
+    std::size_t size() const { return size_; } // 0 once memory ran out
+
+  private:
+    char* room(std::size_t bytes);
+
+    struct Free {
+        void operator()(char* block) const { std::free(block); }
+    };
+    std::unique_ptr<char, Free> block_;
+    std::size_t size_ = 0, capacity_ = 0;
+    bool failed_ = false;
+};
+
+// Records follow a header of which most is known only when the recording is closed.
 class MetafileRecorder final : public DeviceOutput {
   public:
     // `frame` may be null; `description` ends with two zeros, or is null. `file` is where the
     // metafile goes when it is closed, null for memory.
-    MetafileRecorder(const RECT* frame, LPCSTR description, std::unique_ptr<QFileDevice> file);
+    MetafileRecorder(const RECT* frame, LPCSTR description, std::unique_ptr<OutputFile> file);
     ~MetafileRecorder() override;
 
     void move_to(int x, int y) override;
@@ -31,21 +54,21 @@ class MetafileRecorder final : public DeviceOutput {
     // A pen is being released: its number in the table of objects is free again.
     void forget_pen(const GdiObject* pen);
 
-    // Completes the metafile and its file. Empty when the file could not be written.
+    // Completes the metafile and its file. Empty, with the last error set, when memory ran out at
+    // any time, or when the file could not be written.
     QByteArray close();
 
   private:
-    void put(std::uint32_t value);
     void put_record(MetafileRecord type, std::initializer_list<std::uint32_t> values);
     std::uint32_t pen_number(const Pen* pen);
     void include(int x, int y);
-    void write_header();
-    bool write_file();
+    void put_header();
+    void complete_header();
 
     ReferenceDevice device_;
-    QByteArray bytes_;
+    RecordBytes bytes_;
     QByteArray description_; // as stored: UTF-16
-    std::unique_ptr<QFileDevice> file_;
+    std::unique_ptr<OutputFile> file_;
     std::vector<const GdiObject*> objects_; // number 1 is the first; null: free
     std::size_t most_objects_ = 0;
     std::uint32_t records_ = 1; // the header

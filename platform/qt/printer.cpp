@@ -1,18 +1,21 @@
 // Printers: the desktop's print dialog, and pages drawn on what it chose.
 #include "platform/qt/device_context.h"
+#include "platform/qt/output_file.h"
 #include "platform/qt/toolkit_dialog.h"
 #include "platform/qt/window.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include <QDir>
 #include <QPainter>
 #include <QPolygon>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QTemporaryFile>
 
+#include <algorithm>
+#include <chrono>
 #include <memory>
 #include <thread>
+#include <utility>
 
 namespace platform {
 
@@ -26,15 +29,15 @@ class PrinterOutput final : public DeviceOutput {
     }
     ~PrinterOutput() override {
         if (painter_.isActive()) { // the document was not ended: nobody wants it
-            printer_->abort();
-            painter_.end();
-            remove_part();
+            abandon();
         }
     }
 
     void move_to(int x, int y) override {
-        draw_lines();
-        lines_ = QPolygon({QPoint(x, y)});
+        if (lines_.last() != QPoint(x, y)) {
+            draw_lines();
+            lines_ = QPolygon({QPoint(x, y)});
+        }
     }
     void line_to(int x, int y) override {
         constexpr qsizetype kMostLines = 1000;
@@ -60,17 +63,18 @@ class PrinterOutput final : public DeviceOutput {
 
   private:
     void draw_lines();
-    void choose_part();
-    bool install_part();
-    void remove_part();
+    bool open_file();
+    bool complete_file();
+    void abandon();
 
     std::unique_ptr<QPrinter> printer_;
     QPainter painter_;
-    QPen pen_;
-    QPolygon lines_; // begins at the current point
+    QPen pen_{Qt::black, 0}; // as the stock pen
+    QPolygon lines_;         // begins at the current point
     ABORTPROC abort_ = nullptr;
-    QString file_; // printed to; empty: a printer
-    QString part_; // what stands for it until it is complete; empty: itself
+    std::unique_ptr<OutputFile> file_;                               // printed to; null: a printer
+    QTemporaryFile part_{QDir::tempPath() + "/printing-XXXXXX.pdf"}; // until the job is complete
+    bool started_ = false;
     bool in_page_ = false;
     bool next_page_ = false; // the first begins with the document
 };
@@ -105,64 +109,48 @@ void PrinterOutput::draw_lines() {
     lines_ = QPolygon({lines_.last()});
 }
 
-// An old file goes only when the new one is complete, where the folder lets us.
-void PrinterOutput::choose_part() {
-    file_ = printer_->outputFileName();
-    const QFileInfo old(file_);
-    if (file_.isEmpty() || (old.exists() && !old.isFile())) {
-        return;
-    }
-    const QString target = old.isSymLink() ? old.symLinkTarget() : file_;
-    QTemporaryFile part(QFileInfo(target).path() + "/.printing-XXXXXX.pdf");
-    if ((!old.exists() || old.isWritable()) && part.open()) {
-        part.setAutoRemove(false);
-        file_ = target;
-        part_ = part.fileName();
-        const auto mode = old.exists() ? QFile::permissions(target)
-                                       : QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
-                                             QFile::ReadOther;
-        part.setPermissions(mode);
-        printer_->setOutputFileName(part_);
-    }
-}
-
-void PrinterOutput::remove_part() {
-    if (!part_.isEmpty()) {
-        QFile::remove(part_);
-    }
-}
-
-// The toolkit does not say whether it could write everything; a document that did not reach its end
-// mark was cut.
-bool PrinterOutput::install_part() {
-    if (part_.isEmpty()) {
+// The toolkit would write the chosen file as it goes, wait for the reader of a pipe, and never say
+// whether all could be written. So it gets another file, and we write the chosen one at the end.
+bool PrinterOutput::open_file() {
+    const QString path = printer_->outputFileName();
+    if (path.isEmpty()) {
         return true;
     }
-    QFile part(part_);
-    constexpr qint64 kTail = 16;
-    const bool complete = part.open(QIODevice::ReadOnly) &&
-                          part.seek(std::max<qint64>(0, part.size() - kTail)) &&
-                          part.readAll().contains("%%EOF");
-    part.close();
-    const bool installed = complete && std::rename(QFile::encodeName(part_).constData(),
-                                                   QFile::encodeName(file_).constData()) == 0;
-    if (!installed) {
-        remove_part();
+    file_ = std::make_unique<OutputFile>(QFile::encodeName(path).constData());
+    if (!file_->is_open() || !part_.open()) {
+        return false;
     }
-    return installed;
+    printer_->setOutputFileName(part_.fileName());
+    return true;
+}
+
+// A document that did not reach its end mark was cut.
+bool PrinterOutput::complete_file() {
+    if (file_ == nullptr) {
+        return true;
+    }
+    constexpr qsizetype kTail = 16;
+    QFile part(part_.fileName()); // opened anew, in case the toolkit has put another in its place
+    const QByteArray document = part.open(QIODevice::ReadOnly) ? part.readAll() : QByteArray();
+    return document.right(kTail).contains("%%EOF") &&
+           file_->write(document.constData(), static_cast<std::size_t>(document.size()));
+}
+
+void PrinterOutput::abandon() {
+    printer_->abort();
+    painter_.end();
+    file_ = nullptr;
 }
 
 bool PrinterOutput::start_document(const QString& name) {
-    if (painter_.isActive()) {
-        return false;
+    if (std::exchange(started_, true)) {
+        return false; // a device context is good for one document
     }
     printer_->setDocName(name);
-    choose_part();
-    if (!painter_.begin(printer_.get())) {
-        remove_part();
+    if (!open_file() || !painter_.begin(printer_.get())) {
+        file_ = nullptr;
         return false;
     }
-    next_page_ = false;
     return true;
 }
 
@@ -178,16 +166,16 @@ bool PrinterOutput::end_page(HDC device) {
     draw_lines();
     const bool open = std::exchange(in_page_, false);
     if (open && abort_ != nullptr && abort_(device, 0) == FALSE) {
-        printer_->abort();
-        painter_.end();
-        remove_part();
+        abandon();
         return false;
     }
     return open;
 }
 
 bool PrinterOutput::end_document() {
-    return painter_.isActive() && painter_.end() && install_part();
+    const bool ended = painter_.isActive() && painter_.end() && complete_file();
+    file_ = nullptr;
+    return ended;
 }
 
 PrinterOutput* printer_of(HDC handle) {

@@ -206,7 +206,7 @@ constexpr UINT CS_HREDRAW = 0x0002;
 constexpr UINT CS_DBLCLKS = 0x0008;
 constexpr DWORD WS_CHILD = 0x40000000;
 constexpr DWORD WS_BORDER = 0x00800000;
-constexpr DWORD ES_NUMBER = 0x2000;
+constexpr DWORD ES_NUMBER = 0x2000; // Here: nothing but digits can be pasted either.
 constexpr DWORD BS_DEFPUSHBUTTON = 0x0001;
 constexpr int SW_HIDE = 0;
 constexpr int SW_SHOWNORMAL = 1;
@@ -339,9 +339,10 @@ HCURSOR SetCursor(HCURSOR cursor); // Here: holds until set again, over every wi
 // Window classes and windows
 ATOM RegisterClassExA(const WNDCLASSEXA* window_class);
 // Here: top-level windows of registered classes, always with the styles of an overlapped window,
-// and in them the child controls "EDIT" and "BUTTON", whose `menu` is their id. WM_CREATE brings
-// `parameter` itself. The outer size is made with a usual frame, as the window manager's is not
-// known before the window is shown.
+// and in them the child controls "EDIT" and "BUTTON", whose `menu` is their id. Children lie over
+// what their window draws; the tab key moves among them and their window, and a click beside them
+// gives the keyboard back to it. WM_CREATE brings `parameter` itself. The outer size is made with a
+// usual frame, as the window manager's is not known before the window is shown.
 HWND CreateWindowExA(DWORD extended_style, LPCSTR class_name, LPCSTR title, DWORD style, int x,
                      int y, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                      LPVOID parameter);
@@ -349,7 +350,7 @@ BOOL DestroyWindow(HWND window);
 BOOL IsWindow(HWND window);
 BOOL ShowWindow(HWND window, int show);
 BOOL UpdateWindow(HWND window);
-HWND SetFocus(HWND window);                              // Here: a control of a dialog or a window.
+HWND SetFocus(HWND window);                              // Here: controls only.
 int GetWindowTextA(HWND window, LPSTR buffer, int size); // Here: controls only.
 BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 BOOL GetClientRect(HWND window, RECT* rect);
@@ -382,19 +383,22 @@ BOOL CheckDlgButton(HWND dialog, int id, UINT check);
 UINT IsDlgButtonChecked(HWND dialog, int id);
 
 // System dialogs. False when the user cancelled, the name has no room, or the owner went away.
+// Here: a save dialog adds no extension; the next dialog begins in the folder of the file chosen
+// last; a name that is not UTF-8 cannot be chosen.
 BOOL GetOpenFileNameA(OPENFILENAMEA* dialog);
 BOOL GetSaveFileNameA(OPENFILENAMEA* dialog);
 BOOL PrintDlgA(PRINTDLGA* dialog);
 
 // Clipboard. What is set belongs to the clipboard.
+// Here: what other programs see changes when it is closed, if it was emptied.
 BOOL OpenClipboard(HWND owner); // Here: fails only while this program holds it open.
-BOOL CloseClipboard();          // Here: other programs see what was set from now on.
+BOOL CloseClipboard();
 BOOL EmptyClipboard();
-BOOL IsClipboardFormatAvailable(UINT format); // Here: CF_TEXT only.
-HANDLE GetClipboardData(UINT format);         // Here: CF_TEXT only, from any text.
-HANDLE SetClipboardData(UINT format, HANDLE data);
+BOOL IsClipboardFormatAvailable(UINT format);      // Here: CF_TEXT only.
+HANDLE GetClipboardData(UINT format);              // Here: CF_TEXT only, from any text.
+HANDLE SetClipboardData(UINT format, HANDLE data); // Here: once it was emptied.
 
-HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes);
+HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes); // Here: movable blocks only.
 HGLOBAL GlobalFree(HGLOBAL memory);
 LPVOID GlobalLock(HGLOBAL memory);
 BOOL GlobalUnlock(HGLOBAL memory);

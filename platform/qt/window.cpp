@@ -103,6 +103,7 @@ void destroy_window(Window& window) {
     send_message(window.handle(), WM_NCDESTROY, 0, 0);
     forget_window(window.handle());
     window.dismantle();
+    post(nullptr, WM_NULL, 0, 0); // the loop of a dialog over this window may be asleep
     post(nullptr, WM_NULL, 0, 0); // the loop of a dialog that it owned may be asleep
 }
 

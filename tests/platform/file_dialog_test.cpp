@@ -69,6 +69,7 @@ class FileDialogs : public Windows {
                     user::answer(reply);
                 }
             });
+            script.await("the reply", [] { return user::question().empty(); });
         }
         script.then("cancel", [] { user::cancel_system_dialog(); });
         taken_ = ask(show, flags, script);
@@ -111,7 +112,7 @@ TEST_F(FileDialogs, OpenTakesWhatExists) {
               (Lines{kNotFound, kNotFound, kNoPath, "", "", "", "taken"}));
     EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST,
                         {in_folder("folder"), "../\"notes.txt\"", "\"../notes.txt\""}),
-              (Lines{"", kNoPath, "taken"}));
+              (Lines{"", kNotFound, "taken"}));
 }
 
 TEST_F(FileDialogs, SaveTakesNewNamesAsTypedAndAsksOnlyWhenTold) {

@@ -1,0 +1,171 @@
+// The clipboard and the memory that goes over it, with another program on the other side where
+// there is one.
+#include "tests/platform/test_windows.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <string>
+
+namespace {
+
+using namespace pelmora_test;
+
+TEST(GlobalMemory, BlocksAreToldFromOtherHandles) {
+    HGLOBAL first = GlobalAlloc(GMEM_MOVEABLE, 10);
+    HGLOBAL empty = GlobalAlloc(GMEM_MOVEABLE, 0);
+    std::memset(GlobalLock(first), 'x', 10);
+    EXPECT_EQ(GlobalLock(first), GlobalLock(first));
+    EXPECT_TRUE(GlobalUnlock(first));
+    EXPECT_TRUE(GlobalUnlock(first));
+    EXPECT_FALSE(GlobalUnlock(first));
+    EXPECT_FALSE(GlobalUnlock(first));
+    EXPECT_EQ(GlobalFree(first), nullptr);
+    EXPECT_EQ(GlobalFree(first), first);
+    EXPECT_EQ(GlobalLock(first), nullptr);
+    EXPECT_NE(GlobalLock(empty), nullptr);
+    EXPECT_EQ(GlobalFree(empty), nullptr);
+    EXPECT_EQ(GlobalFree(nullptr), nullptr);
+    EXPECT_EQ(GlobalAlloc(GMEM_MOVEABLE, std::numeric_limits<SIZE_T>::max() - 3), nullptr);
+}
+
+class Clipboards : public Windows {
+  protected:
+    static HGLOBAL block(const std::string& bytes) {
+        HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+        std::memcpy(GlobalLock(memory), bytes.data(), bytes.size());
+        GlobalUnlock(memory);
+        return memory;
+    }
+    // A metafile with one line.
+    static HENHMETAFILE picture() {
+        HDC device = CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
+        LineTo(device, 100, 50);
+        return CloseEnhMetaFile(device);
+    }
+    void copy(const std::string& text, bool with_picture) const {
+        ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
+        HGLOBAL memory = block(text + '\0');
+        EXPECT_EQ(SetClipboardData(CF_TEXT, memory), memory);
+        if (with_picture) {
+            HENHMETAFILE drawn = picture();
+            EXPECT_EQ(SetClipboardData(CF_ENHMETAFILE, drawn), drawn);
+        }
+        EXPECT_TRUE(CloseClipboard());
+    }
+    std::string paste() const {
+        if (!IsClipboardFormatAvailable(CF_TEXT)) {
+            return "(none)";
+        }
+        EXPECT_TRUE(OpenClipboard(window_));
+        HANDLE data = GetClipboardData(CF_TEXT);
+        EXPECT_EQ(GetClipboardData(CF_TEXT), data);
+        const void* bytes = data != nullptr ? GlobalLock(data) : nullptr;
+        std::string text = bytes != nullptr ? static_cast<const char*>(bytes) : "(null)";
+        EXPECT_TRUE(CloseClipboard());
+        EXPECT_EQ(GlobalLock(data), nullptr); // it was the clipboard's
+        return text;
+    }
+
+    // Runs a shell command beside our loop, which other programs need for what we offer; its
+    // output.
+    static std::string run_beside(const std::string& command) {
+        std::remove("output");
+        std::remove("done");
+        { std::ofstream("beside.sh") << "(" << command << ") >output; touch done\n"; }
+        EXPECT_EQ(std::system("sh beside.sh </dev/null 2>/dev/null &"), 0);
+        user::Script script(end_script);
+        script.await(command, [] { return std::ifstream("done").good(); });
+        run(script);
+        std::ifstream output("output", std::ios::binary);
+        return {std::istreambuf_iterator<char>(output), {}};
+    }
+};
+
+TEST_F(Clipboards, AreFilledAndReadOnlyWhileOpen) {
+    HGLOBAL text = block(std::string("one\0two", 8));
+    EXPECT_EQ(SetClipboardData(CF_TEXT, text), nullptr);
+    EXPECT_FALSE(EmptyClipboard() || CloseClipboard() || GetClipboardData(CF_TEXT) != nullptr);
+    ASSERT_TRUE(OpenClipboard(window_));
+    EXPECT_FALSE(OpenClipboard(window_) || OpenClipboard(nullptr));
+    EXPECT_EQ(SetClipboardData(CF_TEXT, text), nullptr); // not emptied, so not ours
+    EXPECT_TRUE(EmptyClipboard());
+    EXPECT_FALSE(IsClipboardFormatAvailable(CF_TEXT));
+    EXPECT_EQ(SetClipboardData(CF_TEXT, nullptr), nullptr);
+    EXPECT_EQ(SetClipboardData(CF_ENHMETAFILE, text), nullptr);
+    EXPECT_EQ(SetClipboardData(CF_TEXT, text), text);
+    EXPECT_EQ(GetClipboardData(CF_TEXT), text);
+    HGLOBAL instead = block(std::string("Größe\r\nzwei", 14));
+    EXPECT_EQ(SetClipboardData(CF_TEXT, instead), instead);
+    EXPECT_EQ(GlobalLock(text), nullptr);
+    EXPECT_TRUE(CloseClipboard());
+    EXPECT_EQ(paste(), "Größe\r\nzwei"); // had no zero
+    copy(std::string("one\0two", 7), true);
+    EXPECT_EQ(paste(), "one");
+
+    ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
+    EXPECT_TRUE(SetClipboardData(CF_ENHMETAFILE, picture()) != nullptr && CloseClipboard());
+    EXPECT_EQ(paste(), "(none)");
+    copy("", false);
+    EXPECT_EQ(paste(), "");
+    ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard() && CloseClipboard());
+    EXPECT_EQ(paste(), "(none)");
+}
+
+// Other programs are there on X11 only.
+class OtherClipboards : public Clipboards {
+  protected:
+    void SetUp() override {
+        const char* platform = std::getenv("QT_QPA_PLATFORM");
+        if (platform == nullptr || std::strcmp(platform, "xcb") != 0 ||
+            std::system("command -v xclip >/dev/null") != 0) {
+            GTEST_SKIP() << "no X server or no xclip";
+        }
+    }
+};
+
+TEST_F(OtherClipboards, SeeAllThatWasCopied) {
+    copy("Größe\n( FWD_1 )\n", true);
+    const std::string targets = run_beside("xclip -o -selection clipboard -t TARGETS");
+    for (const char* target :
+         {"UTF8_STRING", "text/plain", "image/x-emf", "image/emf", "image/png"}) {
+        EXPECT_NE(targets.find(target), std::string::npos) << target << " in " << targets;
+    }
+    EXPECT_EQ(run_beside("xclip -o -selection clipboard"), "Größe\n( FWD_1 )\n");
+    const std::string metafile = run_beside("xclip -o -selection clipboard -t image/x-emf");
+    EXPECT_EQ(metafile.substr(40, 4), " EMF");
+    EXPECT_EQ(run_beside("xclip -o -selection clipboard -t image/emf"), metafile);
+    EXPECT_EQ(run_beside("xclip -o -selection clipboard -t image/png").substr(0, 4), "\x89PNG");
+}
+
+TEST_F(OtherClipboards, GiveTheirText) {
+    const auto offer = [](const std::string& text, const std::string& options = "") {
+        std::string command = "printf '";
+        command += text;
+        command += "' | xclip -i -selection clipboard ";
+        run_beside(command + options);
+    };
+    offer("one\\r\\nGröße");
+    EXPECT_EQ(paste(), "one\r\nGröße");
+    for (const char* target : {"STRING", "TEXT", "text/plain", "'text/plain;charset=utf-8'"}) {
+        offer("( FWD_1 )", std::string("-t ") + target);
+        EXPECT_EQ(paste(), "( FWD_1 )") << target;
+    }
+    offer("Gr\\366\\337e", "-t 'text/plain;charset=iso-8859-1'");
+    EXPECT_EQ(paste(), "Größe");
+    offer("no text", "-t image/png");
+    EXPECT_EQ(paste(), "(none)");
+    offer("\\377\\376", "-t UTF8_STRING"); // no text of its encoding
+    EXPECT_EQ(paste(), "\xEF\xBF\xBD\xEF\xBF\xBD");
+
+    run_beside("head -c 20000000 /dev/zero | tr '\\0' x | xclip -i -selection clipboard");
+    EXPECT_EQ(paste().size(), 20'000'000U);
+    // Its owner ends: what it offered is gone.
+    run_beside("echo x | xclip -i -quiet -selection clipboard & sleep 0.3; kill $!");
+    EXPECT_EQ(paste(), "(none)");
+}
+
+} // namespace
