@@ -3,12 +3,11 @@
 #include "files/metafile.h"
 #include "model/parse.h"
 #include "model/print.h"
+#include "model/text.h"
 #include "services/message.h"
 #include "services/wait_cursor.h"
 
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 namespace pelmora {
 namespace {
@@ -30,11 +29,6 @@ class Clipboard {
   private:
     bool open_;
 };
-
-struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-};
-using Text = std::unique_ptr<char[], FreeText>;
 
 // Places a text; false when there is no memory for it.
 bool place_text(const char* text) {
@@ -63,7 +57,7 @@ void place_picture(const SelectedTurtle& turtle) {
 // Places text and picture; false when there is no memory for the text.
 bool place_turtle(const SelectedTurtle& turtle) {
     EmptyClipboard();
-    const Text text(turtle.program != nullptr ? expr_to_text(turtle.program) : nullptr);
+    const OwnedText text(turtle.program != nullptr ? expr_to_text(turtle.program) : nullptr);
     if (text != nullptr && !place_text(text.get())) {
         return false;
     }

@@ -32,7 +32,7 @@ LoadedText load_text(const std::string& path) {
         return failed_to("stat-ing", error.value(), path);
     }
     // Room for two bytes more than the file has: a terminating zero, and a size that may be 0.
-    std::unique_ptr<char[], FreeText> text;
+    OwnedText text;
     if (size <= SIZE_MAX - 2) {
         text.reset(static_cast<char*>(std::malloc(static_cast<std::size_t>(size) + 2)));
     }

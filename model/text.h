@@ -1,7 +1,16 @@
 // Texts that outlive the buffer they were made from.
 #pragma once
 
+#include <cstdlib>
+#include <memory>
+
 namespace pelmora {
+
+// Owner of a text that was made with malloc().
+struct FreeText {
+    void operator()(char* text) const { std::free(text); }
+};
+using OwnedText = std::unique_ptr<char[], FreeText>;
 
 // A copy of `text`; null for null and when memory runs out. The caller releases it with free().
 char* StrDup(const char* text);

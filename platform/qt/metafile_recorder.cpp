@@ -219,8 +219,8 @@ void MetafileRecorder::put_header() {
         {76, bits(device_.pixels_y)},
         {80, bits(device_.millimeters_x)},
         {84, bits(device_.millimeters_y)},
-        {100, bits(device_.millimeters_x * 1000)},
-        {104, bits(device_.millimeters_y * 1000)},
+        {100, bits(device_.millimeters_x) * 1000},
+        {104, bits(device_.millimeters_y) * 1000},
     };
     for (const auto& [offset, value] : fields) {
         bytes_.replace(offset, value);

@@ -4,19 +4,16 @@
 #include "model/expr.h"
 #include "model/parse.h"
 #include "model/print.h"
+#include "model/text.h"
 
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <string>
 
 namespace pelmora_fuzz {
 
-struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-};
-using Text = std::unique_ptr<char[], FreeText>;
+using Text = pelmora::OwnedText;
 
 // The input with a zero behind it, in a block of just that size: reading further is found.
 inline Text text_of(const std::uint8_t* data, std::size_t size) {

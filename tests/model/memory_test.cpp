@@ -10,7 +10,6 @@ namespace pelmora {
 namespace {
 
 using namespace pelmora_test;
-using FreeText = std::unique_ptr<char, void (*)(void*)>;
 
 TEST(MemoryDeathTest, NodesArraysAndDepthAreFatal) {
     const ExprTree deep = tree_of(times(1000, "( BLOCK ") + times(1000, ")"));
@@ -33,10 +32,10 @@ TEST(MemoryDeathTest, NodesArraysAndDepthAreFatal) {
 TEST(Memory, TextOfProgramIsCutAtAChild) {
     const std::string child = "( REPEAT_2 ( FWD_1 ) ( BLOCK ( RED_1 ) ) ) ";
     const ExprTree tree = tree_of("( BLOCK " + times(60, child) + ")");
-    const std::string full = FreeText(expr_to_text(tree.get()), std::free).get();
+    const std::string full = OwnedText(expr_to_text(tree.get())).get();
     std::string cut;
     for (std::size_t good = 0; cut != full; ++good) {
-        FreeText text(nullptr, std::free);
+        OwnedText text;
         {
             const FailingNew failing(good);
             text.reset(expr_to_text(tree.get()));
@@ -45,7 +44,7 @@ TEST(Memory, TextOfProgramIsCutAtAChild) {
         if (text != nullptr) {
             ASSERT_GT(std::strlen(text.get()), cut.size());
             cut = text.get();
-            const FreeText again(expr_to_text(tree_of(cut).get()), std::free);
+            const OwnedText again(expr_to_text(tree_of(cut).get()));
             EXPECT_EQ(cut, again.get());
             const std::size_t common = cut.find_last_not_of(" )\n") + 1;
             EXPECT_EQ(cut.compare(0, common, full, 0, common), 0) << cut;
@@ -57,9 +56,9 @@ TEST(Memory, TextsAreJoinedAndCopied) {
     const char* const cases[][3] = {
         {"ab", "c", "abc"}, {nullptr, "c", "c"}, {"ab", nullptr, "ab"}, {nullptr, nullptr, ""}};
     for (const auto& [first, second, result] : cases) {
-        const FreeText joined(StrJoin(first, second), std::free);
+        const OwnedText joined(StrJoin(first, second));
         EXPECT_STREQ(joined.get(), result);
-        EXPECT_STREQ(FreeText(StrDup(result), std::free).get(), result);
+        EXPECT_STREQ(OwnedText(StrDup(result)).get(), result);
     }
     EXPECT_EQ(StrDup(nullptr), nullptr);
     const FailingNew none(0);

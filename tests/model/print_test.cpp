@@ -1,5 +1,6 @@
 #include "model/print.h"
 
+#include "model/text.h"
 #include "tests/support/trees.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@ namespace {
 using namespace pelmora_test;
 
 std::string text_of(const ExprNode* root) {
-    const std::unique_ptr<char, void (*)(void*)> text(expr_to_text(root), std::free);
+    const OwnedText text(expr_to_text(root));
     return text == nullptr ? "none" : text.get();
 }
 

@@ -1,1 +1,322 @@
-// Printing: the print dialog, the printer that it gives, and the page that comes out.
+// Printing: the desktop's dialog, the printer that it gives, its jobs, and the page that comes out.
+#include "tests/files/folder.h"
+#include "tests/platform/test_windows.h"
+
+#include <QImage>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include <sys/resource.h>
+
+namespace {
+
+using namespace pelmora_test;
+
+HDC asked_device = nullptr; // by the printing system, whether to go on
+BOOL go_on = TRUE;
+
+BOOL CALLBACK AskedProc(HDC device, int) {
+    asked_device = device;
+    return go_on;
+}
+
+class Printing : public Windows {
+  protected:
+    // Opens the print dialog for a user who does this with it; whether it was accepted.
+    bool ask(user::Script& script, PRINTDLGA& dialog) const {
+        dialog.lStructSize = sizeof dialog;
+        dialog.hwndOwner = window_;
+        dialog.nFromPage = dialog.nToPage = dialog.nCopies = 1;
+        script.start();
+        const bool chosen = PrintDlgA(&dialog) != FALSE;
+        EXPECT_EQ(user::system_dialog(), "");
+        EXPECT_EQ(user::question(), "");
+        return chosen;
+    }
+
+    // The printer that writes into a file, which is replaced when it exists.
+    HDC printer_to(const std::string& path, bool exists = false) const {
+        user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
+        script.await("the dialog", [] { return user::system_dialog() == "Print"; });
+        script.then("a file", [path] { user::print_to_file(path); });
+        if (exists) {
+            script.await("the question", [] { return !user::question().empty(); });
+            script.then("replace it", [] { user::answer("Yes"); });
+        }
+        PRINTDLGA dialog{};
+        dialog.Flags = PD_RETURNDC;
+        EXPECT_TRUE(ask(script, dialog));
+        EXPECT_NE(dialog.hDC, nullptr);
+        EXPECT_EQ(SetAbortProc(dialog.hDC, AskedProc), 1);
+        return dialog.hDC;
+    }
+
+    static int start(HDC printer) {
+        DOCINFOA document{};
+        document.cbSize = sizeof document;
+        document.lpszDocName = "A document";
+        return StartDocA(printer, &document);
+    }
+};
+
+TEST_F(Printing, TheDialogGivesAPrinterOnlyWhenItIsAccepted) {
+    const Folder folder;
+    const auto dialog_with = [this](DWORD flags, const std::function<void()>& act) {
+        user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
+        script.await("the dialog", [] { return user::system_dialog() == "Print"; });
+        script.then("clicks beside it", [this] { user::click(window_, 9, 9); });
+        script.then("act", act);
+        PRINTDLGA dialog{};
+        dialog.Flags = flags;
+        take_log();
+        const bool chosen = ask(script, dialog);
+        for (const std::string& entry : take_log()) {
+            EXPECT_NE(entry.find("left"), 0U) << entry;
+        }
+        EXPECT_EQ(dialog.hDC != nullptr, chosen && flags == PD_RETURNDC);
+        EXPECT_EQ(dialog.hDevMode, nullptr);
+        EXPECT_EQ(dialog.hDevNames, nullptr);
+        DeleteDC(dialog.hDC);
+        return chosen;
+    };
+    const auto to_file = [&] { user::print_to_file(folder.path("page.pdf")); };
+    EXPECT_FALSE(dialog_with(PD_RETURNDC, [] { user::cancel_system_dialog(); }));
+    EXPECT_TRUE(dialog_with(0, to_file));
+    EXPECT_TRUE(dialog_with(PD_RETURNDC, to_file));
+    EXPECT_FALSE(dialog_with(PD_RETURNDC, [this] { DestroyWindow(window_); }));
+    EXPECT_EQ(folder.count(), 0);
+}
+
+TEST_F(Printing, ThePaperHasMarginsAndPixelsForUnits) {
+    const Folder folder;
+    HDC printer = printer_to(folder.path("page.pdf"));
+    const int width = GetDeviceCaps(printer, PHYSICALWIDTH);
+    const int height = GetDeviceCaps(printer, PHYSICALHEIGHT);
+    const int left = GetDeviceCaps(printer, PHYSICALOFFSETX);
+    const int top = GetDeviceCaps(printer, PHYSICALOFFSETY);
+    EXPECT_GT(height, width);
+    EXPECT_GT(left, 0);
+    EXPECT_GT(top, 0);
+    EXPECT_NEAR(GetDeviceCaps(printer, HORZRES), width - 2 * left, 2);
+    EXPECT_NEAR(GetDeviceCaps(printer, VERTRES), height - 2 * top, 2);
+    EXPECT_GT(width, 8 * 600); // so many that a pixel is thin
+    EXPECT_EQ(SetMapMode(printer, MM_TEXT), MM_TEXT);
+    EXPECT_EQ(SetMapMode(printer, MM_LOMETRIC), 0);
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(CloseEnhMetaFile(printer), nullptr);
+    EXPECT_TRUE(DeleteDC(printer));
+}
+
+TEST_F(Printing, AJobGoesThroughItsCallsInOrder) {
+    const Folder folder;
+    const std::string path = folder.path("a 'page' \"ü\".pdf");
+    HDC printer = printer_to(path);
+    EXPECT_LE(StartPage(printer), 0);
+    EXPECT_LE(EndPage(printer), 0);
+    EXPECT_LE(EndDoc(printer), 0);
+    EXPECT_GT(start(printer), 0);
+    EXPECT_LE(start(printer), 0);
+    EXPECT_GT(StartPage(printer), 0);
+    EXPECT_LE(StartPage(printer), 0);
+    EXPECT_EQ(LineTo(printer, 100, 100), 1);
+    asked_device = nullptr;
+    EXPECT_GT(EndPage(printer), 0);
+    EXPECT_EQ(asked_device, printer);
+    EXPECT_LE(EndPage(printer), 0);
+    EXPECT_GT(EndDoc(printer), 0);
+    EXPECT_EQ(content_of(path).substr(0, 5), "%PDF-");
+    EXPECT_LE(EndDoc(printer), 0);
+    EXPECT_TRUE(DeleteDC(printer));
+    EXPECT_EQ(content_of(path).substr(0, 5), "%PDF-");
+    EXPECT_EQ(folder.count(), 1);
+
+    HDC memory = CreateCompatibleDC(nullptr);
+    for (HDC other : {memory, HDC{nullptr}}) {
+        EXPECT_LE(SetAbortProc(other, AskedProc), 0);
+        EXPECT_LE(start(other), 0);
+        EXPECT_LE(StartPage(other), 0);
+        EXPECT_LE(EndPage(other), 0);
+        EXPECT_LE(EndDoc(other), 0);
+    }
+    DeleteDC(memory);
+}
+
+TEST_F(Printing, AnUnfinishedJobLeavesTheOldFile) {
+    const Folder folder;
+    const std::string path = folder.path("page.pdf");
+    write_file(path, "old");
+    HDC deleted = printer_to(path, true);
+    EXPECT_GT(start(deleted), 0);
+    EXPECT_GT(StartPage(deleted), 0);
+    LineTo(deleted, 100, 100);
+    EXPECT_TRUE(DeleteDC(deleted));
+    EXPECT_EQ(content_of(path), "old");
+
+    HDC aborted = printer_to(path, true);
+    EXPECT_GT(start(aborted), 0);
+    EXPECT_GT(StartPage(aborted), 0);
+    LineTo(aborted, 100, 100);
+    go_on = FALSE;
+    EXPECT_LE(EndPage(aborted), 0);
+    go_on = TRUE;
+    EXPECT_LE(EndDoc(aborted), 0);
+    EXPECT_TRUE(DeleteDC(aborted));
+    EXPECT_EQ(content_of(path), "old");
+    EXPECT_EQ(folder.count(), 1);
+}
+
+TEST_F(Printing, AFullDiskOrAFolderThatWentLeavesNothing) {
+    const Folder folder;
+    const std::string path = folder.path("page.pdf");
+    write_file(path, "old");
+    HDC printer = printer_to(path, true);
+    const auto signal_before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{500, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    const bool ended = start(printer) > 0 && StartPage(printer) > 0 &&
+                       LineTo(printer, 100, 100) == 1 && EndPage(printer) > 0 &&
+                       EndDoc(printer) > 0;
+    DeleteDC(printer);
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, signal_before);
+    EXPECT_FALSE(ended);
+    EXPECT_EQ(content_of(path), "old");
+    EXPECT_EQ(folder.count(), 1);
+
+    printer = printer_to("/dev/full", true);
+    EXPECT_TRUE(start(printer) > 0 && StartPage(printer) > 0 && EndPage(printer) > 0);
+    EXPECT_LE(EndDoc(printer), 0);
+    DeleteDC(printer);
+
+    std::filesystem::create_directory(folder.path("gone"));
+    printer = printer_to(folder.path("gone/page.pdf"));
+    std::filesystem::remove_all(folder.path("gone"));
+    EXPECT_LE(start(printer), 0);
+    EXPECT_LE(StartPage(printer), 0);
+    EXPECT_LE(EndDoc(printer), 0);
+    EXPECT_TRUE(DeleteDC(printer));
+    EXPECT_EQ(folder.count(), 1);
+}
+
+// How dark a part of a row or a column of a page is, in black pixels, and the middle of that.
+struct Darkness {
+    double pixels, middle;
+};
+
+Darkness darkness(const QImage& page, QPoint from, QPoint step, int count) {
+    Darkness dark{0, 0};
+    for (int i = 0; i < count; ++i) {
+        const double ink = (255 - qGreen(page.pixel(from + i * step))) / 255.0;
+        dark = {dark.pixels + ink, dark.middle + ink * (i + 0.5)};
+    }
+    return {dark.pixels, dark.pixels > 0 ? dark.middle / dark.pixels : -1};
+}
+
+class PrintedPage : public Printing {
+  protected:
+    // Prints what is drawn and takes a picture of the page.
+    template <typename Draw>
+    void print(Draw draw) {
+        const std::string path = folder_.path("page.pdf");
+        HDC printer = printer_to(path);
+        paper_width_ = GetDeviceCaps(printer, PHYSICALWIDTH);
+        left_ = GetDeviceCaps(printer, PHYSICALOFFSETX);
+        top_ = GetDeviceCaps(printer, PHYSICALOFFSETY);
+        EXPECT_GT(start(printer), 0);
+        EXPECT_GT(StartPage(printer), 0);
+        draw(printer);
+        EXPECT_GT(EndPage(printer), 0);
+        EXPECT_GT(EndDoc(printer), 0);
+        DeleteDC(printer);
+        const std::string told = folder_.path("told");
+        const std::string command = "pdfinfo '" + path + "' >'" + told + "' && pdftoppm -r 300 '" +
+                                    path + "' '" + folder_.path("page") + "'";
+        EXPECT_EQ(std::system(command.c_str()), 0);
+        EXPECT_NE(content_of(told).find("Title:           A document\n"), std::string::npos);
+        EXPECT_NE(content_of(told).find("Pages:           1\n"), std::string::npos);
+        page_ = QImage(QString::fromStdString(folder_.path("page-1.ppm")));
+        ASSERT_FALSE(page_.isNull());
+        dot_ = 1.0 * page_.width() / paper_width_;
+    }
+    // Pixels of the page, from a place in printer pixels.
+    double x(double place) const { return (left_ + place) * dot_; }
+    double y(double place) const { return (top_ + place) * dot_; }
+    Darkness across_row(double from, double to, double row) const {
+        const Darkness dark = darkness(page_, QPoint(int(x(from)), int(y(row))), QPoint(1, 0),
+                                       int((to - from) * dot_));
+        return {dark.pixels / dot_, from + dark.middle / dot_};
+    }
+    Darkness across_column(double from, double to, double column) const {
+        const Darkness dark = darkness(page_, QPoint(int(x(column)), int(y(from))), QPoint(0, 1),
+                                       int((to - from) * dot_));
+        return {dark.pixels / dot_, from + dark.middle / dot_};
+    }
+
+    Folder folder_;
+    QImage page_;
+    double paper_width_ = 0, left_ = 0, top_ = 0; // printer pixels
+    double dot_ = 0;                              // pixels of the picture for one of the printer
+};
+
+void cross(HDC printer, int pen_width, COLORREF color, int x, int y) {
+    constexpr int kArm = 300;
+    HPEN pen = CreatePen(PS_SOLID, pen_width, color);
+    HGDIOBJ before = SelectObject(printer, pen);
+    MoveToEx(printer, x - kArm, y, nullptr);
+    LineTo(printer, x + kArm, y);
+    MoveToEx(printer, x, y - kArm, nullptr);
+    LineTo(printer, x, y + kArm);
+    SelectObject(printer, before);
+    DeleteObject(pen);
+}
+
+TEST_F(PrintedPage, HasLinesWhereTheyBelongAndAsWideAsTheirPens) {
+    if (std::system("command -v pdftoppm pdfinfo >/dev/null") != 0) {
+        GTEST_SKIP() << "no program that reads PDF";
+    }
+    const struct {
+        int pen, x, y;
+        double seen; // renderers draw at least a pixel, here 4 of the printer's
+    } crosses[] = {
+        {0, 1000, 700, 4}, {4, 3000, 700, 4}, {40, 5000, 700, 40}, {200, 3000, 5000, 200}};
+    print([&](HDC printer) {
+        for (const auto& c : crosses) {
+            cross(printer, c.pen, RGB(200, 0, 100), c.x, c.y);
+        }
+        MoveToEx(printer, 7000, 3000, nullptr);
+        LineTo(printer, 7000, 3000); // a thin pen's line without length
+        HPEN wide = CreatePen(PS_SOLID, 100, RGB(0, 0, 0));
+        HGDIOBJ before = SelectObject(printer, wide);
+        MoveToEx(printer, 7000, 4000, nullptr);
+        LineTo(printer, 7000, 4000); // a wide one's
+        // The printable corner itself, of which a quarter of the pen's end is seen.
+        MoveToEx(printer, 0, 0, nullptr);
+        LineTo(printer, 0, 0);
+        SelectObject(printer, before);
+        DeleteObject(wide);
+    });
+    for (const auto& c : crosses) {
+        SCOPED_TRACE(c.pen);
+        const Darkness down = across_row(c.x - 250, c.x + 250, c.y - 200);
+        EXPECT_NEAR(down.pixels, c.seen, 2.5);
+        EXPECT_NEAR(down.middle, c.x, 4);
+        const Darkness along = across_column(c.y - 250, c.y + 250, c.x + 200);
+        EXPECT_NEAR(along.pixels, c.seen, 2.5);
+        EXPECT_NEAR(along.middle, c.y, 4);
+    }
+    EXPECT_EQ(page_.pixel(int(x(3000)), int(y(5000))), qRgb(200, 0, 100));
+    EXPECT_EQ(across_row(6500, 7500, 3000).pixels, 0);
+    const Darkness dot = across_row(6500, 7500, 4000);
+    EXPECT_NEAR(dot.pixels, 100, 6);
+    EXPECT_NEAR(dot.middle, 7000, 4);
+    EXPECT_EQ(page_.pixel(int(x(10)), int(y(10))), qRgb(0, 0, 0));
+    EXPECT_EQ(page_.pixel(int(x(60)), int(y(60))), qRgb(255, 255, 255));
+}
+
+} // namespace

@@ -1,0 +1,138 @@
+// What Copy places, and what Paste makes of what it finds.
+#include "files/clipboard.h"
+#include "resources/resource.h"
+#include "tests/support/failing_new.h"
+#include "tests/support/metafile_text.h"
+#include "tests/support/trees.h"
+#include "tour/user.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace pelmora;
+using namespace pelmora_test;
+
+// What the one alert says that an action shows.
+std::string alert_of(const std::function<void()>& action) {
+    std::string text;
+    std::string failure = "the script did not end";
+    user::Script script([&](const std::string& result) { failure = result; });
+    script.await("an alert", [] { return user::find_window("Dialog") != nullptr; })
+        .then("close it", [&] {
+            HWND alert = user::find_window("Dialog");
+            text = user::text(alert, IDC_MESSAGE_TEXT);
+            user::press(alert, "Return");
+        });
+    script.await("its end", [] { return user::find_window("Dialog") == nullptr; });
+    script.start();
+    action();
+    return text;
+}
+
+void set_clipboard(UINT format, HANDLE data) {
+    ASSERT_TRUE(OpenClipboard(nullptr) && EmptyClipboard());
+    EXPECT_EQ(SetClipboardData(format, data), data);
+    EXPECT_TRUE(CloseClipboard());
+}
+
+void set_text(const std::string& text) {
+    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+    GlobalUnlock(memory);
+    set_clipboard(CF_TEXT, memory);
+}
+
+class ClipboardOf : public testing::Test {
+  protected:
+    ClipboardOf() { ctx_.max_steps = kDefaultMaxSteps; }
+
+    bool copy(const std::string& program) {
+        const ExprTree tree = program.empty() ? nullptr : tree_of(program);
+        return CopyTurtle(nullptr, {&ctx_, tree.get(), {}});
+    }
+    // The program that a paste brings; "nothing" when it brings none.
+    std::string paste() {
+        std::string pasted = "nothing";
+        EXPECT_FALSE(PasteTurtle(nullptr, {&ctx_, nullptr, [&](ExprNode* tree) {
+                                               const ExprTree owner(tree);
+                                               pasted = line_of(tree);
+                                           }}));
+        return pasted;
+    }
+
+    DrawContext ctx_{};
+};
+
+TEST_F(ClipboardOf, CopyPlacesTextAndASquarePicture) {
+    ASSERT_TRUE(copy("( BLOCK ( FWD_50 ) ( LEFT_90 ) ( FWD_10 ) )"));
+    EXPECT_EQ(user::copied("text/plain"),
+              "( BLOCK\n   ( FWD_50 )\n   ( LEFT_90 )\n   ( FWD_10 )\n)\n");
+    // 54 by 14 units fill 20320 by 20320; the path itself keeps its margins of 2.
+    const std::vector<std::string> records = metafile_lines(user::copied("image/x-emf"));
+    ASSERT_FALSE(records.empty());
+    EXPECT_NE(records[0].find(" handles 2 description Pelmora/MetaFile"), std::string::npos);
+    EXPECT_EQ(std::vector(records.begin() + 1, records.end()),
+              (std::vector<std::string>{"SETMAPMODE 2", "CREATEPEN 1 width 0 color 0x000000",
+                                        "SELECTOBJECT 1", "MOVETOEX 0 0", "LINETO 18815 0",
+                                        "MOVETOEX 18815 0", "LINETO 18815 -14514", "EOF"}));
+}
+
+TEST_F(ClipboardOf, ATurtleWithoutAProgramIsAnEmptyPicture) {
+    set_text("old");
+    ASSERT_TRUE(copy(""));
+    EXPECT_FALSE(IsClipboardFormatAvailable(CF_TEXT));
+    EXPECT_EQ(metafile_lines(user::copied("image/x-emf")).back(), "EOF");
+    EXPECT_EQ(paste(), "nothing"); // and no alert, which nobody would answer
+}
+
+TEST_F(ClipboardOf, PasteReadsEveryLayout) {
+    set_text(" ( FWD_1 ) ");
+    EXPECT_EQ(paste(), "( FWD_1 )");
+    set_text("( BLOCK\r\n    ( FWD_1 )\r\n    ( IF_PEN_UP\r\n    )\r\n)\r\n");
+    EXPECT_EQ(paste(), "( BLOCK ( FWD_1 ) ( IF_PEN_UP ) )");
+    ASSERT_TRUE(copy("( REPEAT_3 ( RIGHT_45 ) ( PEN_UP ) )"));
+    EXPECT_EQ(paste(), "( REPEAT_3 ( RIGHT_45 ) ( PEN_UP ) )");
+    EXPECT_TRUE(OpenClipboard(nullptr)); // nothing has left it open
+    CloseClipboard();
+}
+
+TEST_F(ClipboardOf, WhatDoesNotParseIsRefused) {
+    for (const char* text : {"", "Dear Sir", "( NONSENSE )"}) {
+        set_text(text);
+        EXPECT_EQ(alert_of([&] { EXPECT_EQ(paste(), "nothing"); }),
+                  "Could not parse expression on Clipboard. It does not appear to be a valid "
+                  "Tarnwick program.");
+    }
+}
+
+TEST_F(ClipboardOf, AClipboardThatSomeoneHoldsIsLeftAlone) {
+    set_text("( FWD_1 )");
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EXPECT_EQ(alert_of([&] { EXPECT_FALSE(copy("( FWD_2 )")); }), "Could not open clipboard.");
+    EXPECT_EQ(alert_of([&] { EXPECT_EQ(paste(), "nothing"); }), "Could not open clipboard.");
+    CloseClipboard();
+    EXPECT_EQ(paste(), "( FWD_1 )");
+}
+
+TEST_F(ClipboardOf, WithoutMemoryForTheTextNothingIsPlaced) {
+    set_text("old");
+    const ExprTree tree = tree_of("( FWD_1 )");
+    constexpr std::size_t kForTheText = 2; // the text grows twice
+    EXPECT_EQ(alert_of([&] {
+                  const FailingNew fail(kForTheText);
+                  EXPECT_FALSE(CopyTurtle(nullptr, {&ctx_, tree.get(), {}}));
+              }),
+              "Could not allocate memory for Copy.");
+    EXPECT_FALSE(IsClipboardFormatAvailable(CF_TEXT));
+    EXPECT_FALSE(IsClipboardFormatAvailable(CF_ENHMETAFILE));
+    EXPECT_TRUE(OpenClipboard(nullptr));
+    CloseClipboard();
+}
+
+} // namespace
