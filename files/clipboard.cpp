@@ -56,6 +56,7 @@ void place_picture(const SelectedTurtle& turtle) {
 
 // Places text and picture; false when there is no memory for the text.
 bool place_turtle(const SelectedTurtle& turtle) {
+    const WaitCursor wait;
     EmptyClipboard();
     const OwnedText text(turtle.program != nullptr ? expr_to_text(turtle.program) : nullptr);
     if (text != nullptr && !place_text(text.get())) {
@@ -67,6 +68,7 @@ bool place_turtle(const SelectedTurtle& turtle) {
 
 // The program in the clipboard's text. False when there is no text to be had.
 bool read_program(ExprTree* tree) {
+    const WaitCursor wait;
     HANDLE data = GetClipboardData(CF_TEXT);
     const void* text = data != nullptr ? GlobalLock(data) : nullptr;
     if (text == nullptr) {
@@ -85,7 +87,6 @@ bool CopyTurtle(HWND owner, const SelectedTurtle& turtle) {
         ShowMessage(owner, "Could not open clipboard.");
         return false;
     }
-    const WaitCursor wait;
     if (!place_turtle(turtle)) {
         ShowMessage(owner, "Could not allocate memory for Copy.");
         return false;
@@ -102,7 +103,6 @@ bool PasteTurtle(HWND owner, const SelectedTurtle& turtle) {
         ShowMessage(owner, "Could not open clipboard.");
         return false;
     }
-    const WaitCursor wait;
     ExprTree tree;
     if (!read_program(&tree)) {
         return false;

@@ -22,7 +22,8 @@ void SaveTurtleMetafile(HWND owner, const SelectedTurtle& turtle);
 INT_PTR CALLBACK MetafileMappingDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam);
 
 // Saves the turtle as a metafile with the settings as they are. A file that cannot be made is
-// passed over; one that cannot be completed is mentioned in the error log, and the old one stays.
+// passed over; one that cannot be completed is mentioned in the error log, and the old one stays
+// where the platform writes files as a whole.
 void write_metafile(const std::string& name, const SelectedTurtle& turtle);
 
 // Records the picture that Copy places: 20320 by 20320 units of 0.1 mm, whatever the shape of the

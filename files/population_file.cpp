@@ -88,11 +88,12 @@ int store_population_text(char* text, Population* pop, const ProgramReplaced& re
     }
     int stored = 0;
     bool first = true;
+    int faults_left = kMostParseFaults; // of the whole file
     for (char* line = text; *line != '\0' && stored < pop->size; first = false) {
         char* end = line + std::strcspn(line, kLineBreaks);
         char* next = end + std::strspn(end, kLineBreaks);
         *end = '\0';
-        ExprNode* tree = first ? nullptr : parse_expr(line);
+        ExprNode* tree = first ? nullptr : parse_expr(line, &faults_left);
         if (tree != nullptr) {
             store_program(&pop->lifers[stored++], tree, replaced);
         }

@@ -14,8 +14,9 @@ extern std::string printPenWidth; // the pen's width in printer pixels as typed,
 extern bool printDialogOk;        // the pen width dialog was closed with OK
 extern BOOL printContinue;        // what PrintAbortProc answers
 
-// Asks for the pen's width and the printer, and prints. 0 when the first dialog was dismissed, 1
-// otherwise. `ctx` is left as the drawing leaves it. Failures are not mentioned to the user.
+// Asks for the pen's width and the printer, and prints. 0 when the first dialog was dismissed or
+// the owner went, 1 otherwise. `ctx` is left as the drawing leaves it. Failures are not mentioned
+// to the user.
 int PrintTurtleTree(HWND owner, DrawContext* ctx, const ExprNode* tree);
 
 // The procedure of the pen width dialog.

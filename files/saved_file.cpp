@@ -53,6 +53,12 @@ fs::path beside(const fs::path& target, int number) {
     return target.parent_path() / ("." + name + ".saving" + std::to_string(number));
 }
 
+// Whether nothing can ever be made beside the target. Any other failure, of a full disk say, would
+// only destroy the old file.
+bool may_write_in_place(int error) {
+    return error == EACCES || error == EPERM || error == EROFS || error == ENAMETOOLONG;
+}
+
 } // namespace
 
 SavedFile::SavedFile(const std::string& path) : target_(resolved(path)) {
@@ -70,11 +76,14 @@ SavedFile::SavedFile(const std::string& path) : target_(resolved(path)) {
     if (!probe.opened()) {
         return;
     }
-    if (fs::is_regular_file(old) && open_beside()) {
-        fs::permissions(temporary_, old.permissions(), error);
-    }
-    if (stream_ == nullptr) {
+    if (!fs::is_regular_file(old)) {
         stream_ = std::fopen(target_.string().c_str(), "wb");
+    } else if (open_beside()) {
+        fs::permissions(temporary_, old.permissions(), error);
+    } else if (may_write_in_place(errno)) {
+        stream_ = std::fopen(target_.string().c_str(), "wb");
+    } else {
+        log_failure(errno);
     }
 }
 
@@ -100,6 +109,10 @@ bool SavedFile::open_beside() {
     return stream_ != nullptr;
 }
 
+void SavedFile::log_failure(int error) const {
+    std::fprintf(stderr, "ERROR SAVE FILE '%s' = %d\n", target_.string().c_str(), error);
+}
+
 void SavedFile::remove_temporary() {
     std::error_code error;
     if (!temporary_.empty()) {
@@ -122,7 +135,7 @@ bool SavedFile::commit() {
     if (!error) {
         return true;
     }
-    std::fprintf(stderr, "ERROR SAVE FILE '%s' = %d\n", target_.string().c_str(), error.value());
+    log_failure(error.value());
     remove_temporary();
     return false;
 }

@@ -39,6 +39,7 @@ class SavedFile {
   private:
     bool open_beside();
     void remove_temporary();
+    void log_failure(int error) const;
 
     std::filesystem::path target_;    // links resolved
     std::filesystem::path temporary_; // empty: written in place

@@ -13,6 +13,22 @@ constexpr std::size_t kMaxChildren = 64; // a block that has read so many reads 
 constexpr std::size_t kSymbolBytes = 128;
 constexpr std::size_t kSymbolLimit = 127;
 
+// Reports faults to the error log as long as there may be more of them.
+class Faults {
+  public:
+    explicit Faults(int* left) : left_(left) {}
+
+    // True when one more may be reported, which is counted off.
+    bool more() const {
+        const bool may = *left_ > 0;
+        *left_ -= may ? 1 : 0;
+        return may;
+    }
+
+  private:
+    int* left_;
+};
+
 bool is_space(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
@@ -42,22 +58,28 @@ void parse_symbol(const char*& cursor, char* buffer, std::size_t limit) {
 
 // Reads "( NAME", and of a terminal its ")" as well. Null when there is no such node. The cursor
 // stands on the "(".
-ExprNode* parse_node(const char*& cursor) {
+ExprNode* parse_node(const char*& cursor, Faults faults) {
     const char* entry = cursor;
     cursor = skip_space(cursor + 1);
     if (*cursor == ')' || *cursor == '\0') {
-        std::fprintf(stderr, "ERROR: EMPTY EXPRESSION <%.32s>\n", entry);
+        if (faults.more()) {
+            std::fprintf(stderr, "ERROR: EMPTY EXPRESSION <%.32s>\n", entry);
+        }
         return nullptr;
     }
     char symbol[kSymbolBytes];
     parse_symbol(cursor, symbol, kSymbolLimit);
     if (symbol[0] == '\0') {
-        std::fprintf(stderr, "ERROR: BAD SYMBOL <%.32s>\n", cursor);
+        if (faults.more()) {
+            std::fprintf(stderr, "ERROR: BAD SYMBOL <%.32s>\n", cursor);
+        }
         return nullptr;
     }
     const OpCode op = op_lookup(symbol);
     if (op == NO_OP) {
-        std::fprintf(stderr, "parse_sub_tree: UNKNOWN OP '%.64s' @ <%.64s>\n", symbol, cursor);
+        if (faults.more()) {
+            std::fprintf(stderr, "parse_sub_tree: UNKNOWN OP '%.64s' @ <%.64s>\n", symbol, cursor);
+        }
         return nullptr;
     }
     ExprNode* node = expr_new_node(op_kind(op));
@@ -67,7 +89,9 @@ ExprNode* parse_node(const char*& cursor) {
         if (*cursor == ')') {
             ++cursor;
         } else {
-            std::fprintf(stderr, "ERROR: TERMINAL Not terminated! <%.96s>\n", entry);
+            if (faults.more()) {
+                std::fprintf(stderr, "ERROR: TERMINAL Not terminated! <%.96s>\n", entry);
+            }
         }
     }
     return node;
@@ -76,6 +100,8 @@ ExprNode* parse_node(const char*& cursor) {
 // The function nodes whose children are being read, the innermost on top.
 class OpenBlocks {
   public:
+    explicit OpenBlocks(Faults faults) : faults_(faults) {}
+
     [[nodiscard]] bool empty() const { return blocks_.empty(); }
 
     // Opens the block of `node`, whose text begins at `text`.
@@ -87,7 +113,10 @@ class OpenBlocks {
     void add(ExprNode* child, const char* cursor) {
         Block& block = blocks_.top();
         if (child == nullptr) {
-            std::fprintf(stderr, "ERROR: BAD CHILD - <%.32s>\nEXPR: %.96s\n", cursor, block.text);
+            if (faults_.more()) {
+                std::fprintf(stderr, "ERROR: BAD CHILD - <%.32s>\nEXPR: %.96s\n", cursor,
+                             block.text);
+            }
             block.ended = true;
             return;
         }
@@ -102,7 +131,9 @@ class OpenBlocks {
         }
         cursor = skip_space(cursor);
         if (*cursor != '(' && *cursor != ')') {
-            std::fprintf(stderr, "ERROR: parse_expr_block: BAD CHILD EXPR <%.64s>\n", cursor);
+            if (faults_.more()) {
+                std::fprintf(stderr, "ERROR: parse_expr_block: BAD CHILD EXPR <%.64s>\n", cursor);
+            }
         }
         return *cursor == '(';
     }
@@ -116,13 +147,17 @@ class OpenBlocks {
             attach(block.node, children, count);
             ++cursor;
         } else {
-            std::fprintf(stderr, "parse_expr_block: UNSUCCESSFUL\n");
+            if (faults_.more()) {
+                std::fprintf(stderr, "parse_expr_block: UNSUCCESSFUL\n");
+            }
             std::for_each_n(children, count, expr_free_tree);
         }
         children_.shrink(block.first);
         if (count == kMaxChildren) {
-            std::fprintf(stderr, "ERROR: TOO MANY CHILDREN - <%.32s>\nEXPR: %.96s\n", cursor,
-                         block.text);
+            if (faults_.more()) {
+                std::fprintf(stderr, "ERROR: TOO MANY CHILDREN - <%.32s>\nEXPR: %.96s\n", cursor,
+                             block.text);
+            }
         }
         return block.node;
     }
@@ -143,6 +178,7 @@ class OpenBlocks {
         }
     }
 
+    Faults faults_;
     WorkStack<Block> blocks_;
     // Of all open blocks: those of an inner block lie above those of the block around it, so that
     // a deep text costs no list of 64 a level.
@@ -150,10 +186,10 @@ class OpenBlocks {
 };
 
 // The node on whose "(" the cursor stands, with everything below it, or null.
-ExprNode* parse_sub_tree(const char*& cursor) {
-    OpenBlocks blocks;
+ExprNode* parse_sub_tree(const char*& cursor, Faults faults) {
+    OpenBlocks blocks(faults);
     for (;;) {
-        ExprNode* node = parse_node(cursor);
+        ExprNode* node = parse_node(cursor, faults);
         if (node != nullptr && node->kind == FUNCTION) {
             blocks.open(node, cursor);
         } else if (blocks.empty()) {
@@ -174,12 +210,20 @@ ExprNode* parse_sub_tree(const char*& cursor) {
 } // namespace
 
 ExprNode* parse_expr(const char* text) {
+    int faults_left = kMostParseFaults;
+    return parse_expr(text, &faults_left);
+}
+
+ExprNode* parse_expr(const char* text, int* faults_left) {
+    const Faults faults(faults_left);
     const char* cursor = std::strchr(text, '(');
     if (cursor == nullptr) {
-        std::fprintf(stderr, "ERROR: PARSE EXPR has no opening paren!\n");
+        if (faults.more()) {
+            std::fprintf(stderr, "ERROR: PARSE EXPR has no opening paren!\n");
+        }
         return nullptr;
     }
-    return parse_sub_tree(cursor);
+    return parse_sub_tree(cursor, faults);
 }
 
 } // namespace pelmora

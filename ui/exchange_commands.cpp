@@ -11,6 +11,8 @@
 #include "ui/breeding_commands.h"
 #include "ui/engine_window.h"
 
+#include <utility>
+
 namespace pelmora {
 namespace {
 
@@ -18,17 +20,29 @@ const ExprNode* selected_program(const LogoWindow* record) {
     return LogoSelectedLifer(record)->program;
 }
 
-SelectedTurtle selected_turtle(HWND window, LogoWindow* record) {
-    return {&record->drawContext, selected_program(record),
-            [window, record](ExprNode* tree) { LogoReplaceTurtle(window, record, tree); }};
+// A copy of the program, for a command that opens dialogs: while another window's dialog keeps the
+// command from going on, this window may be used again and the program be replaced.
+ExprTree copied_program(const LogoWindow* record) {
+    const ExprNode* program = selected_program(record);
+    return ExprTree(program != nullptr ? expr_copy_tree(program) : nullptr);
+}
+
+// Replaces the selected turtle, if there is one by now.
+void replace_selected(HWND window, LogoWindow* record, ExprTree tree) {
+    if (LogoSelectedLifer(record) != nullptr) {
+        LogoReplaceTurtle(window, record, tree.release());
+    }
+}
+
+SelectedTurtle selected_turtle(HWND window, LogoWindow* record, const ExprNode* program) {
+    return {&record->drawContext, program,
+            [window, record](ExprNode* tree) { replace_selected(window, record, ExprTree(tree)); }};
 }
 
 } // namespace
 
 void LogoEditTurtle(HWND, LogoWindow* record) {
-    const ExprNode* program = selected_program(record);
-    ExprTree copy(program != nullptr ? expr_copy_tree(program) : nullptr);
-    HWND editor = CreateEngineWindow(AppInstance(), std::move(copy));
+    HWND editor = CreateEngineWindow(AppInstance(), copied_program(record));
     if (editor != nullptr) {
         ShowWindow(editor, SW_SHOW);
         UpdateWindow(editor);
@@ -38,32 +52,33 @@ void LogoEditTurtle(HWND, LogoWindow* record) {
 void LogoLoadTurtle(HWND window, LogoWindow* record) {
     ExprTree tree(LoadTurtleFile(window));
     if (tree != nullptr && IsWindow(window)) {
-        LogoReplaceTurtle(window, record, tree.release());
+        replace_selected(window, record, std::move(tree));
     }
 }
 
 void LogoSaveTurtle(HWND window, LogoWindow* record) {
-    SaveTurtleFile(window, selected_program(record));
+    SaveTurtleFile(window, copied_program(record).get());
 }
 
 void LogoSaveEPS(HWND window, LogoWindow* record) {
-    SaveTurtleEPS(window, &record->drawContext, selected_program(record));
+    SaveTurtleEPS(window, &record->drawContext, copied_program(record).get());
 }
 
 void LogoSaveMetafile(HWND window, LogoWindow* record) {
-    SaveTurtleMetafile(window, selected_turtle(window, record));
+    const ExprTree program = copied_program(record);
+    SaveTurtleMetafile(window, selected_turtle(window, record, program.get()));
 }
 
 void LogoCopyTurtle(HWND window, LogoWindow* record) {
-    CopyTurtle(window, selected_turtle(window, record));
+    CopyTurtle(window, selected_turtle(window, record, selected_program(record)));
 }
 
 void LogoPasteTurtle(HWND window, LogoWindow* record) {
-    PasteTurtle(window, selected_turtle(window, record));
+    PasteTurtle(window, selected_turtle(window, record, selected_program(record)));
 }
 
 void LogoPrintTurtle(HWND window, LogoWindow* record) {
-    PrintTurtleTree(window, &record->drawContext, selected_program(record));
+    PrintTurtleTree(window, &record->drawContext, copied_program(record).get());
 }
 
 void LogoSavePop(HWND window, LogoWindow* record) {

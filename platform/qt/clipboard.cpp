@@ -38,7 +38,9 @@ class Offer : public QMimeData {
         }
     }
     QStringList formats() const override {
-        return picture_.isEmpty() ? QMimeData::formats() : QMimeData::formats() << kPixels;
+        return picture_.isEmpty() || draw_metafile(picture_, 1).isNull()
+                   ? QMimeData::formats()
+                   : QMimeData::formats() << kPixels;
     }
 
   protected:

@@ -27,8 +27,10 @@ void write_remark(QtMsgType, const QMessageLogContext&, const QString& text) {
 int main(int argc, char* argv[]) {
     remarks = ::dup(STDERR_FILENO);
     qInstallMessageHandler(write_remark);
-    // A pipe whose reader is gone is an error of the write, not the end of the program.
+    // A pipe whose reader is gone and a limit on the size of files are errors of the write, not the
+    // end of the program.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     // A client pixel is a pixel of the screen, as the pictures are made pixel by pixel; text and
     // menus still follow the desktop's font size.
     if (!qEnvironmentVariableIsSet("QT_ENABLE_HIGHDPI_SCALING")) {

@@ -47,6 +47,12 @@ bool close_file(int& file) {
     return ::close(std::exchange(file, -1)) == 0;
 }
 
+// Whether nothing can ever be made beside the target. Any other failure, of a full disk say, would
+// only destroy the old file.
+bool may_write_in_place(int error) {
+    return error == EACCES || error == EPERM || error == EROFS || error == ENAMETOOLONG;
+}
+
 } // namespace
 
 OutputFile::OutputFile(const char* path) : path_(resolved(path)) {
@@ -63,6 +69,8 @@ OutputFile::OutputFile(const char* path) : path_(resolved(path)) {
         open_beside();
         if (temporary_ != -1) {
             ::fchmod(temporary_, old.st_mode & 07777U);
+        } else if (!may_write_in_place(errno)) {
+            ::close(std::exchange(target_, -1));
         }
     } else {
         ::fcntl(target_, F_SETFL, O_WRONLY); // a slow reader is waited for

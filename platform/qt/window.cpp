@@ -104,7 +104,6 @@ void destroy_window(Window& window) {
     forget_window(window.handle());
     window.dismantle();
     post(nullptr, WM_NULL, 0, 0); // the loop of a dialog over this window may be asleep
-    post(nullptr, WM_NULL, 0, 0); // the loop of a dialog that it owned may be asleep
 }
 
 Window* next_window_to_paint() {

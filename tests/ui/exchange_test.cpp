@@ -399,4 +399,37 @@ TEST(Exchange, ClosingTheWindowEndsItsCommand) {
     }
 }
 
+// A command goes on only when every dialog that was opened later is closed; its window may be used
+// before that.
+TEST(Exchange, WhatIsSelectedMayChangeUnderAnotherWindowsDialog) {
+    const Folder folder;
+    const PopulationWindow window(small_params(8));
+    const PopulationWindow other(small_params(8));
+    const auto change = [&] { give_program(window, 2, "( FWD_2 )"); };
+    const auto refuse = [&] { PostMessageA(other.handle(), WM_COMMAND, IDM_MUTATE, 0); };
+    const std::pair<int, const char*> cases[] = {{IDM_PRINT_TURTLE, "Print Pensize"},
+                                                 {IDM_SAVE_METAFILE, "Enhanced Metafile Mapping"}};
+    for (const auto& [command, title] : cases) {
+        give_program(window, 2, "( FWD_100 )");
+        const bool print = command == IDM_PRINT_TURTLE;
+        Answers answers;
+        if (!print) {
+            answers.file(folder.path("turtle.emf"));
+        }
+        answers.dialog(title, [&](HWND) { refuse(); })
+            .dialog("Dialog",
+                    [title = title](HWND) { user::press(user::find_window(title), "Return"); })
+            .gone(title)
+            .then(change)
+            .alert("You must select a turtle to mutate.");
+        if (print) {
+            answers.print_to(folder.path("turtle.pdf"));
+        }
+        answers.to(window, command);
+    }
+    EXPECT_EQ(content_of(folder.path("turtle.pdf")).substr(0, 5), "%PDF-");
+    const Texts lines = metafile_lines(content_of(folder.path("turtle.emf")));
+    EXPECT_EQ(lines.at(lines.size() - 2), "LINETO 100 0"); // as it was when the command was given
+}
+
 } // namespace
