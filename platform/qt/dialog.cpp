@@ -185,13 +185,9 @@ void DialogWindow::end(INT_PTR result) {
 
 void DialogWindow::loop() {
     while (running_) {
-        MSG message;
-        if (!GetMessageA(&message, nullptr, 0, 0)) {
-            PostQuitMessage(static_cast<int>(message.wParam)); // for the loops further out
+        if (!handle_next_message()) {
             return;
         }
-        TranslateMessage(&message);
-        DispatchMessageA(&message);
     }
 }
 

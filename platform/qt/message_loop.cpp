@@ -125,6 +125,17 @@ std::shared_ptr<KeyStroke> current_key() {
     return queue().current_key;
 }
 
+bool handle_next_message() {
+    MSG message;
+    if (!GetMessageA(&message, nullptr, 0, 0)) {
+        PostQuitMessage(static_cast<int>(message.wParam));
+        return false;
+    }
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+    return true;
+}
+
 bool message_queue_idle() {
     return queue().waiting.empty() && next_window_to_paint() == nullptr;
 }

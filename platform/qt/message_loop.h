@@ -44,6 +44,10 @@ class ToolkitScope {
     ToolkitScope& operator=(const ToolkitScope&) = delete;
 };
 
+// A turn of a dialog's loop. False when the program is to end, of which the loops further out hear
+// next.
+bool handle_next_message();
+
 // Drops what is queued for a window that is gone.
 void forget_messages(HWND handle);
 

@@ -8,7 +8,8 @@ namespace platform {
 
 // A file that is to be written as a whole. It is made beside the old one and takes its place and
 // its permissions; where nothing can be made beside it (the folder cannot be written, or the target
-// is a device or a pipe) the target is written in place. Links are followed.
+// is a device or a pipe) the target is written in place. Links are followed. The program saves its
+// texts by the same rules, in plain C++, as on Windows it has no layer.
 class OutputFile {
   public:
     // Opens `path` (UTF-8) and changes nothing that is there. A pipe that nobody reads is refused

@@ -387,6 +387,7 @@ UINT IsDlgButtonChecked(HWND dialog, int id);
 // last; a name that is not UTF-8 cannot be chosen.
 BOOL GetOpenFileNameA(OPENFILENAMEA* dialog);
 BOOL GetSaveFileNameA(OPENFILENAMEA* dialog);
+// Here: asks about an existing file in a loop of the toolkit's own, in which no window paints.
 BOOL PrintDlgA(PRINTDLGA* dialog);
 
 // Clipboard. What is set belongs to the clipboard.

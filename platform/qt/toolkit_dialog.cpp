@@ -16,13 +16,9 @@ struct Ending {
 void loop(const QPointer<QDialog>& dialog, HWND owner, const Ending& ending) {
     const bool owned = owner != nullptr;
     while (!ending.finished && dialog != nullptr && (!owned || IsWindow(owner))) {
-        MSG message;
-        if (!GetMessageA(&message, nullptr, 0, 0)) {
-            PostQuitMessage(static_cast<int>(message.wParam)); // for the loops further out
+        if (!handle_next_message()) {
             return;
         }
-        TranslateMessage(&message);
-        DispatchMessageA(&message);
     }
 }
 

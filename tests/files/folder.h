@@ -1,21 +1,26 @@
 // A folder for the files of one test.
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
+
+#include <unistd.h>
 
 namespace pelmora_test {
 
-// A new empty folder; at the end it goes with all that is in it.
+// A new empty folder, whose path has no "." in it; at the end it goes with all that is in it.
 class Folder {
   public:
     Folder() {
-        static int number = 0;
-        path_ = std::filesystem::absolute("folder " + std::to_string(++number));
-        std::filesystem::remove_all(path_);
-        std::filesystem::create_directory(path_);
+        std::random_device number;
+        do {
+            path_ = std::filesystem::temp_directory_path() /
+                    ("pelmora test " + std::to_string(number()));
+        } while (!std::filesystem::create_directory(path_));
     }
     ~Folder() {
         std::error_code error;
@@ -34,6 +39,30 @@ class Folder {
 
   private:
     std::filesystem::path path_;
+};
+
+// Makes a folder one that cannot be written, also for a test that root runs.
+class ReadOnly {
+  public:
+    explicit ReadOnly(const Folder& folder) : path_(folder.path()), user_(::geteuid()) {
+        std::filesystem::permissions(path_, std::filesystem::perms(0555));
+        constexpr uid_t kNobody = 65534;
+        if (user_ == 0 && ::seteuid(kNobody) != 0) {
+            std::abort();
+        }
+    }
+    ~ReadOnly() {
+        if (::seteuid(user_) != 0) {
+            std::abort();
+        }
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
+    }
+    ReadOnly(const ReadOnly&) = delete;
+    ReadOnly& operator=(const ReadOnly&) = delete;
+
+  private:
+    std::filesystem::path path_;
+    uid_t user_;
 };
 
 inline std::string content_of(const std::string& path) {

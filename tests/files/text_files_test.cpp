@@ -265,6 +265,24 @@ TEST(SavedFile, WritesDevicesAndPipesInPlace) {
     EXPECT_EQ(read, "a reader");
 }
 
+TEST(SavedFile, AFolderThatCannotBeWrittenKeepsItsFilesWritable) {
+    const Folder folder;
+    for (const char* name : {"open", "closed"}) {
+        write_file(folder.path(name), "old content");
+    }
+    fs::permissions(folder.path("open"), fs::perms::all);
+    fs::permissions(folder.path("closed"), fs::perms::owner_read | fs::perms::others_read);
+    {
+        const ReadOnly closed(folder);
+        EXPECT_TRUE(save(folder.path("open"), "new"));
+        EXPECT_FALSE(save(folder.path("closed"), "new"));
+        EXPECT_FALSE(save(folder.path("another"), "new"));
+    }
+    EXPECT_EQ(content_of(folder.path("open")), "new");
+    EXPECT_EQ(content_of(folder.path("closed")), "old content");
+    EXPECT_EQ(folder.count(), 2);
+}
+
 TEST(SavedFile, AFullDiskLeavesTheOldFile) {
     const Folder folder;
     const std::string path = folder.path("old.lpf");

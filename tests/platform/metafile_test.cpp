@@ -249,15 +249,23 @@ TEST_F(MetafileFiles, PipesAndDevicesAreWrittenInPlace) {
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
     EXPECT_TRUE(fs::is_fifo(pipe));
 
-    // No name beside it is left: as in a folder that cannot be written.
+    // So are files in a folder that cannot be written.
+    write_file(old_, std::string(5000, 'x'));
+    fs::permissions(old_, fs::perms::all);
+    {
+        const ReadOnly closed(folder_);
+        device = CreateEnhMetaFileA(nullptr, old_.c_str(), nullptr, nullptr);
+        EXPECT_TRUE(DeleteDC(device));
+        EXPECT_EQ(content_of(old_).size(), 5000U);
+        EXPECT_TRUE(record(old_));
+    }
+    EXPECT_EQ(content_of(old_), content_);
+
+    // But not when the new file cannot be made for another reason.
     for (int i = 0; i < 100; ++i) {
         fs::create_directory(folder_.path(".old.writing" + std::to_string(i)));
     }
-    device = CreateEnhMetaFileA(nullptr, old_.c_str(), nullptr, nullptr);
-    EXPECT_TRUE(DeleteDC(device));
-    EXPECT_EQ(content_of(old_), "old content");
-    write_file(old_, std::string(5000, 'x'));
-    EXPECT_TRUE(record(old_));
+    EXPECT_FALSE(record(old_));
     EXPECT_EQ(content_of(old_), content_);
 }
 

@@ -26,7 +26,13 @@ using Texts = std::vector<std::string>;
 // What a user does with the dialogs that a command opens, in order.
 class Answers {
   public:
-    Answers() : script_([this](const std::string& failure) { failure_ = failure; }) {}
+    Answers()
+        : script_([this](const std::string& failure) {
+              failure_ = failure;
+              if (!failure.empty()) {
+                  PostQuitMessage(0); // out of the dialog that nobody answers
+              }
+          }) {}
     ~Answers() { EXPECT_EQ(failure_, ""); }
     Answers(const Answers&) = delete;
     Answers& operator=(const Answers&) = delete;
