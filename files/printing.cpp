@@ -11,7 +11,8 @@
 
 namespace pelmora {
 
-std::string printPenWidth = "0";
+// So short a text is not allocated, so nothing is thrown.
+std::string printPenWidth = "0"; // NOLINT(cert-err58-cpp)
 bool printDialogOk = false;
 BOOL printContinue = TRUE;
 

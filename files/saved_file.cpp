@@ -76,11 +76,10 @@ SavedFile::SavedFile(const std::string& path) : target_(resolved(path)) {
     if (!probe.opened()) {
         return;
     }
-    if (!fs::is_regular_file(old)) {
-        stream_ = std::fopen(target_.string().c_str(), "wb");
-    } else if (open_beside()) {
+    const bool regular = fs::is_regular_file(old);
+    if (regular && open_beside()) {
         fs::permissions(temporary_, old.permissions(), error);
-    } else if (may_write_in_place(errno)) {
+    } else if (!regular || may_write_in_place(errno)) {
         stream_ = std::fopen(target_.string().c_str(), "wb");
     } else {
         log_failure(errno);
