@@ -15,7 +15,6 @@ namespace pelmora {
 std::string metaPenSize = "1";
 std::string metaMapCode = "LM";
 // NOLINTEND(cert-err58-cpp)
-bool metaDialogOk = false;
 
 namespace {
 
@@ -76,8 +75,9 @@ bool take_settings(HWND dialog) {
 void SaveTurtleMetafile(HWND owner, const SelectedTurtle& turtle) {
     const std::string name = AskSaveName(owner, kFilter, Overwrite::silently, ".txt");
     // By the dialog's own result: meanwhile another window may have had its dialog, too.
-    metaDialogOk = !name.empty() && DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_METAFILE),
-                                                    owner, MetafileMappingDlgProc, 0) == IDOK;
+    const bool metaDialogOk =
+        !name.empty() && DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_METAFILE), owner,
+                                         MetafileMappingDlgProc, 0) == IDOK;
     if (metaDialogOk && IsWindow(owner)) {
         write_metafile(name, turtle);
     }
@@ -88,21 +88,7 @@ INT_PTR CALLBACK MetafileMappingDlgProc(HWND dialog, UINT message, WPARAM wparam
         show_settings(dialog);
         return TRUE;
     }
-    if (message != WM_COMMAND) {
-        return FALSE;
-    }
-    switch (LOWORD(wparam)) {
-    case IDOK:
-        if (take_settings(dialog)) {
-            EndDialog(dialog, IDOK);
-        }
-        return TRUE;
-    case IDCANCEL:
-        EndDialog(dialog, IDCANCEL);
-        return TRUE;
-    default:
-        return FALSE;
-    }
+    return message == WM_COMMAND ? answer_button(dialog, LOWORD(wparam), take_settings) : FALSE;
 }
 
 void write_metafile(const std::string& name, const SelectedTurtle& turtle) {

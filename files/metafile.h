@@ -11,7 +11,6 @@ namespace pelmora {
 // The settings of the export, for all windows and as long as the program runs.
 extern std::string metaPenSize; // the pen's width as typed, at most 31 bytes
 extern std::string metaMapCode; // the map mode: "LM", "HM", "LE", "HE" or "TX"
-extern bool metaDialogOk;       // the mapping dialog was closed with OK
 
 // Asks for a name, the map mode and the pen's width, and saves the turtle as a metafile. One turtle
 // unit is one logical unit of the map mode; in the frame it counts as 0.01 mm. Failures are not

@@ -11,4 +11,14 @@ bool take_pen_size(HWND dialog, std::string* text) {
     return !text->empty();
 }
 
+INT_PTR answer_button(HWND dialog, WORD command, bool (*take)(HWND dialog)) {
+    if (command != IDOK && command != IDCANCEL) {
+        return FALSE;
+    }
+    if (command == IDCANCEL || take(dialog)) {
+        EndDialog(dialog, command);
+    }
+    return TRUE;
+}
+
 } // namespace pelmora

@@ -1,4 +1,4 @@
-// The edit field for the pen's width that the metafile and the print dialog have.
+// What the metafile and the print dialog have in common: a field for the pen's width, and buttons.
 #pragma once
 
 #include "platform/win32.h"
@@ -9,5 +9,9 @@ namespace pelmora {
 
 // Reads the field into `text`, at most 31 bytes. False when it is empty.
 bool take_pen_size(HWND dialog, std::string* text);
+
+// Answers the buttons: OK ends the dialog unless `take`, which takes over its settings, returns
+// false. False for other commands.
+INT_PTR answer_button(HWND dialog, WORD command, bool (*take)(HWND dialog));
 
 } // namespace pelmora

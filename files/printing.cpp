@@ -13,7 +13,6 @@ namespace pelmora {
 
 // So short a text is not allocated, so nothing is thrown.
 std::string printPenWidth = "0"; // NOLINT(cert-err58-cpp)
-bool printDialogOk = false;
 BOOL printContinue = TRUE;
 
 namespace {
@@ -85,8 +84,8 @@ void print_document(HDC printer, DrawContext* ctx, const ExprNode* tree) {
 
 int PrintTurtleTree(HWND owner, DrawContext* ctx, const ExprNode* tree) {
     // By the dialog's own result: meanwhile another window may have had its dialog, too.
-    printDialogOk = DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_PRINT), owner,
-                                    PrintPensizeDlgProc, 0) == IDOK;
+    const bool printDialogOk = DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_PRINT), owner,
+                                               PrintPensizeDlgProc, 0) == IDOK;
     if (!printDialogOk || !IsWindow(owner)) {
         return 0;
     }
@@ -106,21 +105,10 @@ INT_PTR CALLBACK PrintPensizeDlgProc(HWND dialog, UINT message, WPARAM wparam, L
         SetFocus(GetDlgItem(dialog, IDC_PEN_SIZE));
         return FALSE;
     }
-    if (message != WM_COMMAND) {
-        return FALSE;
-    }
-    switch (LOWORD(wparam)) {
-    case IDOK:
-        if (take_pen_size(dialog, &printPenWidth)) {
-            EndDialog(dialog, IDOK);
-        }
-        return TRUE;
-    case IDCANCEL:
-        EndDialog(dialog, IDCANCEL);
-        return TRUE;
-    default:
-        return FALSE;
-    }
+    return message == WM_COMMAND
+               ? answer_button(dialog, LOWORD(wparam),
+                               [](HWND d) { return take_pen_size(d, &printPenWidth); })
+               : FALSE;
 }
 
 BOOL CALLBACK PrintAbortProc(HDC, int) {

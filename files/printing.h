@@ -11,7 +11,6 @@ namespace pelmora {
 
 // For all windows and as long as the program runs.
 extern std::string printPenWidth; // the pen's width in printer pixels as typed, at most 31 bytes
-extern bool printDialogOk;        // the pen width dialog was closed with OK
 extern BOOL printContinue;        // what PrintAbortProc answers
 
 // Asks for the pen's width and the printer, and prints. 0 when the first dialog was dismissed or

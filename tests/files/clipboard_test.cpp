@@ -1,6 +1,6 @@
 // What Copy places, and what Paste makes of what it finds.
 #include "files/clipboard.h"
-#include "resources/resource.h"
+#include "tests/support/alerts.h"
 #include "tests/support/failing_new.h"
 #include "tests/support/metafile_text.h"
 #include "tests/support/trees.h"
@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,23 +16,7 @@ namespace {
 
 using namespace pelmora;
 using namespace pelmora_test;
-
-// What the one alert says that an action shows.
-std::string alert_of(const std::function<void()>& action) {
-    std::string text;
-    std::string failure = "the script did not end";
-    user::Script script([&](const std::string& result) { failure = result; });
-    script.await("an alert", [] { return user::find_window("Dialog") != nullptr; })
-        .then("close it", [&] {
-            HWND alert = user::find_window("Dialog");
-            text = user::text(alert, IDC_MESSAGE_TEXT);
-            user::press(alert, "Return");
-        });
-    script.await("its end", [] { return user::find_window("Dialog") == nullptr; });
-    script.start();
-    action();
-    return text;
-}
+using Texts = std::vector<std::string>;
 
 void set_clipboard(UINT format, HANDLE data) {
     ASSERT_TRUE(OpenClipboard(nullptr) && EmptyClipboard());
@@ -74,13 +57,13 @@ TEST_F(ClipboardOf, CopyPlacesTextAndASquarePicture) {
     EXPECT_EQ(user::copied("text/plain"),
               "( BLOCK\n   ( FWD_50 )\n   ( LEFT_90 )\n   ( FWD_10 )\n)\n");
     // 54 by 14 units fill 20320 by 20320; the path itself keeps its margins of 2.
-    const std::vector<std::string> records = metafile_lines(user::copied("image/x-emf"));
+    const Texts records = metafile_lines(user::copied("image/x-emf"));
     ASSERT_FALSE(records.empty());
     EXPECT_NE(records[0].find(" handles 2 description Pelmora/MetaFile"), std::string::npos);
     EXPECT_EQ(std::vector(records.begin() + 1, records.end()),
-              (std::vector<std::string>{"SETMAPMODE 2", "CREATEPEN 1 width 0 color 0x000000",
-                                        "SELECTOBJECT 1", "MOVETOEX 0 0", "LINETO 18815 0",
-                                        "MOVETOEX 18815 0", "LINETO 18815 -14514", "EOF"}));
+              (Texts{"SETMAPMODE 2", "CREATEPEN 1 width 0 color 0x000000", "SELECTOBJECT 1",
+                     "MOVETOEX 0 0", "LINETO 18815 0", "MOVETOEX 18815 0", "LINETO 18815 -14514",
+                     "EOF"}));
 }
 
 TEST_F(ClipboardOf, ATurtleWithoutAProgramIsAnEmptyPicture) {
@@ -105,17 +88,19 @@ TEST_F(ClipboardOf, PasteReadsEveryLayout) {
 TEST_F(ClipboardOf, WhatDoesNotParseIsRefused) {
     for (const char* text : {"", "Dear Sir", "( NONSENSE )"}) {
         set_text(text);
-        EXPECT_EQ(alert_of([&] { EXPECT_EQ(paste(), "nothing"); }),
-                  "Could not parse expression on Clipboard. It does not appear to be a valid "
-                  "Tarnwick program.");
+        EXPECT_EQ(alerts_of([&] { EXPECT_EQ(paste(), "nothing"); }),
+                  Texts{"Could not parse expression on Clipboard. It does not appear to be a valid "
+                        "Tarnwick program."});
     }
 }
 
 TEST_F(ClipboardOf, AClipboardThatSomeoneHoldsIsLeftAlone) {
     set_text("( FWD_1 )");
     ASSERT_TRUE(OpenClipboard(nullptr));
-    EXPECT_EQ(alert_of([&] { EXPECT_FALSE(copy("( FWD_2 )")); }), "Could not open clipboard.");
-    EXPECT_EQ(alert_of([&] { EXPECT_EQ(paste(), "nothing"); }), "Could not open clipboard.");
+    EXPECT_EQ(alerts_of([&] { EXPECT_FALSE(copy("( FWD_2 )")); }),
+              Texts{"Could not open clipboard."});
+    EXPECT_EQ(alerts_of([&] { EXPECT_EQ(paste(), "nothing"); }),
+              Texts{"Could not open clipboard."});
     CloseClipboard();
     EXPECT_EQ(paste(), "( FWD_1 )");
 }
@@ -124,11 +109,11 @@ TEST_F(ClipboardOf, WithoutMemoryForTheTextNothingIsPlaced) {
     set_text("old");
     const ExprTree tree = tree_of("( FWD_1 )");
     constexpr std::size_t kForTheText = 2; // the text grows twice
-    EXPECT_EQ(alert_of([&] {
+    EXPECT_EQ(alerts_of([&] {
                   const FailingNew fail(kForTheText);
                   EXPECT_FALSE(CopyTurtle(nullptr, {&ctx_, tree.get(), {}}));
               }),
-              "Could not allocate memory for Copy.");
+              Texts{"Could not allocate memory for Copy."});
     EXPECT_FALSE(IsClipboardFormatAvailable(CF_TEXT));
     EXPECT_FALSE(IsClipboardFormatAvailable(CF_ENHMETAFILE));
     EXPECT_TRUE(OpenClipboard(nullptr));

@@ -116,15 +116,6 @@ TEST_F(ChildControls, TheFocusedFieldGetsEveryShortcutsCommand) {
     EXPECT_EQ(take_log(), (Lines{"command 1961 from 0", "command 32771 from 1"}));
 }
 
-TEST_F(ChildControls, SetFocusTellsWhoHadIt) {
-    SetFocus(edit_);
-    settle();
-    EXPECT_EQ(SetFocus(button_), edit_);
-    EXPECT_EQ(SetFocus(window_), nullptr);
-    press({"Space"});
-    EXPECT_EQ(take_log(), Lines{"command 1961 from 0"});
-}
-
 TEST_F(ChildControls, GoWithTheirWindowAfterItHeardOfItsEnd) {
     on_message = [&](HWND, UINT message, WPARAM command) -> LRESULT {
         if (message == WM_DESTROY) {
@@ -143,17 +134,6 @@ TEST_F(ChildControls, GoWithTheirWindowAfterItHeardOfItsEnd) {
     EXPECT_FALSE(IsWindow(window_) || IsWindow(edit_) || IsWindow(button_));
     EXPECT_EQ(SetFocus(edit_), nullptr);
     EXPECT_EQ(GetWindowTextA(edit_, nullptr, 0), 0);
-}
-
-TEST_F(ChildControls, CanBeDestroyedAlone) {
-    user::focus(window_, kEdit);
-    EXPECT_TRUE(DestroyWindow(edit_));
-    EXPECT_EQ(GetDlgItem(window_, kEdit), nullptr);
-    settle();
-    EXPECT_EQ(user::pixel(window_, 8, 8), RGB(255, 255, 255));
-    user::click_control(window_, kButton);
-    settle();
-    EXPECT_EQ(take_log(), Lines{"command 1961 from 0"});
 }
 
 // --- Dialogs -------------------------------------------------------------------------------------

@@ -2,10 +2,7 @@
 #include "tests/files/folder.h"
 #include "tests/platform/test_windows.h"
 
-#include <QImage>
-
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -202,121 +199,6 @@ TEST_F(Printing, AFullDiskOrAFolderThatWentLeavesNothing) {
     EXPECT_LE(EndDoc(printer), 0);
     EXPECT_TRUE(DeleteDC(printer));
     EXPECT_EQ(folder.count(), 1);
-}
-
-// How dark a part of a row or a column of a page is, in black pixels, and the middle of that.
-struct Darkness {
-    double pixels, middle;
-};
-
-Darkness darkness(const QImage& page, QPoint from, QPoint step, int count) {
-    Darkness dark{0, 0};
-    for (int i = 0; i < count; ++i) {
-        const double ink = (255 - qGreen(page.pixel(from + i * step))) / 255.0;
-        dark = {dark.pixels + ink, dark.middle + ink * (i + 0.5)};
-    }
-    return {dark.pixels, dark.pixels > 0 ? dark.middle / dark.pixels : -1};
-}
-
-class PrintedPage : public Printing {
-  protected:
-    // Prints what is drawn and takes a picture of the page.
-    template <typename Draw>
-    void print(Draw draw) {
-        const std::string path = folder_.path("page.pdf");
-        HDC printer = printer_to(path);
-        paper_width_ = GetDeviceCaps(printer, PHYSICALWIDTH);
-        left_ = GetDeviceCaps(printer, PHYSICALOFFSETX);
-        top_ = GetDeviceCaps(printer, PHYSICALOFFSETY);
-        EXPECT_GT(start(printer), 0);
-        EXPECT_GT(StartPage(printer), 0);
-        draw(printer);
-        EXPECT_GT(EndPage(printer), 0);
-        EXPECT_GT(EndDoc(printer), 0);
-        DeleteDC(printer);
-        const std::string told = folder_.path("told");
-        const std::string command = "pdfinfo '" + path + "' >'" + told + "' && pdftoppm -r 300 '" +
-                                    path + "' '" + folder_.path("page") + "'";
-        EXPECT_EQ(std::system(command.c_str()), 0);
-        EXPECT_NE(content_of(told).find("Title:           A document\n"), std::string::npos);
-        EXPECT_NE(content_of(told).find("Pages:           1\n"), std::string::npos);
-        page_ = QImage(QString::fromStdString(folder_.path("page-1.ppm")));
-        ASSERT_FALSE(page_.isNull());
-        dot_ = 1.0 * page_.width() / paper_width_;
-    }
-    // Pixels of the page, from a place in printer pixels.
-    double x(double place) const { return (left_ + place) * dot_; }
-    double y(double place) const { return (top_ + place) * dot_; }
-    Darkness across_row(double from, double to, double row) const {
-        const Darkness dark = darkness(page_, QPoint(int(x(from)), int(y(row))), QPoint(1, 0),
-                                       int((to - from) * dot_));
-        return {dark.pixels / dot_, from + dark.middle / dot_};
-    }
-    Darkness across_column(double from, double to, double column) const {
-        const Darkness dark = darkness(page_, QPoint(int(x(column)), int(y(from))), QPoint(0, 1),
-                                       int((to - from) * dot_));
-        return {dark.pixels / dot_, from + dark.middle / dot_};
-    }
-
-    Folder folder_;
-    QImage page_;
-    double paper_width_ = 0, left_ = 0, top_ = 0; // printer pixels
-    double dot_ = 0;                              // pixels of the picture for one of the printer
-};
-
-void cross(HDC printer, int pen_width, COLORREF color, int x, int y) {
-    constexpr int kArm = 300;
-    HPEN pen = CreatePen(PS_SOLID, pen_width, color);
-    HGDIOBJ before = SelectObject(printer, pen);
-    MoveToEx(printer, x - kArm, y, nullptr);
-    LineTo(printer, x + kArm, y);
-    MoveToEx(printer, x, y - kArm, nullptr);
-    LineTo(printer, x, y + kArm);
-    SelectObject(printer, before);
-    DeleteObject(pen);
-}
-
-TEST_F(PrintedPage, HasLinesWhereTheyBelongAndAsWideAsTheirPens) {
-    if (std::system("command -v pdftoppm pdfinfo >/dev/null") != 0) {
-        GTEST_SKIP() << "no program that reads PDF";
-    }
-    const struct {
-        int pen, x, y;
-        double seen; // renderers draw at least a pixel, here 4 of the printer's
-    } crosses[] = {
-        {0, 1000, 700, 4}, {4, 3000, 700, 4}, {40, 5000, 700, 40}, {200, 3000, 5000, 200}};
-    print([&](HDC printer) {
-        for (const auto& c : crosses) {
-            cross(printer, c.pen, RGB(200, 0, 100), c.x, c.y);
-        }
-        MoveToEx(printer, 7000, 3000, nullptr);
-        LineTo(printer, 7000, 3000); // a thin pen's line without length
-        HPEN wide = CreatePen(PS_SOLID, 100, RGB(0, 0, 0));
-        HGDIOBJ before = SelectObject(printer, wide);
-        MoveToEx(printer, 7000, 4000, nullptr);
-        LineTo(printer, 7000, 4000); // a wide one's
-        // The printable corner itself, of which a quarter of the pen's end is seen.
-        MoveToEx(printer, 0, 0, nullptr);
-        LineTo(printer, 0, 0);
-        SelectObject(printer, before);
-        DeleteObject(wide);
-    });
-    for (const auto& c : crosses) {
-        SCOPED_TRACE(c.pen);
-        const Darkness down = across_row(c.x - 250, c.x + 250, c.y - 200);
-        EXPECT_NEAR(down.pixels, c.seen, 2.5);
-        EXPECT_NEAR(down.middle, c.x, 4);
-        const Darkness along = across_column(c.y - 250, c.y + 250, c.x + 200);
-        EXPECT_NEAR(along.pixels, c.seen, 2.5);
-        EXPECT_NEAR(along.middle, c.y, 4);
-    }
-    EXPECT_EQ(page_.pixel(int(x(3000)), int(y(5000))), qRgb(200, 0, 100));
-    EXPECT_EQ(across_row(6500, 7500, 3000).pixels, 0);
-    const Darkness dot = across_row(6500, 7500, 4000);
-    EXPECT_NEAR(dot.pixels, 100, 6);
-    EXPECT_NEAR(dot.middle, 7000, 4);
-    EXPECT_EQ(page_.pixel(int(x(10)), int(y(10))), qRgb(0, 0, 0));
-    EXPECT_EQ(page_.pixel(int(x(60)), int(y(60))), qRgb(255, 255, 255));
 }
 
 } // namespace

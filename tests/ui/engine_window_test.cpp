@@ -159,22 +159,6 @@ TEST(EngineWindow, EditorsStandAloneOnCopies) {
     EXPECT_FALSE(IsWindow(first));
 }
 
-TEST(EngineWindow, TheFocusedFieldKeepsShortcutsFromTheWindow) {
-    const Editor editor("( FWD_1 )");
-    user::focus(editor.handle(), IDC_LIMIT);
-    settle();
-    user::press(editor.handle(), "Ctrl+W");
-    user::press(editor.handle(), "Ctrl+P");
-    settle();
-    ASSERT_TRUE(IsWindow(editor.handle()));
-    EXPECT_EQ(user::find_window("Print Pensize"), nullptr);
-    user::click(editor.handle(), 200, 200);
-    settle();
-    user::press(editor.handle(), "Ctrl+W");
-    settle();
-    EXPECT_FALSE(IsWindow(editor.handle()));
-}
-
 TEST(EngineWindow, AMissingProgramIsRefused) {
     const Editor editor(ExprTree{});
     const auto texts = alerts_of([&] {

@@ -1,10 +1,10 @@
 // The program's windows in the hands of a test, without its start-up.
 #pragma once
 
+#include "tests/support/alerts.h"
 #include "tour/user.h"
 #include "ui/population_window.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -38,11 +38,6 @@ class PopulationWindow {
   private:
     HWND window_;
 };
-
-// Runs `action`, which opens alerts, and dismisses each; the texts that they showed, in order.
-// Before it is dismissed, `look` is called with it.
-std::vector<std::string> alerts_of(const std::function<void()>& action,
-                                   const std::function<void(HWND)>& look = nullptr);
 
 // Handles what is waiting.
 void settle();
