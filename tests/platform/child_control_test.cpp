@@ -70,16 +70,6 @@ TEST_F(ChildControls, LieOverThePaintedWindow) {
     EXPECT_EQ(create_control(edit_, "EDIT", "", 0, 8, 1), nullptr);
 }
 
-TEST_F(ChildControls, ButtonsPostTheirCommandByMouseAndKey) {
-    user::click_control(window_, kButton);
-    settle();
-    user::focus(window_, kButton);
-    press({"Space", "Return"});
-    SendMessageA(button_, BM_CLICK, 0, 0);
-    settle();
-    EXPECT_EQ(take_log(), Lines(4, "command 1961 from 0"));
-}
-
 TEST_F(ChildControls, DigitFieldsTakeDigitsOnly) {
     type_and_settle("1a-2 b3");
     EXPECT_EQ(user::text(window_, kEdit), "123");

@@ -7,30 +7,11 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
-#include <limits>
 #include <string>
 
 namespace {
 
 using namespace pelmora_test;
-
-TEST(GlobalMemory, BlocksAreToldFromOtherHandles) {
-    HGLOBAL first = GlobalAlloc(GMEM_MOVEABLE, 10);
-    HGLOBAL empty = GlobalAlloc(GMEM_MOVEABLE, 0);
-    std::memset(GlobalLock(first), 'x', 10);
-    EXPECT_EQ(GlobalLock(first), GlobalLock(first));
-    EXPECT_TRUE(GlobalUnlock(first));
-    EXPECT_TRUE(GlobalUnlock(first));
-    EXPECT_FALSE(GlobalUnlock(first));
-    EXPECT_FALSE(GlobalUnlock(first));
-    EXPECT_EQ(GlobalFree(first), nullptr);
-    EXPECT_EQ(GlobalFree(first), first);
-    EXPECT_EQ(GlobalLock(first), nullptr);
-    EXPECT_NE(GlobalLock(empty), nullptr);
-    EXPECT_EQ(GlobalFree(empty), nullptr);
-    EXPECT_EQ(GlobalFree(nullptr), nullptr);
-    EXPECT_EQ(GlobalAlloc(GMEM_MOVEABLE, std::numeric_limits<SIZE_T>::max() - 3), nullptr);
-}
 
 class Clipboards : public Windows {
   protected:
@@ -84,36 +65,6 @@ class Clipboards : public Windows {
         return {std::istreambuf_iterator<char>(output), {}};
     }
 };
-
-TEST_F(Clipboards, AreFilledAndReadOnlyWhileOpen) {
-    HGLOBAL text = block(std::string("one\0two", 8));
-    EXPECT_EQ(SetClipboardData(CF_TEXT, text), nullptr);
-    EXPECT_FALSE(EmptyClipboard() || CloseClipboard() || GetClipboardData(CF_TEXT) != nullptr);
-    ASSERT_TRUE(OpenClipboard(window_));
-    EXPECT_FALSE(OpenClipboard(window_) || OpenClipboard(nullptr));
-    EXPECT_EQ(SetClipboardData(CF_TEXT, text), nullptr); // not emptied, so not ours
-    EXPECT_TRUE(EmptyClipboard());
-    EXPECT_FALSE(IsClipboardFormatAvailable(CF_TEXT));
-    EXPECT_EQ(SetClipboardData(CF_TEXT, nullptr), nullptr);
-    EXPECT_EQ(SetClipboardData(CF_ENHMETAFILE, text), nullptr);
-    EXPECT_EQ(SetClipboardData(CF_TEXT, text), text);
-    EXPECT_EQ(GetClipboardData(CF_TEXT), text);
-    HGLOBAL instead = block(std::string("Größe\r\nzwei", 14));
-    EXPECT_EQ(SetClipboardData(CF_TEXT, instead), instead);
-    EXPECT_EQ(GlobalLock(text), nullptr);
-    EXPECT_TRUE(CloseClipboard());
-    EXPECT_EQ(paste(), "Größe\r\nzwei"); // had no zero
-    copy(std::string("one\0two", 7), true);
-    EXPECT_EQ(paste(), "one");
-
-    ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
-    EXPECT_TRUE(SetClipboardData(CF_ENHMETAFILE, picture()) != nullptr && CloseClipboard());
-    EXPECT_EQ(paste(), "(none)");
-    copy("", false);
-    EXPECT_EQ(paste(), "");
-    ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard() && CloseClipboard());
-    EXPECT_EQ(paste(), "(none)");
-}
 
 // Other programs are there on X11 only.
 class OtherClipboards : public Clipboards {

@@ -60,54 +60,6 @@ class Printing : public Windows {
     }
 };
 
-TEST_F(Printing, TheDialogGivesAPrinterOnlyWhenItIsAccepted) {
-    const Folder folder;
-    const auto dialog_with = [this](DWORD flags, const std::function<void()>& act) {
-        user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
-        script.await("the dialog", [] { return user::system_dialog() == "Print"; });
-        script.then("clicks beside it", [this] { user::click(window_, 9, 9); });
-        script.then("act", act);
-        PRINTDLGA dialog{};
-        dialog.Flags = flags;
-        take_log();
-        const bool chosen = ask(script, dialog);
-        for (const std::string& entry : take_log()) {
-            EXPECT_NE(entry.find("left"), 0U) << entry;
-        }
-        EXPECT_EQ(dialog.hDC != nullptr, chosen && flags == PD_RETURNDC);
-        EXPECT_EQ(dialog.hDevMode, nullptr);
-        EXPECT_EQ(dialog.hDevNames, nullptr);
-        DeleteDC(dialog.hDC);
-        return chosen;
-    };
-    const auto to_file = [&] { user::print_to_file(folder.path("page.pdf")); };
-    EXPECT_FALSE(dialog_with(PD_RETURNDC, [] { user::cancel_system_dialog(); }));
-    EXPECT_TRUE(dialog_with(0, to_file));
-    EXPECT_TRUE(dialog_with(PD_RETURNDC, to_file));
-    EXPECT_FALSE(dialog_with(PD_RETURNDC, [this] { DestroyWindow(window_); }));
-    EXPECT_EQ(folder.count(), 0);
-}
-
-TEST_F(Printing, ThePaperHasMarginsAndPixelsForUnits) {
-    const Folder folder;
-    HDC printer = printer_to(folder.path("page.pdf"));
-    const int width = GetDeviceCaps(printer, PHYSICALWIDTH);
-    const int height = GetDeviceCaps(printer, PHYSICALHEIGHT);
-    const int left = GetDeviceCaps(printer, PHYSICALOFFSETX);
-    const int top = GetDeviceCaps(printer, PHYSICALOFFSETY);
-    EXPECT_GT(height, width);
-    EXPECT_GT(left, 0);
-    EXPECT_GT(top, 0);
-    EXPECT_NEAR(GetDeviceCaps(printer, HORZRES), width - 2 * left, 2);
-    EXPECT_NEAR(GetDeviceCaps(printer, VERTRES), height - 2 * top, 2);
-    EXPECT_GT(width, 8 * 600); // so many that a pixel is thin
-    EXPECT_EQ(SetMapMode(printer, MM_TEXT), MM_TEXT);
-    EXPECT_EQ(SetMapMode(printer, MM_LOMETRIC), 0);
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(CloseEnhMetaFile(printer), nullptr);
-    EXPECT_TRUE(DeleteDC(printer));
-}
-
 TEST_F(Printing, AJobGoesThroughItsCallsInOrder) {
     const Folder folder;
     const std::string path = folder.path("a 'page' \"ü\".pdf");

@@ -338,19 +338,6 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
     metaMapCode = "LM";
 }
 
-TEST(Exchange, CopyAndPasteGiveAnotherTurtleTheProgram) {
-    const PopulationWindow window(small_params(8));
-    give_program(window, 2, "( BLOCK ( FWD_10 ) ( LEFT_90 ) )");
-    window.command(IDM_COPY);
-    settle();
-    window.record()->selected = 5;
-    window.record()->zoomTree = window.record()->current->lifers[5].program;
-    window.command(IDM_PASTE);
-    settle();
-    EXPECT_EQ(program(window, 5), "( BLOCK ( FWD_10 ) ( LEFT_90 ) )");
-    EXPECT_EQ(window.record()->zoomTree, window.record()->current->lifers[5].program);
-}
-
 TEST(Exchange, PrintingFollowsItsDialogs) {
     const Folder folder;
     const PopulationWindow window(small_params(8));
