@@ -7,16 +7,24 @@ if(NOT PELMORA_WINDRES)
         "the package binutils-mingw-w64-x86-64. Elsewhere name it with -DPELMORA_WINDRES=PATH.")
 endif()
 
-# pelmora_resources(TARGET SCRIPT): links the resources of the script into the target, where the
-# layer finds them between the symbols pelmora_resources_begin and pelmora_resources_end.
+# pelmora_resources(TARGET SCRIPT): links the resources of the script into the target: for Windows as
+# it wants them, elsewhere as bytes that the layer finds between the symbols pelmora_resources_begin
+# and pelmora_resources_end.
 function(pelmora_resources target script)
     cmake_path(ABSOLUTE_PATH script NORMALIZE)
     cmake_path(GET script PARENT_PATH folder)
     cmake_path(GET script STEM name)
-    set(res ${CMAKE_CURRENT_BINARY_DIR}/${target}.${name}.res)
 
     # What a script includes and embeds lies beside it.
-    file(GLOB parts CONFIGURE_DEPENDS ${folder}/*.h ${folder}/*.ico)
+    file(GLOB parts CONFIGURE_DEPENDS ${folder}/*.h ${folder}/*.ico ${folder}/*.manifest)
+    if(WIN32)
+        target_sources(${target} PRIVATE ${script})
+        set_source_files_properties(${script} PROPERTIES
+            COMPILE_OPTIONS --codepage=65001 INCLUDE_DIRECTORIES ${folder} OBJECT_DEPENDS "${parts}")
+        return()
+    endif()
+
+    set(res ${CMAKE_CURRENT_BINARY_DIR}/${target}.${name}.res)
     add_custom_command(
         OUTPUT ${res}
         COMMAND ${PELMORA_WINDRES} --codepage=65001

@@ -84,12 +84,12 @@ BOOL LineTo(HDC, int x, int y) {
     const POINT from = canvas.at;
     const POINT to{x, y};
     const int radius = canvas.pen_width / 2;
-    const int top = std::max(std::min(from.y, to.y) - radius, 0);
-    const int bottom = std::min(std::max(from.y, to.y) + radius, canvas.side - 1);
-    const int left = std::max(std::min(from.x, to.x) - radius, 0);
-    const int right = std::min(std::max(from.x, to.x) + radius, canvas.side - 1);
-    for (int row = top; row <= bottom; ++row) {
-        for (int column = left; column <= right; ++column) {
+    const LONG top = std::max<LONG>(std::min(from.y, to.y) - radius, 0);
+    const LONG bottom = std::min<LONG>(std::max(from.y, to.y) + radius, canvas.side - 1);
+    const LONG left = std::max<LONG>(std::min(from.x, to.x) - radius, 0);
+    const LONG right = std::min<LONG>(std::max(from.x, to.x) + radius, canvas.side - 1);
+    for (LONG row = top; row <= bottom; ++row) {
+        for (LONG column = left; column <= right; ++column) {
             if (in_stroke(from, to, column, row, radius)) {
                 canvas_cell(column, row) = pen_cell();
             }

@@ -1,7 +1,7 @@
 // What the cells of a population window show, read off its pixels.
 #pragma once
 
-#include "tour/user.h"
+#include "platform/user.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,7 +1,7 @@
 // The guided tour's means: steps, checks and pictures.
 #pragma once
 
-#include "tour/user.h"
+#include "platform/user.h"
 
 #include <cstdio>
 #include <functional>

@@ -87,6 +87,8 @@ int run_message_loop(HACCEL accelerators) {
 } // namespace
 
 void RegisterWindowClasses(HINSTANCE instance) {
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES | ICC_UPDOWN_CLASS};
+    InitCommonControlsEx(&controls);
     const WindowNames& names = window_names();
     // Without its class the main window cannot be created either, which ends the program.
     register_class(instance, {names.main_class, MainWindowProc, IDR_MAIN_MENU, 0});

@@ -43,3 +43,7 @@ ATOM RegisterClassExA(const WNDCLASSEXA* given) {
     classes().emplace(made.name, made);
     return static_cast<ATOM>(0xC000 + classes().size());
 }
+
+BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX*) {
+    return TRUE;
+}

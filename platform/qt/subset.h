@@ -132,6 +132,11 @@ struct DOCINFOA {
 
 using ABORTPROC = BOOL(CALLBACK*)(HDC, int);
 
+struct INITCOMMONCONTROLSEX {
+    DWORD dwSize;
+    DWORD dwICC;
+};
+
 struct NMHDR {
     HWND hwndFrom;
     UINT_PTR idFrom;
@@ -267,6 +272,8 @@ constexpr DWORD OFN_ENABLESIZING = 0x00800000;
 constexpr DWORD PD_RETURNDC = 0x00000100;
 
 // Controls
+constexpr DWORD ICC_BAR_CLASSES = 0x0004;
+constexpr DWORD ICC_UPDOWN_CLASS = 0x0010;
 constexpr WORD BN_CLICKED = 0;
 constexpr UINT BST_UNCHECKED = 0;
 constexpr UINT BST_CHECKED = 1;
@@ -335,6 +342,10 @@ HACCEL LoadAcceleratorsA(HINSTANCE instance, LPCSTR name);
 HICON LoadIconA(HINSTANCE instance, LPCSTR name);
 HCURSOR LoadCursorA(HINSTANCE instance, LPCSTR name);
 HCURSOR SetCursor(HCURSOR cursor); // Here: holds until set again, over every window.
+
+// Makes the classes of controls known that are not the system's core ones: sliders and up-downs.
+// Here: they are, and nothing happens.
+BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* controls);
 
 // Window classes and windows
 ATOM RegisterClassExA(const WNDCLASSEXA* window_class);

@@ -4,7 +4,7 @@
 #include "tests/support/failing_new.h"
 #include "tests/support/metafile_text.h"
 #include "tests/support/trees.h"
-#include "tour/user.h"
+#include "platform/user.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include "tests/files/other_programs.h"
 #include "tests/support/metafile_text.h"
 #include "tests/support/trees.h"
-#include "tour/user.h"
+#include "platform/user.h"
 #include "turtle/draw.h"
 
 #include <gtest/gtest.h>

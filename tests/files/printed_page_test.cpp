@@ -3,7 +3,7 @@
 #include "resources/resource.h"
 #include "tests/files/other_programs.h"
 #include "tests/support/trees.h"
-#include "tour/user.h"
+#include "platform/user.h"
 
 #include <gtest/gtest.h>
 

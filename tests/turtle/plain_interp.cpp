@@ -33,13 +33,13 @@ struct Plain {
         const double x0 = c.x, y0 = c.y;
         c.x = x0 + std::cos(a) * d * c.scale_x;
         c.y = y0 + std::sin(a) * d * c.scale_y;
-        const int ix = rounded(c.x), iy = rounded(c.y);
+        const LONG ix = rounded(c.x), iy = rounded(c.y);
         if (bounds != nullptr) {
             *bounds = {std::min(bounds->left, ix), std::min(bounds->top, iy),
                        std::max(bounds->right, ix), std::max(bounds->bottom, iy)};
         } else if (c.pen_up == 0 && device != nullptr) {
             MoveToEx(device, rounded(x0), rounded(y0), nullptr);
-            LineTo(device, ix, iy);
+            LineTo(device, static_cast<int>(ix), static_cast<int>(iy));
         }
         c.distance += d;
     }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tests/support/alerts.h"
-#include "tour/user.h"
+#include "platform/user.h"
 #include "ui/population_window.h"
 
 #include <string>

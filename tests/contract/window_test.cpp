@@ -1,6 +1,6 @@
 // Windows, their messages and their dialogs, as the program relies on them.
 #include "resources/resource.h"
-#include "tests/platform/test_windows.h"
+#include "tests/contract/test_windows.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "tests/platform/test_windows.h"
+#include "tests/contract/test_windows.h"
 
 #include "resources/resource.h"
 

@@ -1,6 +1,6 @@
 // The clipboard and the memory that goes over it, with another program on the other side where
 // there is one.
-#include "tests/platform/test_windows.h"
+#include "tests/contract/test_windows.h"
 
 #include <cstdio>
 #include <cstdlib>

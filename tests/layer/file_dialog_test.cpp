@@ -1,6 +1,6 @@
 // The file dialogs: which names they take, and which they refuse.
 #include "resources/resource.h"
-#include "tests/platform/test_windows.h"
+#include "tests/contract/test_windows.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,7 +1,7 @@
 // A window that notes its messages, in the hands of a test.
 #pragma once
 
-#include "tour/user.h"
+#include "platform/user.h"
 
 #include <gtest/gtest.h>
 

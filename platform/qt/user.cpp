@@ -1,4 +1,4 @@
-#include "tour/user.h"
+#include "platform/user.h"
 
 #include "platform/qt/dialog.h"
 #include "platform/qt/frame.h"

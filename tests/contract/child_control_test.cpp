@@ -1,6 +1,6 @@
 // Controls in windows of classes, and radio buttons, as the program relies on them.
 #include "resources/resource.h"
-#include "tests/platform/test_windows.h"
+#include "tests/contract/test_windows.h"
 
 #include <gtest/gtest.h>
 
