@@ -14,16 +14,21 @@ using namespace pelmora_test;
 TEST(MemoryDeathTest, NodesArraysAndDepthAreFatal) {
     const ExprTree deep = tree_of(times(1000, "( BLOCK ") + times(1000, ")"));
     ExprNode* copy = expr_copy_tree(deep.get());
-    const FailingNew none(0);
     const auto nodes = [] { // more than any slab at hand has left
         for (;;) {
             expr_new_node(TERMINAL);
         }
     };
+    const auto without_memory = [](const auto& work) {
+        const FailingNew none(0);
+        work();
+    };
     const testing::ExitedWithCode fatal(2);
-    EXPECT_EXIT(nodes(), fatal, "^fatal - out of memory\n$");
-    EXPECT_EXIT(expr_new_children(40'000), fatal, "^fatal - allocating 40000 children\n$");
-    EXPECT_EXIT(expr_count_nodes(deep.get()), fatal, "^fatal - out of memory\n$");
+    EXPECT_EXIT(without_memory(nodes), fatal, "^fatal - out of memory\r?\n$");
+    EXPECT_EXIT(without_memory([] { expr_new_children(40'000); }), fatal,
+                "^fatal - allocating 40000 children\r?\n$");
+    EXPECT_EXIT(without_memory([&] { expr_count_nodes(deep.get()); }), fatal,
+                "^fatal - out of memory\r?\n$");
     expr_free_tree(copy);
 }
 
