@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -131,7 +132,7 @@ class Script {
 
   private:
     struct State;
-    State* state_;
+    std::shared_ptr<State> state_;
 };
 
 } // namespace user

@@ -450,13 +450,11 @@ struct Script::State {
     }
 };
 
-Script::Script(std::function<void(const std::string&)> done) : state_(new State) {
+Script::Script(std::function<void(const std::string&)> done) : state_(std::make_shared<State>()) {
     state_->done = std::move(done);
 }
 
-Script::~Script() {
-    delete state_;
-}
+Script::~Script() = default;
 
 Script& Script::then(const std::string& name, std::function<void()> action) {
     state_->steps.push_back({name, std::move(action), nullptr});

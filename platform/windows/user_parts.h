@@ -1,0 +1,30 @@
+// What the parts of the user on Windows share.
+#pragma once
+
+#include "platform/user.h"
+
+#include <functional>
+#include <string>
+
+namespace user {
+
+// Does something as soon as all before it is handled: a key or a click goes to whatever has the
+// keyboard or lies under the mouse just then. Scripts do these one by one, before their next step.
+void soon(std::function<void()> action);
+
+// The next of these, if any; whether there was one.
+bool act_soon();
+
+// The newest visible dialog of this program, the system's included; null when there is none.
+HWND newest_dialog();
+
+// Brings a window to the front and gives it the keyboard, unless a dialog of its own has it.
+void bring_up(HWND window);
+
+// Presses and releases a button of the mouse at a place of the screen.
+void click_screen(POINT at, Button button = Button::left, unsigned modifiers = none);
+
+// UTF-8 to the system's own texts.
+std::wstring wide(const std::string& text);
+
+} // namespace user
