@@ -3,7 +3,6 @@
 #include "files/file_dialog.h"
 #include "files/pen_size.h"
 #include "resources/resource.h"
-#include "services/application.h"
 #include "services/typed_number.h"
 
 #include <cstdio>
@@ -74,17 +73,16 @@ bool take_settings(HWND dialog) {
 
 void SaveTurtleMetafile(HWND owner, const SelectedTurtle& turtle) {
     const std::string name = AskSaveName(owner, kFilter, Overwrite::silently, ".txt");
-    // By the dialog's own result: meanwhile another window may have had its dialog, too.
     const bool metaDialogOk =
-        !name.empty() && DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_METAFILE), owner,
-                                         MetafileMappingDlgProc, 0) == IDOK;
+        !name.empty() && ask_settings(owner, IDD_METAFILE, MetafileMappingDlgProc);
     if (metaDialogOk && IsWindow(owner)) {
         write_metafile(name, turtle);
     }
 }
 
-INT_PTR CALLBACK MetafileMappingDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
+INT_PTR CALLBACK MetafileMappingDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_INITDIALOG) {
+        begin_answer(dialog, lparam);
         show_settings(dialog);
         return TRUE;
     }

@@ -1,6 +1,7 @@
 #include "files/pen_size.h"
 
 #include "resources/resource.h"
+#include "services/application.h"
 
 namespace pelmora {
 
@@ -11,11 +12,23 @@ bool take_pen_size(HWND dialog, std::string* text) {
     return !text->empty();
 }
 
+bool ask_settings(HWND owner, WORD dialog, DLGPROC procedure) {
+    bool accepted = false;
+    DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(dialog), owner, procedure,
+                    reinterpret_cast<LPARAM>(&accepted));
+    return accepted;
+}
+
+void begin_answer(HWND dialog, LPARAM parameter) {
+    SetWindowLongPtrA(dialog, DWLP_USER, parameter);
+}
+
 INT_PTR answer_button(HWND dialog, WORD command, bool (*take)(HWND dialog)) {
     if (command != IDOK && command != IDCANCEL) {
         return FALSE;
     }
     if (command == IDCANCEL || take(dialog)) {
+        *reinterpret_cast<bool*>(GetWindowLongPtrA(dialog, DWLP_USER)) = command == IDOK;
         EndDialog(dialog, command);
     }
     return TRUE;

@@ -2,7 +2,6 @@
 
 #include "files/pen_size.h"
 #include "resources/resource.h"
-#include "services/application.h"
 #include "services/typed_number.h"
 
 #include <cstdio>
@@ -83,9 +82,7 @@ void print_document(HDC printer, DrawContext* ctx, const ExprNode* tree) {
 } // namespace
 
 int PrintTurtleTree(HWND owner, DrawContext* ctx, const ExprNode* tree) {
-    // By the dialog's own result: meanwhile another window may have had its dialog, too.
-    const bool printDialogOk = DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_PRINT), owner,
-                                               PrintPensizeDlgProc, 0) == IDOK;
+    const bool printDialogOk = ask_settings(owner, IDD_PRINT, PrintPensizeDlgProc);
     if (!printDialogOk || !IsWindow(owner)) {
         return 0;
     }
@@ -96,8 +93,9 @@ int PrintTurtleTree(HWND owner, DrawContext* ctx, const ExprNode* tree) {
     return 1;
 }
 
-INT_PTR CALLBACK PrintPensizeDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
+INT_PTR CALLBACK PrintPensizeDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_INITDIALOG) {
+        begin_answer(dialog, lparam);
         SetDlgItemTextA(dialog, IDC_PEN_SIZE, printPenWidth.c_str());
         if (GetDlgCtrlID(reinterpret_cast<HWND>(wparam)) == IDC_PEN_SIZE) {
             return TRUE;

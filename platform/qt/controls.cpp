@@ -7,10 +7,11 @@
 #include "platform/qt/updown.h"
 
 #include <QGroupBox>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QRegularExpressionValidator>
 
 #include <algorithm>
 
@@ -52,6 +53,33 @@ class RadioControl : public ButtonControl {
         button()->group()->setExclusive(false);
         button()->setChecked(on);
         button()->group()->setExclusive(true);
+    }
+};
+
+// Takes digits from the keyboard only; what is pasted or set is not looked at.
+class NumberEdit : public QLineEdit {
+  public:
+    explicit NumberEdit(QWidget* parent) : QLineEdit(parent) {
+        setInputMethodHints(Qt::ImhDigitsOnly);
+    }
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        const QString typed = event->text();
+        const bool shortcut = event->modifiers().testFlag(Qt::ControlModifier);
+        if (!shortcut && !typed.isEmpty() && typed.at(0).isPrint() &&
+            (typed.at(0) < u'0' || typed.at(0) > u'9')) {
+            return;
+        }
+        QLineEdit::keyPressEvent(event);
+    }
+    void inputMethodEvent(QInputMethodEvent* event) override {
+        const QString committed = event->commitString();
+        const bool digits = std::all_of(committed.begin(), committed.end(),
+                                        [](QChar c) { return c >= u'0' && c <= u'9'; });
+        if (digits) {
+            QLineEdit::inputMethodEvent(event);
+        }
     }
 };
 
@@ -111,13 +139,10 @@ std::shared_ptr<Control> make_button(const DialogItem& item, const Place& place)
 
 std::shared_ptr<Control> make_edit(const DialogItem& item, const Place& place) {
     require_styles(item, kEditAutoScroll | kEditNumber);
-    auto* edit = new QLineEdit(to_qstring(item.text.text), place.parent_widget);
+    const bool number = (item.style & kEditNumber) != 0;
+    auto* edit = number ? new NumberEdit(place.parent_widget) : new QLineEdit(place.parent_widget);
+    edit->setText(to_qstring(item.text.text));
     edit->setFrame((item.style & kBorder) != 0);
-    if ((item.style & kEditNumber) != 0) {
-        static const QRegularExpression digits(QStringLiteral("[0-9]*"));
-        edit->setValidator(new QRegularExpressionValidator(digits, edit));
-        edit->setInputMethodHints(Qt::ImhDigitsOnly);
-    }
     return std::make_shared<EditControl>(place.parent, item.id, edit);
 }
 

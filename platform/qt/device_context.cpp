@@ -139,6 +139,24 @@ HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
     return paint->hdc;
 }
 
+namespace platform {
+
+void erase_now(Window& window) {
+    if (!window.wants_paint()) {
+        return;
+    }
+    const Window::Update update = window.take_update();
+    if (update.erase) {
+        HDC handle = GetDC(window.handle());
+        device_context(handle)->clip_to(update.region);
+        SendMessageA(window.handle(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(handle), 0);
+        ReleaseDC(window.handle(), handle);
+    }
+    window.invalidate(update.region, false);
+}
+
+} // namespace platform
+
 BOOL EndPaint(HWND handle, const PAINTSTRUCT* paint) {
     ReleaseDC(handle, paint->hdc);
     return TRUE;

@@ -68,4 +68,8 @@ inline PixelRect pixel_rect(const RECT& r) {
 // Fills `area` of the device with one pixel value, clipped.
 void fill(DeviceContext& device, const PixelRect& area, std::uint32_t pixel);
 
+// Has a window erase what waits to be painted now, where that is wanted, rather than when it is
+// painted.
+void erase_now(Window& window);
+
 } // namespace platform

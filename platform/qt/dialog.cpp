@@ -88,6 +88,7 @@ void DialogWidget::closeEvent(QCloseEvent* event) {
 
 DialogWindow::DialogWindow(HWND owner, DLGPROC procedure, const DialogTemplate& design)
     : owner_(owner), procedure_(procedure), widget_(new DialogWidget(widget_of(owner), handle())) {
+    extra().resize(DWLP_USER + sizeof(LONG_PTR));
     const DialogUnits units(design);
     const QRect area = units.rect(design.x, design.y, design.width, design.height);
     widget_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |

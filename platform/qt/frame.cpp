@@ -81,7 +81,7 @@ bool grayed_in(const std::vector<MenuItem>& items, std::uint16_t id) {
 
 ClientArea::ClientArea(Frame* frame) : QWidget(frame), frame_(frame), controls_(this) {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::NoFocus); // a click takes the keyboard from no control
     setMouseTracking(true);
 }
 
@@ -161,6 +161,13 @@ void Frame::closeEvent(QCloseEvent* event) {
     }
 }
 
+// A window that becomes the active one has the keyboard itself, whichever control had it before.
+void Frame::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        client_->setFocus(Qt::ActiveWindowFocusReason);
+    }
+}
+
 TopLevelWindow::TopLevelWindow(const WindowClass& window_class, const QString& title)
     : class_(window_class), menu_(load_menu(window_class.menu)), frame_(new Frame(this)) {
     extra().resize(class_.extra_bytes);
@@ -221,13 +228,19 @@ void TopLevelWindow::client_resized() {
     if (redraw) {
         invalidate(QRect(QPoint(0, 0), size), true);
     }
-    if (created_) {
-        tell_size();
+    if (was_shown_) {
+        erase_and_tell_size();
     }
 }
 
-void TopLevelWindow::tell_size() {
-    created_ = true;
+void TopLevelWindow::shown() {
+    if (!std::exchange(was_shown_, true)) {
+        erase_and_tell_size();
+    }
+}
+
+void TopLevelWindow::erase_and_tell_size() {
+    erase_now(*this);
     const QSize size = client_size();
     send_message(
         handle(), WM_SIZE, 0,
@@ -265,14 +278,11 @@ HWND CreateWindowExA(DWORD, LPCSTR class_name, LPCSTR title, DWORD style, int x,
     if (send_message(handle, WM_CREATE, 0, reinterpret_cast<LPARAM>(parameter)) == -1) {
         DestroyWindow(handle);
     }
-    if (IsWindow(handle)) {
-        window->tell_size();
-    }
     return IsWindow(handle) ? handle : nullptr;
 }
 
 BOOL ShowWindow(HWND handle, int show) {
-    const Window* window = window_of(handle);
+    Window* window = window_of(handle);
     if (window == nullptr) {
         return FALSE;
     }
@@ -282,6 +292,9 @@ BOOL ShowWindow(HWND handle, int show) {
     if (show != SW_HIDE) {
         widget->raise();
         widget->activateWindow();
+        if (auto* top_level = dynamic_cast<TopLevelWindow*>(window)) {
+            top_level->shown();
+        }
     }
     return was_visible;
 }

@@ -29,6 +29,8 @@ class ClientArea : public QWidget {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    // The keyboard moves among a dialog's controls only.
+    bool focusNextPrevChild(bool) override { return false; }
 
   private:
     TopLevelWindow* owner() const; // null once the frame is orphaned
@@ -56,17 +58,19 @@ class TopLevelWindow final : public Window {
 
     bool paints() const override { return true; }
 
-    // The frame has another size: tells the window's procedure, once it was told of its creation.
+    // The frame has another size: tells the window's procedure, once the window was shown.
     void client_resized();
 
-    // Tells the procedure the size, now and from now on.
-    void tell_size();
+    // The window is on the screen: before the first time its procedure hears of no size.
+    void shown();
 
   private:
+    void erase_and_tell_size();
+
     const WindowClass& class_;
     std::vector<MenuItem> menu_;
     QPointer<Frame> frame_;
-    bool created_ = false;
+    bool was_shown_ = false;
 };
 
 class Frame : public QWidget {
@@ -87,6 +91,7 @@ class Frame : public QWidget {
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     TopLevelWindow* window_; // null once orphaned

@@ -211,7 +211,7 @@ constexpr UINT CS_HREDRAW = 0x0002;
 constexpr UINT CS_DBLCLKS = 0x0008;
 constexpr DWORD WS_CHILD = 0x40000000;
 constexpr DWORD WS_BORDER = 0x00800000;
-constexpr DWORD ES_NUMBER = 0x2000; // Here: nothing but digits can be pasted either.
+constexpr DWORD ES_NUMBER = 0x2000;
 constexpr DWORD BS_DEFPUSHBUTTON = 0x0001;
 constexpr int SW_HIDE = 0;
 constexpr int SW_SHOWNORMAL = 1;
@@ -245,6 +245,7 @@ constexpr UINT DT_BOTTOM = 0x0008;
 constexpr UINT DT_SINGLELINE = 0x0020;
 constexpr UINT DT_NOPREFIX = 0x0800;
 
+constexpr int DWLP_USER = 16; // of a dialog's own bytes, those for its procedure's use
 constexpr int IDOK = 1;
 constexpr int IDCANCEL = 2;
 
@@ -351,9 +352,9 @@ BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* controls);
 ATOM RegisterClassExA(const WNDCLASSEXA* window_class);
 // Here: top-level windows of registered classes, always with the styles of an overlapped window,
 // and in them the child controls "EDIT" and "BUTTON", whose `menu` is their id. Children lie over
-// what their window draws; the tab key moves among them and their window, and a click beside them
-// gives the keyboard back to it. WM_CREATE brings `parameter` itself. The outer size is made with a
-// usual frame, as the window manager's is not known before the window is shown.
+// what their window draws, and tell it of clicks only. WM_CREATE brings `parameter` itself. The
+// outer size is made with a usual frame, as the window manager's is not known before the window is
+// shown.
 HWND CreateWindowExA(DWORD extended_style, LPCSTR class_name, LPCSTR title, DWORD style, int x,
                      int y, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                      LPVOID parameter);
@@ -382,7 +383,9 @@ BOOL PostMessageA(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 void PostQuitMessage(int exit_code);
 
 // Dialogs
-// Here: what takes the keyboard is a tab stop, whatever its style says.
+// Here: what takes the keyboard is a tab stop, whatever its style says, and every open dialog knows
+// its keys, not only the one that was opened last. A dialog whose owner goes, or whose program is
+// quit, results in -1, on Windows also in 0 or 1.
 INT_PTR DialogBoxParamA(HINSTANCE instance, LPCSTR name, HWND owner, DLGPROC procedure,
                         LPARAM parameter);
 BOOL EndDialog(HWND dialog, INT_PTR result);

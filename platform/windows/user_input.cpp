@@ -237,7 +237,8 @@ void click_control(HWND window, int control, Button button) {
     HWND target = GetDlgItem(window, control);
     RECT area{};
     GetClientRect(target, &area);
-    click_soon(target, {area.right / 2, area.bottom - 4}, button, none, 1);
+    SendMessageA(target, TBM_GETCHANNELRECT, 0, reinterpret_cast<LPARAM>(&area)); // of a slider
+    click_soon(target, {(area.left + area.right) / 2, area.bottom - 4}, button, none, 1);
 }
 
 void click_arrow(HWND dialog, int control, bool up) {

@@ -52,25 +52,28 @@ TEST_F(ChildControls, LieOverThePaintedWindow) {
     EXPECT_STREQ(text, "102");
     EXPECT_EQ(user::text(window_, kButton), "Redraw...");
 
-    HDC dc = GetDC(window_);
-    const RECT all{0, 0, 400, 200};
-    FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    // The window's own ground is drawn around them.
+    on_message = [](HWND window, UINT message, WPARAM device) -> LRESULT {
+        if (message != WM_ERASEBKGND) {
+            return 0;
+        }
+        RECT all{};
+        GetClientRect(window, &all);
+        FillRect(reinterpret_cast<HDC>(device), &all,
+                 static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+        return 1;
+    };
+    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
     settle();
-    ReleaseDC(window_, dc);
     EXPECT_EQ(user::pixel(window_, 60, 7), RGB(0, 0, 0));
     EXPECT_EQ(user::pixel(window_, 60, 29), RGB(0, 0, 0));
     EXPECT_EQ(user::pixel(window_, 7, 15), RGB(0, 0, 0));
     EXPECT_EQ(user::pixel(window_, 100, 18), RGB(255, 255, 255)); // the field's own ground
     EXPECT_NE(user::pixel(window_, 130, 18), RGB(0, 0, 0));
-    EXPECT_EQ(take_log(), Lines{});
-
-    EXPECT_EQ(create_control(window_, "COMBOBOX", "", 0, 8, 1), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_CANNOT_FIND_WND_CLASS);
     EXPECT_EQ(create_control(nullptr, "EDIT", "", 0, 8, 1), nullptr);
-    EXPECT_EQ(create_control(edit_, "EDIT", "", 0, 8, 1), nullptr);
 }
 
-TEST_F(ChildControls, DigitFieldsTakeDigitsOnly) {
+TEST_F(ChildControls, DigitFieldsTakeDigitsOnlyFromTheKeyboard) {
     type_and_settle("1a-2 b3");
     EXPECT_EQ(user::text(window_, kEdit), "123");
     press({"Ctrl+A", "Ctrl+Ins", "End", "Shift+Ins"});
@@ -82,7 +85,7 @@ TEST_F(ChildControls, DigitFieldsTakeDigitsOnly) {
     EXPECT_EQ(SetClipboardData(CF_TEXT, letters), letters);
     CloseClipboard();
     press({"Shift+Ins"});
-    EXPECT_EQ(user::text(window_, kEdit), "123123");
+    EXPECT_EQ(user::text(window_, kEdit), "1231234x");
     EXPECT_EQ(take_log(), Lines{});
 }
 
@@ -94,16 +97,28 @@ TEST_F(ChildControls, TheFocusedFieldGetsEveryShortcutsCommand) {
     EXPECT_EQ(user::text(window_, kEdit), "7");
     EXPECT_EQ(take_log(), Lines{});
 
-    user::click(window_, 200, 100); // the keyboard goes back
+    // Neither a click beside it nor a key takes the keyboard from it, but a click on the button and
+    // the return to its window do.
+    user::click(window_, 200, 100);
+    settle();
+    EXPECT_EQ(take_log(), Lines{"left 1 at 200,100"});
+    press({"Tab", "5", "Ctrl+E"});
+    EXPECT_EQ(user::text(window_, kEdit), "75");
+    user::click_control(window_, kButton);
+    settle();
+    press({"6", "Space", "Ctrl+E"});
+    Lines log = take_log();
+    std::erase(log, "erase"); // a button may ask for what lies behind its corners
+    EXPECT_EQ(log, (Lines{"command 1961 from 0", "command 1961 from 0"}));
+    EXPECT_EQ(user::text(window_, kEdit), "75");
+    HWND other = show_other();
+    settle();
+    DestroyWindow(other);
+    ShowWindow(window_, SW_SHOW);
     settle();
     take_log();
-    press({"Ctrl+E", "5"});
+    press({"Ctrl+E"});
     EXPECT_EQ(take_log(), Lines{"command 32771 from 1"});
-    EXPECT_EQ(user::text(window_, kEdit), "7");
-
-    press({"Tab", "9", "Tab", "Space", "Tab", "Ctrl+E"}); // field, button and window again
-    EXPECT_EQ(user::text(window_, kEdit), "9");
-    EXPECT_EQ(take_log(), (Lines{"command 1961 from 0", "command 32771 from 1"}));
 }
 
 TEST_F(ChildControls, GoWithTheirWindowAfterItHeardOfItsEnd) {

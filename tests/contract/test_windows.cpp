@@ -11,6 +11,9 @@ std::function<LRESULT(HWND, UINT, WPARAM)> on_message;
 
 namespace {
 
+// The origin of a command; a menu's and a button's is 0, a field's are above.
+constexpr WORD kByShortcut = 1;
+
 std::string message_name(UINT message, WPARAM wparam, LPARAM lparam) {
     const auto place = static_cast<std::uintptr_t>(lparam);
     const std::string at = std::to_string(LOWORD(place)) + "," + std::to_string(HIWORD(place));
@@ -24,6 +27,9 @@ std::string message_name(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_ERASEBKGND:
         return "erase";
     case WM_COMMAND:
+        if (HIWORD(wparam) > kByShortcut) {
+            return "";
+        }
         return "command " + std::to_string(LOWORD(wparam)) + " from " +
                std::to_string(HIWORD(wparam));
     case WM_LBUTTONDOWN:
@@ -81,6 +87,13 @@ void settle() {
     run(script);
 }
 
+HWND show_other() {
+    HWND other = CreateWindowExA(0, "Logging", "Other", WS_OVERLAPPEDWINDOW, 450, 20, 300, 200,
+                                 nullptr, nullptr, nullptr, nullptr);
+    ShowWindow(other, SW_SHOW);
+    return other;
+}
+
 Windows::Windows() {
     WNDCLASSEXA logging{};
     logging.cbSize = sizeof logging;
@@ -97,7 +110,7 @@ Windows::Windows() {
     ShowWindow(window_, SW_SHOWNORMAL);
     UpdateWindow(window_);
     settle();
-    take_log();
+    shown_ = take_log();
 }
 
 Windows::~Windows() {

@@ -13,7 +13,8 @@ namespace pelmora_test {
 
 using Lines = std::vector<std::string>;
 
-// What the windows were told, a line for each message that matters.
+// What the windows were told, a line for each message that matters. What fields tell of their own
+// text does not: the program asks them.
 extern Lines log_lines;
 Lines take_log();
 
@@ -27,6 +28,9 @@ void end_script(const std::string& failure);
 // Handles what is waiting.
 void settle();
 
+// Shows a second window of the class, beside the first.
+HWND show_other();
+
 // A shown window of the class "Logging", with the population window's menu.
 class Windows : public testing::Test {
   protected:
@@ -35,6 +39,7 @@ class Windows : public testing::Test {
 
     HWND window_;
     Lines created_; // what it was told before it was shown
+    Lines shown_;   // and then
 };
 
 } // namespace pelmora_test
