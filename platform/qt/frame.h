@@ -29,8 +29,6 @@ class ClientArea : public QWidget {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    // The keyboard moves among a dialog's controls only.
-    bool focusNextPrevChild(bool) override { return false; }
 
   private:
     TopLevelWindow* owner() const; // null once the frame is orphaned
@@ -92,6 +90,8 @@ class Frame : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    // The tab key moves among a dialog's controls only.
+    bool focusNextPrevChild(bool) override { return false; }
 
   private:
     TopLevelWindow* window_; // null once orphaned
