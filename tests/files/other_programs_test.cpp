@@ -5,11 +5,11 @@
 #include "files/clipboard.h"
 #include "files/eps.h"
 #include "files/metafile.h"
+#include "platform/user.h"
 #include "tests/files/folder.h"
 #include "tests/files/other_programs.h"
 #include "tests/support/metafile_text.h"
 #include "tests/support/trees.h"
-#include "platform/user.h"
 #include "turtle/draw.h"
 
 #include <gtest/gtest.h>

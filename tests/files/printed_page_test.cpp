@@ -1,9 +1,9 @@
 // The page that comes out of printing a turtle, as another program shows it.
 #include "files/printing.h"
+#include "platform/user.h"
 #include "resources/resource.h"
 #include "tests/files/other_programs.h"
 #include "tests/support/trees.h"
-#include "platform/user.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "files/saved_file.h"
 #include "files/turtle_file.h"
 #include "model/parse.h"
-#include "tests/files/folder.h"
+#include "tests/files/read_only.h"
 #include "tests/support/failing_new.h"
 #include "tests/support/trees.h"
 

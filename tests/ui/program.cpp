@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-
 namespace pelmora_test {
 
 using namespace pelmora;

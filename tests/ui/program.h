@@ -1,8 +1,8 @@
 // The program's windows in the hands of a test, without its start-up.
 #pragma once
 
-#include "tests/support/alerts.h"
 #include "platform/user.h"
+#include "tests/support/alerts.h"
 #include "ui/population_window.h"
 
 #include <string>

@@ -1,0 +1,90 @@
+// A user's answers to the dialogs of the exchange commands.
+#pragma once
+
+#include "resources/resource.h"
+#include "tests/ui/program.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+
+namespace pelmora_test {
+
+// What a user does with the dialogs that a command opens, in order.
+class Answers {
+  public:
+    Answers()
+        : script_([this](const std::string& failure) {
+              failure_ = failure;
+              if (!failure.empty()) {
+                  PostQuitMessage(0); // out of the dialog that nobody answers
+              }
+          }) {}
+    ~Answers() { EXPECT_EQ(failure_, ""); }
+    Answers(const Answers&) = delete;
+    Answers& operator=(const Answers&) = delete;
+
+    Answers& file(const std::string& name) {
+        await_system();
+        script_.then("the name", [name] { user::choose_file(name); });
+        return *this;
+    }
+    Answers& cancel() {
+        await_system();
+        script_.then("cancel", [] { user::cancel_system_dialog(); });
+        return *this;
+    }
+    Answers& print_to(const std::string& path) {
+        await_system();
+        script_.then("the path", [path] { user::print_to_file(path); });
+        return *this;
+    }
+    Answers& question(const std::string& button) {
+        script_.await("a question", [] { return !user::question().empty(); });
+        script_.then(button, [button] { user::answer(button); });
+        return *this;
+    }
+    // Does something with the dialog of this title, once it is open.
+    Answers& dialog(const std::string& title, std::function<void(HWND)> action) {
+        script_.await(title, [title] { return user::find_window(title) != nullptr; });
+        script_.then(title,
+                     [title, action = std::move(action)] { action(user::find_window(title)); });
+        return *this;
+    }
+    Answers& gone(const std::string& title) {
+        script_.await("the end of " + title,
+                      [title] { return user::find_window(title) == nullptr; });
+        return *this;
+    }
+    Answers& alert(const std::string& text) {
+        return dialog("Dialog",
+                      [text](HWND alert) {
+                          EXPECT_EQ(user::text(alert, IDC_MESSAGE_TEXT), text);
+                          user::press(alert, "Return");
+                      })
+            .gone("Dialog");
+    }
+    Answers& then(std::function<void()> action) {
+        script_.then("then", std::move(action));
+        return *this;
+    }
+    // Gives the command, which returns when the last dialog is answered.
+    void to(const PopulationWindow& window, int command) { to(window.handle(), command); }
+    void to(HWND window, int command) {
+        script_.start();
+        SendMessageA(window, WM_COMMAND, MAKEWPARAM(static_cast<unsigned>(command), 0), 0);
+        settle();
+    }
+
+  private:
+    void await_system() {
+        script_.await("a system dialog", [] { return !user::system_dialog().empty(); });
+    }
+
+    std::string failure_ = "the script did not end";
+    user::Script script_;
+};
+
+} // namespace pelmora_test
