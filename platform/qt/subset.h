@@ -434,7 +434,8 @@ int SetStretchBltMode(HDC device, int mode);
 
 // Enhanced metafiles. `frame` is in hundredths of a millimetre, null for the picture's own; a null
 // file name keeps the metafile in memory.
-// Here: no reference device but the screen; the file appears whole, when the metafile is closed.
+// Here: no reference device but the screen; the file appears whole, when the metafile is closed;
+// whatever cannot be written is ERROR_PATH_NOT_FOUND.
 HDC CreateEnhMetaFileA(HDC reference, LPCSTR file, const RECT* frame, LPCSTR description);
 HENHMETAFILE CloseEnhMetaFile(HDC device);
 BOOL DeleteEnhMetaFile(HENHMETAFILE metafile);
