@@ -59,11 +59,8 @@ std::int64_t root_below(std::int64_t n) {
 // How far a disc reaches to either side at the distance y from its middle row, where a middle may
 // lie between two pixels: all distances are doubled. A pixel at the distances a <= b is in the disc
 // when half a pixel nearer, along b, it would be within the circle through the outermost pixels;
-// the middle rows and columns reach that far themselves.
+// the middle column reaches that far in any case.
 std::int64_t disc_reach(std::int64_t outermost, std::int64_t y) {
-    if (y <= 1) {
-        return outermost;
-    }
     const auto at_pixel = [outermost](std::int64_t x) { return x - ((x ^ outermost) & 1); };
     const std::int64_t square = outermost * outermost;
     if (const std::int64_t left = square - y * y; left > 0) {
