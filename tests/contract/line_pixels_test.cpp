@@ -200,7 +200,7 @@ TEST_F(LinePixels, FollowTheRuleInAllDirections) {
 }
 
 TEST_F(LinePixels, FollowTheRuleAnywhere) {
-    std::mt19937 random(1); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same every time
+    std::mt19937 random(1); // the same every time
     const auto within = [&random](int reach) {
         return static_cast<int>(random() % static_cast<unsigned>(2 * reach + kSize)) - reach;
     };

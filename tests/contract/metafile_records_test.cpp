@@ -143,7 +143,7 @@ TEST(Metafile, BoundsFollowTheMapMode) {
         int mode;
         double units; // in a millimetre
     };
-    std::mt19937 random(1); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same every time
+    std::mt19937 random(1); // the same every time
     for (const Mode& mode : {Mode{MM_LOMETRIC, 10}, Mode{MM_HIMETRIC, 100},
                              Mode{MM_LOENGLISH, 100 / 25.4}, Mode{MM_HIENGLISH, 1000 / 25.4}}) {
         for (int i = 0; i < 25; ++i) {

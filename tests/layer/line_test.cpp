@@ -39,7 +39,7 @@ class Canvas {
 };
 
 TEST(Line, AClipOnlyCuts) {
-    std::mt19937 random(1); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same every time
+    std::mt19937 random(1); // the same every time
     const auto in = [&random](int low, int high) {
         return std::uniform_int_distribution(low, high)(random);
     };
