@@ -71,6 +71,9 @@ bool in_dot(int width, Place middle, Place pixel) {
 bool in_band(const Line& line, Place pixel) {
     const Number dx = line.to.x - line.from.x;
     const Number dy = line.to.y - line.from.y;
+    if (dx == 0 && dy == 0) {
+        return false;
+    }
     const auto side = [&](Number extent) {
         const double length = std::sqrt(static_cast<double>(dx * dx + dy * dy));
         const double exact = static_cast<double>(line.width * extent) / length;
