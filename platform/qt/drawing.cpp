@@ -1,5 +1,6 @@
 // Drawing calls on a device context.
 #include "platform/qt/device_context.h"
+#include "platform/qt/wide_line.h"
 
 #include <QPainter>
 
@@ -31,25 +32,13 @@ PixelRect area_of_line(const DeviceContext& device, int x, int y) {
             std::max(device.x, x) + reach, std::max(device.y, y) + reach};
 }
 
-// A clip region for a painter, for the few drawings that are not done by hand.
+// A clip region for a painter, for text.
 QRegion painter_clip(const DeviceContext& device) {
     QRegion region;
     for (const PixelRect& part : device.clip) {
         region += QRect(part.left, part.top, part.right - part.left, part.bottom - part.top);
     }
     return region;
-}
-
-void draw_wide_line(DeviceContext& device, int x, int y) {
-    QPainter painter(&device.surface->image());
-    painter.setClipRegion(painter_clip(device));
-    painter.setPen(QPen(QColor::fromRgb(device.pen_color), device.pen_width, Qt::SolidLine,
-                        Qt::RoundCap, Qt::RoundJoin));
-    if (device.x == x && device.y == y) {
-        painter.drawPoint(x, y);
-    } else {
-        painter.drawLine(device.x, device.y, x, y);
-    }
 }
 
 // Copies `area` of the target from the same place moved by (dx, dy) in the source. Both lie in
@@ -98,8 +87,11 @@ BOOL LineTo(HDC handle, int x, int y) {
             draw_line(device->surface->pixels(), clip, device->x, device->y, x, y,
                       device->pen_color);
         }
-    } else if (!device->clip.empty()) {
-        draw_wide_line(*device, x, y);
+    } else {
+        for (const PixelRect& clip : device->clip) {
+            draw_wide_line(device->surface->pixels(), clip, device->x, device->y, x, y,
+                           device->pen_width, device->pen_color);
+        }
     }
     if (device->window != nullptr && !device->painting) {
         device->touch(area_of_line(*device, x, y));

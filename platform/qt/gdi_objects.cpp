@@ -78,8 +78,8 @@ HBRUSH CreateSolidBrush(COLORREF color) {
         static_cast<GdiObject*>(new (std::nothrow) Brush(pixel_of(color))));
 }
 
-HBITMAP CreateCompatibleBitmap(HDC, int width, int height) {
-    if (width <= 0 || height <= 0) {
+HBITMAP CreateCompatibleBitmap(HDC device, int width, int height) {
+    if (device == nullptr || width <= 0 || height <= 0) {
         return nullptr;
     }
     QImage image(width, height, QImage::Format_RGB32);
@@ -112,7 +112,7 @@ BOOL DeleteObject(HGDIOBJ handle) {
     }
     auto* bitmap = static_cast<Bitmap*>(object);
     if (bitmap->holder != nullptr) {
-        return FALSE; // as on Windows: a bitmap in a device context stays
+        return FALSE;
     }
     delete bitmap;
     return TRUE;

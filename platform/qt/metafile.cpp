@@ -3,21 +3,29 @@
 #include "platform/qt/metafile_recorder.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <vector>
 
 namespace platform {
 
 MapScale map_scale(int mode, const ReferenceDevice& device) {
+    // As on Windows the screen is a whole number of units wide and high.
+    const auto english = [&device](double units_in_millimeter) {
+        const auto scale = [units_in_millimeter](int millimeters) {
+            return millimeters * 100.0 / std::round(millimeters * units_in_millimeter);
+        };
+        return MapScale{scale(device.millimeters_x), -scale(device.millimeters_y)};
+    };
     switch (mode) {
     case MM_LOMETRIC:
         return {10.0, -10.0};
     case MM_HIMETRIC:
         return {1.0, -1.0};
     case MM_LOENGLISH:
-        return {25.4, -25.4};
+        return english(100 / 25.4);
     case MM_HIENGLISH:
-        return {2.54, -2.54};
+        return english(1000 / 25.4);
     default:
         return {device.millimeters_x * 100.0 / device.pixels_x,
                 device.millimeters_y * 100.0 / device.pixels_y};

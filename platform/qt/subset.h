@@ -430,13 +430,15 @@ HDC GetDC(HWND window);
 int ReleaseDC(HWND window, HDC device);
 HDC CreateCompatibleDC(HDC device);
 BOOL DeleteDC(HDC device);
+// Here: always in full colour, and never without pixels.
 HBITMAP CreateCompatibleBitmap(HDC device, int width, int height);
 int GetDeviceCaps(HDC device, int index);
 int SetStretchBltMode(HDC device, int mode);
 
 // Enhanced metafiles. `frame` is in hundredths of a millimetre, null for the picture's own; a null
 // file name keeps the metafile in memory.
-// Here: no reference device but the screen; the file appears whole, when the metafile is closed.
+// Here: no reference device but the screen; the file appears whole, when the metafile is closed;
+// whatever cannot be written is ERROR_PATH_NOT_FOUND.
 HDC CreateEnhMetaFileA(HDC reference, LPCSTR file, const RECT* frame, LPCSTR description);
 HENHMETAFILE CloseEnhMetaFile(HDC device);
 BOOL DeleteEnhMetaFile(HENHMETAFILE metafile);
@@ -455,13 +457,13 @@ HPEN CreatePen(int style, int width, COLORREF color);
 HBRUSH CreateSolidBrush(COLORREF color);
 // Here: pens and bitmaps only; the first bitmap of a memory device context replaces none.
 HGDIOBJ SelectObject(HDC device, HGDIOBJ object);
-BOOL DeleteObject(HGDIOBJ object);
+BOOL DeleteObject(HGDIOBJ object); // Here: a selected bitmap stays, and that is no success.
 
 BOOL MoveToEx(HDC device, int x, int y, POINT* previous);
 BOOL LineTo(HDC device, int x, int y);
-int FillRect(HDC device, const RECT* rect, HBRUSH brush);
+int FillRect(HDC device, const RECT* rect, HBRUSH brush); // Here: an inverted one is empty.
 int FrameRect(HDC device, const RECT* rect, HBRUSH brush);
-// Here: from another surface only.
+// Here: from another surface only, and to the right and down.
 BOOL BitBlt(HDC device, int x, int y, int width, int height, HDC source, int source_x, int source_y,
             DWORD operation);
 BOOL RectVisible(HDC device, const RECT* rect);

@@ -3,74 +3,138 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 
 namespace {
 
 constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kBlack = RGB(0, 0, 0);
 constexpr COLORREF kInk = RGB(0x12, 0x34, 0x56);
 constexpr int kWidth = 12;
 constexpr int kHeight = 8;
 
+// A bitmap of its own in the screen's colours, in a device context.
+class Canvas {
+  public:
+    Canvas(int width, int height) {
+        HDC screen = GetDC(nullptr);
+        dc_ = CreateCompatibleDC(screen);
+        bitmap_ = CreateCompatibleBitmap(screen, width, height);
+        SelectObject(dc_, bitmap_);
+        EXPECT_EQ(ReleaseDC(nullptr, screen), 1);
+    }
+    ~Canvas() {
+        EXPECT_TRUE(DeleteDC(dc_));
+        EXPECT_TRUE(DeleteObject(bitmap_));
+    }
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+
+    HDC dc() const { return dc_; }
+    HBITMAP bitmap() const { return bitmap_; }
+
+  private:
+    HDC dc_;
+    HBITMAP bitmap_;
+};
+
 class Gdi : public testing::Test {
   protected:
-    Gdi() {
-        SelectObject(dc_, bitmap_);
+    Gdi() { clear(); }
+    ~Gdi() override { DeleteObject(ink_); }
+
+    void clear() {
         const RECT all{0, 0, kWidth, kHeight};
-        FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        EXPECT_NE(FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))), 0);
     }
-    ~Gdi() override {
-        DeleteDC(dc_);
-        EXPECT_TRUE(DeleteObject(bitmap_));
-        DeleteObject(ink_);
-    }
-    // The picture, a character a pixel: "." white, "#" ink, "?" anything else.
-    std::string picture() const {
+    // A character a pixel: "." white, "#" ink, "0" black, "?" anything else.
+    static std::string picture(HDC device, int width, int height) {
         std::string rows;
-        for (int y = 0; y < kHeight; ++y) {
-            for (int x = 0; x < kWidth; ++x) {
-                const COLORREF pixel = GetPixel(dc_, x, y);
-                rows += pixel == kWhite ? '.' : pixel == kInk ? '#' : '?';
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                const COLORREF pixel = GetPixel(device, x, y);
+                rows += pixel == kWhite ? '.' : pixel == kInk ? '#' : pixel == kBlack ? '0' : '?';
             }
             rows += '\n';
         }
         return rows;
     }
-    int ink_pixels() const {
-        const std::string all = picture();
-        EXPECT_EQ(all.find('?'), std::string::npos);
-        return static_cast<int>(std::count(all.begin(), all.end(), '#'));
-    }
-    void line(int x0, int y0, int x1, int y1) {
-        EXPECT_EQ(MoveToEx(dc_, x0, y0, nullptr), 1);
-        EXPECT_EQ(LineTo(dc_, x1, y1), 1);
+    // Without the rows and columns that are white up to the edges: "" when nothing was drawn.
+    std::string drawn() const {
+        std::string rows;
+        std::string blank;
+        const std::string all = picture(dc_, kWidth, kHeight);
+        for (std::size_t at = 0; at < all.size(); at += kWidth + 1) {
+            const std::string row = all.substr(at, kWidth);
+            const std::size_t end = row.find_last_not_of('.');
+            if (end == std::string::npos) {
+                blank += '\n';
+                continue;
+            }
+            rows += blank + row.substr(0, end + 1) + '\n';
+            blank.clear();
+        }
+        return rows;
     }
 
-    HDC dc_ = CreateCompatibleDC(nullptr);
-    HBITMAP bitmap_ = CreateCompatibleBitmap(dc_, kWidth, kHeight);
+    Canvas canvas_{kWidth, kHeight};
+    HDC dc_ = canvas_.dc();
     HBRUSH ink_ = CreateSolidBrush(kInk);
 };
 
 TEST_F(Gdi, FillsAndFramesToTheEdgesThatAreLeftOut) {
-    const RECT filled{1, 1, 3, 4};
-    EXPECT_EQ(FillRect(dc_, &filled, ink_), 1);
-    const RECT framed{5, 1, 10, 6};
-    EXPECT_EQ(FrameRect(dc_, &framed, ink_), 1);
-    EXPECT_EQ(picture(), "............\n"
-                         ".##..#####..\n"
-                         ".##..#...#..\n"
-                         ".##..#...#..\n"
-                         ".....#...#..\n"
-                         ".....#####..\n"
-                         "............\n"
-                         "............\n");
-    for (const RECT& empty : {RECT{4, 4, 4, 6}, RECT{4, 4, 6, 4}, RECT{6, 6, 4, 4}}) {
-        EXPECT_EQ(FrameRect(dc_, &empty, ink_), 0);
+    struct Case {
+        RECT area;
+        const char* filled;
+        const char* framed;
+    };
+    const Case cases[] = {
+        {{1, 1, 5, 4}, "\n.####\n.####\n.####\n", "\n.####\n.#..#\n.####\n"},
+        {{2, 0, 4, 2}, "..##\n..##\n", "..##\n..##\n"},
+        {{2, 0, 3, 3}, "..#\n..#\n..#\n", "..#\n..#\n..#\n"},
+        {{-3, -3, 2, 3}, "##\n##\n##\n", ".#\n.#\n##\n"},
+        {{10, 6, 99, 99},
+         "\n\n\n\n\n\n..........##\n..........##\n",
+         "\n\n\n\n\n\n..........##\n..........#\n"},
+        {{50, 1, 60, 2}, "", ""},
+        {{4, 4, 4, 6}, "", nullptr},
+        {{4, 4, 6, 4}, "", nullptr},
+        {{6, 6, 4, 4}, nullptr, nullptr}, // nobody fills such a one
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.area.left * 100 + c.area.top);
+        if (c.filled != nullptr) {
+            EXPECT_NE(FillRect(dc_, &c.area, ink_), 0);
+            EXPECT_EQ(drawn(), c.filled);
+            clear();
+        }
+        EXPECT_EQ(FrameRect(dc_, &c.area, ink_), c.framed != nullptr ? 1 : 0);
+        EXPECT_EQ(drawn(), c.framed != nullptr ? c.framed : "");
+        clear();
     }
-    const RECT beyond{-100, 7, 1000, 1000};
-    FillRect(dc_, &beyond, ink_);
-    EXPECT_EQ(ink_pixels(), 6 + 16 + kWidth);
+}
+
+TEST_F(Gdi, ColoursAreExact) {
+    Canvas copy(3, 1);
+    EXPECT_EQ(picture(copy.dc(), 3, 1), "000\n");
+    for (const COLORREF color : {RGB(1, 2, 3), RGB(254, 127, 128), RGB(255, 0, 0), RGB(0, 0, 8)}) {
+        HBRUSH brush = CreateSolidBrush(color);
+        const RECT first{0, 0, 1, 1};
+        FillRect(dc_, &first, brush);
+        DeleteObject(brush);
+        HGDIOBJ before = SelectObject(dc_, CreatePen(PS_SOLID, 0, color));
+        MoveToEx(dc_, 1, 0, nullptr);
+        LineTo(dc_, 2, 0);
+        DeleteObject(SelectObject(dc_, before));
+        EXPECT_EQ(BitBlt(copy.dc(), 0, 0, 3, 1, dc_, 0, 0, SRCCOPY), 1);
+        EXPECT_EQ(GetPixel(dc_, 0, 0), color);
+        EXPECT_EQ(GetPixel(dc_, 1, 0), color);
+        EXPECT_EQ(GetPixel(copy.dc(), 0, 0), color);
+        EXPECT_EQ(GetPixel(copy.dc(), 1, 0), color);
+        EXPECT_EQ(GetPixel(copy.dc(), 2, 0), kWhite);
+    }
+    EXPECT_EQ(GetPixel(dc_, kWidth, 0), CLR_INVALID);
+    EXPECT_EQ(GetPixel(dc_, 0, -1), CLR_INVALID);
 }
 
 TEST_F(Gdi, ADeletedPenDrawsOnUntilItIsReplaced) {
@@ -79,49 +143,90 @@ TEST_F(Gdi, ADeletedPenDrawsOnUntilItIsReplaced) {
     EXPECT_EQ(first, GetStockObject(BLACK_PEN));
     EXPECT_EQ(DeleteObject(pen), 1);
     EXPECT_EQ(DeleteObject(first), 1); // a stock object stays
-    line(2, 3, 6, 3);
-    EXPECT_EQ(ink_pixels(), 4);
-    line(7, 7, 7, 7);
-    EXPECT_EQ(ink_pixels(), 4);
-    POINT at{};
-    MoveToEx(dc_, 0, 0, &at);
-    EXPECT_TRUE(at.x == 7 && at.y == 7);
+    EXPECT_EQ(GetCurrentObject(dc_, OBJ_PEN), pen);
+    EXPECT_EQ(MoveToEx(dc_, 1, 0, nullptr), 1);
+    EXPECT_EQ(LineTo(dc_, 4, 0), 1);
+    EXPECT_EQ(LineTo(dc_, 4, 0), 1); // of no length
+    EXPECT_EQ(drawn(), ".###\n");
     EXPECT_EQ(SelectObject(dc_, first), pen);
-    LineTo(dc_, 1, 0);
-    EXPECT_EQ(GetPixel(dc_, 0, 0), RGB(0, 0, 0));
-    EXPECT_EQ(SelectObject(dc_, nullptr), nullptr);
+    LineTo(dc_, 6, 0); // from where the last one ended
+    EXPECT_EQ(drawn(), ".###00\n");
+
+    EXPECT_EQ(SelectObject(dc_, nullptr), nullptr); // there was no memory for a pen
+    EXPECT_EQ(DeleteObject(nullptr), 0);
+    EXPECT_EQ(GetCurrentObject(dc_, OBJ_PEN), first);
 }
 
 TEST_F(Gdi, CopiesWhatLiesInBothPictures) {
+    Canvas other(4, 4);
     const RECT corner{0, 0, 3, 2};
     FillRect(dc_, &corner, ink_);
-    HDC other = CreateCompatibleDC(dc_);
-    EXPECT_EQ(BitBlt(other, 0, 0, 2, 2, dc_, 0, 0, SRCCOPY), 1); // no bitmap: nothing to paint
-    HBITMAP picture_of_its_own = CreateCompatibleBitmap(dc_, 4, 4);
-    EXPECT_EQ(SelectObject(other, bitmap_), nullptr); // in one device context at a time
-    SelectObject(other, picture_of_its_own);
-    EXPECT_FALSE(DeleteObject(picture_of_its_own));
-    EXPECT_EQ(BitBlt(other, 1, 1, 100, 100, dc_, 1, 0, SRCCOPY), 1);
-    EXPECT_EQ(GetPixel(other, 1, 1), kInk);
-    EXPECT_EQ(GetPixel(other, 2, 2), kInk);
-    EXPECT_EQ(GetPixel(other, 3, 1), kWhite);
-    EXPECT_EQ(GetPixel(other, 0, 0), RGB(0, 0, 0));
-    EXPECT_EQ(GetPixel(other, 4, 0), CLR_INVALID);
-    EXPECT_EQ(BitBlt(dc_, kWidth - 1, kHeight - 1, 4, 4, other, -2, -2, SRCCOPY), 1);
-    DeleteDC(other);
-    EXPECT_TRUE(DeleteObject(picture_of_its_own));
-    EXPECT_EQ(ink_pixels(), 6);
+    EXPECT_EQ(SelectObject(other.dc(), canvas_.bitmap()), nullptr); // in one device at a time
+    EXPECT_EQ(BitBlt(other.dc(), 1, 1, 100, 100, dc_, 1, 0, SRCCOPY), 1);
+    EXPECT_EQ(picture(other.dc(), 4, 4), "0000\n"
+                                         "0##.\n"
+                                         "0##.\n"
+                                         "0...\n");
+    struct Case {
+        int x, y, width, height, from_x, from_y;
+        const char* drawn;
+    };
+    const Case cases[] = {
+        {-1, -1, 8, 8, 0, 0, "##\n##\n"},
+        {2, 1, 8, 8, -2, -2, "\n\n\n....0000\n....0##\n....0##\n....0\n"},
+        {11, 7, 4, 4, 1, 1, "\n\n\n\n\n\n\n...........#\n"},
+        {2, 1, 1, 2, 1, 1, "\n..#\n..#\n"},
+        {2, 1, 0, 2, 1, 1, ""},
+        {50, 1, 4, 4, 0, 0, ""},
+        {0, 0, 4, 4, 10, 10, ""},
+    };
+    for (const Case& c : cases) {
+        clear();
+        EXPECT_EQ(BitBlt(dc_, c.x, c.y, c.width, c.height, other.dc(), c.from_x, c.from_y, SRCCOPY),
+                  1);
+        EXPECT_EQ(drawn(), c.drawn) << c.x << ',' << c.y;
+    }
 }
 
-TEST_F(Gdi, ImpossibleBitmapsAreRefused) {
-    EXPECT_EQ(CreateCompatibleBitmap(dc_, 0, 5), nullptr);
-    EXPECT_EQ(CreateCompatibleBitmap(dc_, 2'000'000'000, 2'000'000'000), nullptr);
-    HDC empty = CreateCompatibleDC(dc_);
-    const RECT any{0, 0, 5, 5};
-    EXPECT_EQ(FillRect(empty, &any, ink_), 1);
+TEST_F(Gdi, KnowsWhatCanBeSeen) {
+    for (const RECT& seen : {RECT{0, 0, 1, 1}, {-5, -5, 1, 1}, {11, 7, 50, 50}, {-9, -9, 99, 99}}) {
+        EXPECT_TRUE(RectVisible(dc_, &seen)) << seen.left;
+    }
+    for (const RECT& unseen :
+         {RECT{-5, -5, 0, 0}, {12, 0, 50, 50}, {0, 8, 5, 9}, {4, 4, 4, 6}, {4, 4, 6, 4}}) {
+        EXPECT_FALSE(RectVisible(dc_, &unseen)) << unseen.left;
+    }
+}
+
+// Where memory ran out, the program goes on without a picture.
+TEST_F(Gdi, WithoutABitmapNothingFails) {
+    HDC screen = GetDC(nullptr);
+    EXPECT_GT(GetDeviceCaps(screen, HORZRES), 0);
+    EXPECT_GT(GetDeviceCaps(screen, VERTRES), 0);
+    EXPECT_EQ(CreateCompatibleBitmap(screen, 2'000'000'000, 2'000'000'000), nullptr);
+    EXPECT_EQ(CreateCompatibleBitmap(nullptr, 5, 5), nullptr);
+    HDC empty = CreateCompatibleDC(screen);
+    ReleaseDC(nullptr, screen);
+    HPEN pen = CreatePen(PS_SOLID, 3, kInk);
+    EXPECT_EQ(SelectObject(empty, pen), GetStockObject(BLACK_PEN));
+    EXPECT_EQ(MoveToEx(empty, 1, 1, nullptr), 1);
     EXPECT_EQ(LineTo(empty, 9, 9), 1);
-    EXPECT_FALSE(RectVisible(empty, &any));
-    DeleteDC(empty);
+    const RECT any{0, 0, 5, 5};
+    EXPECT_NE(FillRect(empty, &any, ink_), 0);
+    EXPECT_EQ(BitBlt(empty, 0, 0, 5, 5, dc_, 0, 0, SRCCOPY), 1);
+    EXPECT_TRUE(DeleteDC(empty));
+    EXPECT_TRUE(DeleteObject(pen));
+
+    EXPECT_EQ(MoveToEx(nullptr, 1, 1, nullptr), 0);
+    EXPECT_EQ(LineTo(nullptr, 9, 9), 0);
+    EXPECT_EQ(SelectObject(nullptr, GetStockObject(BLACK_PEN)), nullptr);
+    EXPECT_EQ(GetCurrentObject(nullptr, OBJ_PEN), nullptr);
+    EXPECT_EQ(FrameRect(dc_, &any, nullptr), 0);
+    EXPECT_FALSE(RectVisible(nullptr, &any));
+    EXPECT_EQ(BitBlt(dc_, 0, 0, 5, 5, nullptr, 0, 0, SRCCOPY), 0);
+    EXPECT_EQ(BitBlt(nullptr, 0, 0, 5, 5, dc_, 0, 0, SRCCOPY), 0);
+    EXPECT_FALSE(DeleteDC(nullptr));
+    EXPECT_EQ(drawn(), "");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Metafiles: the records that drawing leaves, the files that they go to, and their pictures.
+// Metafiles beyond their contract: how their files are written, and their pictures.
 #include "platform/qt/metafile.h"
 #include "tests/files/read_only.h"
 #include "tests/support/failing_new.h"
@@ -20,17 +20,12 @@ namespace {
 
 using namespace pelmora_test;
 namespace fs = std::filesystem;
-using Lines = std::vector<std::string>;
 
 constexpr char kDescription[] = "A\0B\0";
 constexpr RECT kFrame{0, 0, 5000, 3000};
 
 std::string bytes_of(HENHMETAFILE metafile) {
     return platform::metafile_bytes(metafile).toStdString();
-}
-
-std::int32_t field(const std::string& bytes, std::size_t offset) {
-    return qFromLittleEndian<qint32>(bytes.data() + offset);
 }
 
 void line(HDC device, int x0, int y0, int x1, int y1) {
@@ -48,49 +43,6 @@ std::string recorded(int mode, const RECT* frame, Draw draw) {
     std::string bytes = bytes_of(metafile);
     EXPECT_TRUE(DeleteEnhMetaFile(metafile));
     return bytes;
-}
-
-TEST(Metafile, RecordsEveryCallOnce) {
-    HDC device = CreateEnhMetaFileA(nullptr, nullptr, &kFrame, kDescription);
-    EXPECT_EQ(SetMapMode(device, MM_LOMETRIC), MM_TEXT);
-    EXPECT_EQ(SetMapMode(device, MM_LOMETRIC), MM_LOMETRIC);
-    EXPECT_EQ(SetMapMode(device, 99), 0);
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
-    HPEN unused = CreatePen(PS_SOLID, 9, RGB(9, 9, 9));
-    HPEN red = CreatePen(PS_SOLID, -3, RGB(255, 0, 0));
-    HPEN blue = CreatePen(PS_SOLID, 0, RGB(1, 2, 255));
-    EXPECT_EQ(SelectObject(device, red), GetStockObject(BLACK_PEN));
-    line(device, 1, -2, 3, 4);
-    SelectObject(device, blue);
-    SelectObject(device, red);
-    EXPECT_EQ(GetCurrentObject(device, OBJ_PEN), red);
-    DeleteObject(red); // its number is free while it goes on drawing
-    EXPECT_EQ(LineTo(device, -2'000'000'000, 2'000'000'000), 1);
-    HPEN green = CreatePen(PS_SOLID, 1, RGB(0, 255, 0));
-    SelectObject(device, green);
-    DeleteObject(unused);
-    SelectObject(device, GetStockObject(BLACK_PEN));
-    DeleteObject(green);
-    DeleteObject(blue);
-    HENHMETAFILE metafile = CloseEnhMetaFile(device);
-    const std::string bytes = bytes_of(metafile);
-    Lines lines = metafile_lines(bytes);
-    lines.front().erase(7, lines.front().find("frame") - 7);
-    EXPECT_EQ(lines, (Lines{"HEADER frame 0 0 5000 3000 handles 3 description A/B", "SETMAPMODE 2",
-                            "SETMAPMODE 2", "CREATEPEN 1 width 3 color 0x0000FF", "SELECTOBJECT 1",
-                            "MOVETOEX 1 -2", "LINETO 3 4", "CREATEPEN 2 width 0 color 0xFF0201",
-                            "SELECTOBJECT 2", "SELECTOBJECT 1", "DELETEOBJECT 1",
-                            "LINETO -2000000000 2000000000", "CREATEPEN 1 width 1 color 0x00FF00",
-                            "SELECTOBJECT 1", "SELECTOBJECT stock 7", "DELETEOBJECT 1",
-                            "DELETEOBJECT 2", "EOF"}));
-    EXPECT_EQ(field(bytes, 4), 120); // the description padded
-    EXPECT_EQ(field(bytes, 44), 0x10000);
-    EXPECT_EQ(field(bytes, 60), 5);
-    EXPECT_EQ(field(bytes, 64), 108);
-    EXPECT_EQ(bytes.substr(bytes.size() - 12), std::string("\0\0\0\0\x10\0\0\0\x14\0\0\0", 12));
-    EXPECT_TRUE(DeleteEnhMetaFile(metafile));
-    EXPECT_FALSE(DeleteEnhMetaFile(metafile)); // released handles are recognised
-    EXPECT_EQ(bytes_of(metafile), "");
 }
 
 // Metafiles in a folder of their own, in which "old" has other content.

@@ -1,0 +1,223 @@
+// The pixels of lines, each asked by itself by a second reading of the rules.
+#include "platform/win32.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <utility>
+
+namespace {
+
+constexpr int kSize = 32;
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kInk = RGB(0x12, 0x34, 0x56);
+
+using Number = std::int64_t;
+
+struct Place {
+    Number x, y;
+};
+
+struct Line {
+    int width;
+    Place from, to;
+};
+
+// a / b rounded, a half downward; b > 0.
+Number rounded(Number a, Number b) {
+    const Number n = 2 * a - b; // ceil((2a - b) / 2b)
+    return n >= 0 ? (n + 2 * b - 1) / (2 * b) : -(-n / (2 * b));
+}
+
+// Of a line one pixel wide: along the longer axis one pixel a step, on the other the exact place
+// rounded. The end point is left out.
+bool in_thin_line(const Line& line, Place pixel) {
+    const Number dx = line.to.x - line.from.x;
+    const Number dy = line.to.y - line.from.y;
+    if (dx == 0 && dy == 0) {
+        return false;
+    }
+    const bool steep = std::abs(dy) > std::abs(dx);
+    const Number length = steep ? dy : dx;
+    const Number step = steep ? pixel.y - line.from.y : pixel.x - line.from.x;
+    if (length > 0 ? step < 0 || step >= length : step > 0 || step <= length) {
+        return false;
+    }
+    const Number magnitude = std::abs(length);
+    const auto at = [&](Number start, Number drift) {
+        return rounded(start * magnitude + drift * std::abs(step), magnitude);
+    };
+    return steep ? pixel.x == at(line.from.x, dx) : pixel.y == at(line.from.y, dy);
+}
+
+// Of a dot: distances from its middle, which lies between pixels where the width is even, are
+// doubled.
+bool in_dot(int width, Place middle, Place pixel) {
+    const Number even = width % 2 == 0 ? 1 : 0;
+    const Number x = std::abs(2 * (pixel.x - middle.x) + even);
+    const Number y = std::abs(2 * (pixel.y - middle.y) + even);
+    const auto [least, most] = std::minmax(x, y);
+    const Number reach = width - 1;
+    return most <= reach && (least <= 1 || (most - 1) * (most - 1) + least * least < reach * reach);
+}
+
+// Of the band between the ends: the corners are whole, and pixels on its left sides and on a level
+// upper side belong to it.
+bool in_band(const Line& line, Place pixel) {
+    const Number dx = line.to.x - line.from.x;
+    const Number dy = line.to.y - line.from.y;
+    if (dx == 0 && dy == 0) {
+        return false;
+    }
+    const auto side = [&](Number extent) {
+        const double length = std::sqrt(static_cast<double>(dx * dx + dy * dy));
+        const double exact = static_cast<double>(line.width * extent) / length;
+        return static_cast<Number>(exact) + (dx != 0 && dy != 0 ? 1 : 0);
+    };
+    const Number across = side(std::abs(dy));
+    const Number down = side(std::abs(dx)) * (dx * dy > 0 ? -1 : 1);
+    const Number odd_down = down < 0 ? -1 : 1;
+    const Place right{(across + 1) / 2, (down + odd_down) / 2};
+    const Place left{-(across / 2), -(down / 2)};
+    const Place corners[] = {{line.from.x + right.x, line.from.y + right.y},
+                             {line.to.x + right.x, line.to.y + right.y},
+                             {line.to.x + left.x, line.to.y + left.y},
+                             {line.from.x + left.x, line.from.y + left.y}};
+    const bool clockwise = dx * (left.y - right.y) - dy * (left.x - right.x) > 0;
+    for (int i = 0; i < 4; ++i) {
+        const Place& a = corners[clockwise ? i : (i + 1) % 4];
+        const Place& b = corners[clockwise ? (i + 1) % 4 : i];
+        const Number inward = (b.x - a.x) * (pixel.y - a.y) - (b.y - a.y) * (pixel.x - a.x);
+        const bool kept = b.y < a.y || (b.y == a.y && b.x > a.x);
+        if (inward < 0 || (inward == 0 && !kept)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool in_line(const Line& line, Place pixel) {
+    if (line.width <= 1) {
+        return in_thin_line(line, pixel);
+    }
+    return in_dot(line.width, line.from, pixel) || in_dot(line.width, line.to, pixel) ||
+           in_band(line, pixel);
+}
+
+class LinePixels : public testing::Test {
+  protected:
+    LinePixels() { SelectObject(device_, bitmap_); }
+    ~LinePixels() override {
+        DeleteDC(device_);
+        DeleteObject(bitmap_);
+        ReleaseDC(nullptr, screen_);
+    }
+
+    // The rows of the picture that one line makes: "." white, "#" ink, "?" anything else.
+    std::string drawn(const Line& line) {
+        const RECT all{0, 0, kSize, kSize};
+        FillRect(device_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        HGDIOBJ before = SelectObject(device_, CreatePen(PS_SOLID, line.width, kInk));
+        EXPECT_EQ(MoveToEx(device_, static_cast<int>(line.from.x), static_cast<int>(line.from.y),
+                           nullptr),
+                  1);
+        EXPECT_EQ(LineTo(device_, static_cast<int>(line.to.x), static_cast<int>(line.to.y)), 1);
+        DeleteObject(SelectObject(device_, before));
+        return picture([this](int x, int y) {
+            const COLORREF pixel = GetPixel(device_, x, y);
+            return pixel == kWhite ? '.' : pixel == kInk ? '#' : '?';
+        });
+    }
+
+    static std::string expected(const Line& line) {
+        return picture([&line](int x, int y) { return in_line(line, {x, y}) ? '#' : '.'; });
+    }
+
+    // Whether the line has the pixels of the rule; says so when it has not.
+    bool compare(const Line& line) {
+        const std::string wanted = expected(line);
+        const bool same = drawn(line) == wanted;
+        EXPECT_TRUE(same) << "width " << line.width << " from " << line.from.x << ',' << line.from.y
+                          << " to " << line.to.x << ',' << line.to.y << '\n'
+                          << drawn(line) << "instead of\n"
+                          << wanted;
+        return same;
+    }
+
+  private:
+    template <typename Pixel>
+    static std::string picture(Pixel pixel) {
+        std::string rows;
+        for (int y = 0; y < kSize; ++y) {
+            for (int x = 0; x < kSize; ++x) {
+                rows += pixel(x, y);
+            }
+            rows += '\n';
+        }
+        return rows;
+    }
+
+    HDC screen_ = GetDC(nullptr);
+    HDC device_ = CreateCompatibleDC(screen_);
+    HBITMAP bitmap_ = CreateCompatibleBitmap(screen_, kSize, kSize);
+};
+
+// A slanted line, a dot, and where the rule itself might be misread.
+TEST_F(LinePixels, AreTheKnownOnes) {
+    struct Known {
+        Line line;
+        const char* rows[6];
+    };
+    const Known known[] = {
+        {{0, {1, 1}, {6, 3}}, {"......", ".##...", "...##.", ".....#", "......"}},
+        {{1, {6, 3}, {1, 1}}, {".......", "..#....", "...##..", ".....##", "......."}},
+        {{3, {2, 1}, {2, 1}}, {"..#..", ".###.", "..#..", "....."}},
+        {{2, {2, 1}, {7, 1}}, {".#######.", ".#######.", "........."}},
+        {{3, {2, 2}, {7, 4}},
+         {".........", "..####...", ".#######.", ".#######.", "....#####", ".......#."}},
+    };
+    for (const Known& k : known) {
+        const std::string picture = drawn(k.line);
+        for (int y = 0; y < 6 && k.rows[y] != nullptr; ++y) {
+            const std::string row = k.rows[y];
+            EXPECT_EQ(picture.substr(static_cast<std::size_t>(y * (kSize + 1)), row.size()), row)
+                << "width " << k.line.width << ", row " << y;
+        }
+    }
+}
+
+TEST_F(LinePixels, FollowTheRuleInAllDirections) {
+    for (const int width : {0, 1, 2, 3, 4, 5}) {
+        for (int i = 0; i < 21 * 21; ++i) {
+            const Place to{i % 21 - 10 + kSize / 2, i / 21 - 10 + kSize / 2};
+            if (!compare({width, {kSize / 2, kSize / 2}, to})) {
+                return;
+            }
+        }
+    }
+}
+
+TEST_F(LinePixels, FollowTheRuleAnywhere) {
+    std::mt19937 random(1); // the same every time
+    const auto within = [&random](int reach) {
+        return static_cast<int>(random() % static_cast<unsigned>(2 * reach + kSize)) - reach;
+    };
+    for (const int reach : {0, 10, 100, 20'000}) {
+        for (int i = 0; i < 1500; ++i) {
+            const int width = static_cast<int>(random() % (i % 3 == 0 ? 21 : 4));
+            // One end near the surface, so that most lines meet it.
+            const Place one{within(std::min(reach, 10)), within(std::min(reach, 10))};
+            const Place other{within(reach), within(reach)};
+            if (!compare(i % 2 == 0 ? Line{width, one, other} : Line{width, other, one})) {
+                return;
+            }
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,223 @@
+// Metafiles: the records that drawing leaves, their header, and the files that they go to.
+#include "tests/support/metafile_text.h"
+
+#include "platform/win32.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace pelmora_test;
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+constexpr char kName[] = "drawn.emf"; // in the current folder
+constexpr char kDescription[] = "A\0B\0";
+constexpr RECT kFrame{0, 0, 5000, 3000};
+
+std::string content_of(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The number at an offset of a metafile's bytes.
+std::int32_t field(const std::string& bytes, std::size_t offset) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 4; i-- > 0;) {
+        value = value << 8U | static_cast<unsigned char>(bytes.at(offset + i));
+    }
+    return static_cast<std::int32_t>(value);
+}
+
+Lines numbers(const std::string& bytes, std::size_t offset, int count) {
+    Lines texts;
+    for (int i = 0; i < count; ++i, offset += 4) {
+        texts.push_back(std::to_string(field(bytes, offset)));
+    }
+    return texts;
+}
+
+void line(HDC device, int x0, int y0, int x1, int y1) {
+    EXPECT_EQ(MoveToEx(device, x0, y0, nullptr), 1);
+    EXPECT_EQ(LineTo(device, x1, y1), 1);
+}
+
+// The bytes of a metafile that `draw` draws into a file.
+template <typename Draw>
+std::string recorded(const RECT* frame, const char* description, Draw draw) {
+    HDC device = CreateEnhMetaFileA(nullptr, kName, frame, description);
+    EXPECT_NE(device, nullptr);
+    draw(device);
+    HENHMETAFILE metafile = CloseEnhMetaFile(device);
+    EXPECT_NE(metafile, nullptr);
+    std::string bytes = content_of(kName);
+    EXPECT_EQ(DeleteEnhMetaFile(metafile), 1);
+    EXPECT_TRUE(fs::remove(kName)); // the handle's end is not the file's
+    return bytes;
+}
+
+TEST(Metafile, RecordsEveryCallOnce) {
+    HPEN blue = CreatePen(PS_SOLID, 0, RGB(1, 2, 255));
+    const std::string bytes = recorded(&kFrame, kDescription, [blue](HDC device) {
+        EXPECT_EQ(GetCurrentObject(device, OBJ_PEN), GetStockObject(BLACK_PEN));
+        EXPECT_EQ(SetMapMode(device, MM_LOMETRIC), MM_TEXT);
+        EXPECT_EQ(SetMapMode(device, MM_LOMETRIC), MM_LOMETRIC);
+        HPEN unused = CreatePen(PS_SOLID, 9, RGB(9, 9, 9));
+        HPEN red = CreatePen(PS_SOLID, -3, RGB(255, 0, 0));
+        EXPECT_EQ(SelectObject(device, red), GetStockObject(BLACK_PEN));
+        line(device, 1, -2, 3, 4);
+        EXPECT_EQ(SelectObject(device, blue), red);
+        EXPECT_EQ(SelectObject(device, red), blue);
+        EXPECT_EQ(GetCurrentObject(device, OBJ_PEN), red);
+        EXPECT_EQ(DeleteObject(red), 1); // its number is free while it goes on drawing
+        EXPECT_EQ(LineTo(device, -2'000'000'000, 2'000'000'000), 1);
+        HPEN green = CreatePen(PS_SOLID, 1, RGB(0, 255, 0));
+        SelectObject(device, green);
+        EXPECT_EQ(DeleteObject(unused), 1);
+        SelectObject(device, GetStockObject(BLACK_PEN));
+        EXPECT_EQ(DeleteObject(green), 1);
+        SelectObject(device, blue);
+        EXPECT_EQ(SetMapMode(device, MM_TEXT), MM_LOMETRIC);
+    });
+    EXPECT_EQ(DeleteObject(blue), 1); // no part of what was closed
+
+    Lines lines = metafile_lines(bytes);
+    lines.front().erase(7, lines.front().find("frame") - 7);
+    EXPECT_EQ(lines, (Lines{"HEADER frame 0 0 5000 3000 handles 3 description A/B", "SETMAPMODE 2",
+                            "SETMAPMODE 2", "CREATEPEN 1 width 3 color 0x0000FF", "SELECTOBJECT 1",
+                            "MOVETOEX 1 -2", "LINETO 3 4", "CREATEPEN 2 width 0 color 0xFF0201",
+                            "SELECTOBJECT 2", "SELECTOBJECT 1", "DELETEOBJECT 1",
+                            "LINETO -2000000000 2000000000", "CREATEPEN 1 width 1 color 0x00FF00",
+                            "SELECTOBJECT 1", "SELECTOBJECT stock 7", "DELETEOBJECT 1",
+                            "SELECTOBJECT 2", "SETMAPMODE 1", "EOF"}));
+    EXPECT_EQ(bytes.substr(bytes.size() - 12), std::string("\0\0\0\0\x10\0\0\0\x14\0\0\0", 12));
+}
+
+TEST(Metafile, HasAHeaderThatFitsTheScreen) {
+    HDC screen = GetDC(nullptr);
+    const int pixels_x = GetDeviceCaps(screen, HORZRES);
+    const int pixels_y = GetDeviceCaps(screen, VERTRES);
+    ReleaseDC(nullptr, screen);
+    const std::string bytes = recorded(nullptr, kDescription, [](HDC device) {
+        line(device, 300, 500, 100, 400);
+        line(device, 200, 450, 1000, 450);
+        MoveToEx(device, 9999, 9999, nullptr); // draws nothing
+    });
+    const int millimeters_x = field(bytes, 80);
+    const int millimeters_y = field(bytes, 84);
+    EXPECT_GT(millimeters_x, 0);
+    EXPECT_GT(millimeters_y, 0);
+    const auto hundredths = [](int pixel, int millimeters, int pixels) {
+        return std::to_string(pixel * millimeters * 100 / pixels);
+    };
+    // Size of the header, bounds, frame, signature, version, sizes, texts, palette, device.
+    EXPECT_EQ(numbers(bytes, 0, 2), (Lines{"1", "120"}));
+    EXPECT_EQ(numbers(bytes, 8, 4), (Lines{"100", "400", "1000", "500"}));
+    EXPECT_EQ(numbers(bytes, 24, 4), (Lines{hundredths(100, millimeters_x, pixels_x),
+                                            hundredths(400, millimeters_y, pixels_y),
+                                            hundredths(1000, millimeters_x, pixels_x),
+                                            hundredths(500, millimeters_y, pixels_y)}));
+    EXPECT_EQ(numbers(bytes, 40, 8),
+              (Lines{std::to_string(0x464D4520), std::to_string(0x10000),
+                     std::to_string(bytes.size()), "7", "1", "5", "108", "0"}));
+    EXPECT_EQ(numbers(bytes, 72, 2), (Lines{std::to_string(pixels_x), std::to_string(pixels_y)}));
+    EXPECT_EQ(numbers(bytes, 88, 3), (Lines{"0", "0", "0"}));
+    EXPECT_EQ(numbers(bytes, 100, 2),
+              (Lines{std::to_string(millimeters_x * 1000), std::to_string(millimeters_y * 1000)}));
+    EXPECT_EQ(bytes.substr(108, 12), std::string("A\0\0\0B\0\0\0\0\0\0\0", 12));
+}
+
+// In every map mode the screen is a whole number of units wide and high.
+TEST(Metafile, BoundsFollowTheMapMode) {
+    struct Mode {
+        int mode;
+        double units; // in a millimetre
+    };
+    std::mt19937 random(1); // the same every time
+    for (const Mode& mode : {Mode{MM_LOMETRIC, 10}, Mode{MM_HIMETRIC, 100},
+                             Mode{MM_LOENGLISH, 100 / 25.4}, Mode{MM_HIENGLISH, 1000 / 25.4}}) {
+        for (int i = 0; i < 25; ++i) {
+            const auto anywhere = [&random] {
+                return static_cast<int>(random() % 60'001) - 30'000;
+            };
+            const int x0 = anywhere();
+            const int y0 = anywhere();
+            const int x1 = anywhere();
+            const int y1 = anywhere();
+            const std::string bytes = recorded(&kFrame, nullptr, [&](HDC device) {
+                EXPECT_EQ(SetMapMode(device, mode.mode), MM_TEXT);
+                line(device, x0, y0, x1, y1);
+            });
+            // The pixel nearest to a place, of two the one or the other.
+            const auto expect_pixel = [&](std::size_t offset, int place, std::size_t axis) {
+                const double extent = std::round(field(bytes, 80 + axis) * mode.units);
+                const double exact = place * field(bytes, 72 + axis) / extent;
+                EXPECT_NEAR(field(bytes, offset), exact, 0.500001) << mode.mode;
+            };
+            expect_pixel(8, std::min(x0, x1), 0);
+            expect_pixel(12, -std::max(y0, y1), 4);
+            expect_pixel(16, std::max(x0, x1), 0);
+            expect_pixel(20, -std::min(y0, y1), 4);
+        }
+    }
+}
+
+TEST(Metafile, MayBeEmpty) {
+    const auto nothing = [](HDC) {};
+    EXPECT_EQ(
+        metafile_lines(recorded(&kFrame, kDescription, nothing)),
+        (Lines{"HEADER bounds 0 0 -1 -1 frame 0 0 5000 3000 handles 1 description A/B", "EOF"}));
+    const std::string bytes = recorded(nullptr, nullptr, nothing);
+    const auto before_first = [&bytes](std::size_t axis) {
+        return std::to_string(-field(bytes, 80 + axis) * 100 / field(bytes, 72 + axis));
+    };
+    EXPECT_EQ(bytes.size(), 108U + 20U);
+    EXPECT_EQ(numbers(bytes, 8, 4), (Lines{"0", "0", "-1", "-1"}));
+    EXPECT_EQ(numbers(bytes, 24, 4), (Lines{"0", "0", before_first(0), before_first(4)}));
+}
+
+TEST(Metafile, LivesInMemoryWithoutAName) {
+    HDC device = CreateEnhMetaFileA(nullptr, nullptr, nullptr, kDescription);
+    ASSERT_NE(device, nullptr);
+    line(device, 1, 2, 3, 4);
+    HENHMETAFILE metafile = CloseEnhMetaFile(device);
+    EXPECT_NE(metafile, nullptr);
+    EXPECT_EQ(DeleteEnhMetaFile(metafile), 1);
+    EXPECT_EQ(DeleteEnhMetaFile(metafile), 0); // released handles are recognised
+    SetLastError(ERROR_SUCCESS);
+    EXPECT_EQ(CloseEnhMetaFile(nullptr), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+    SetLastError(ERROR_SUCCESS);
+    EXPECT_EQ(SetMapMode(nullptr, MM_TEXT), 0);
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+}
+
+TEST(Metafile, IsRefusedWhereItCannotBeWritten) {
+    const auto refused = [](const char* path) {
+        SetLastError(ERROR_SUCCESS);
+        return CreateEnhMetaFileA(nullptr, path, &kFrame, nullptr) == nullptr;
+    };
+    EXPECT_TRUE(refused("no/such/folder.emf"));
+    EXPECT_EQ(GetLastError(), ERROR_PATH_NOT_FOUND);
+    EXPECT_TRUE(refused("."));
+    EXPECT_TRUE(refused(""));
+}
+
+TEST(Metafile, ReplacesAFile) {
+    std::ofstream(kName) << std::string(100'000, 'x');
+    const std::string bytes =
+        recorded(&kFrame, nullptr, [](HDC device) { line(device, 0, 0, 10, 10); });
+    EXPECT_EQ(metafile_lines(bytes).back(), "EOF");
+}
+
+} // namespace
