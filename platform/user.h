@@ -101,7 +101,8 @@ void accept_system_dialog();
 // Picks a filter of the open file dialog, the first being 0.
 void choose_filter(int index);
 
-// Tells the open print dialog to print into a file, in PDF, and presses its button.
+// Tells the open print dialog to print into a file and presses its button. The file is what the
+// printer makes: PDF, or PostScript under Wine.
 void print_to_file(const std::string& path);
 
 // Presses a button of what question() says, by its label: "Yes", "No", "OK".

@@ -63,6 +63,10 @@ void visit_editor(Tour& tour) {
         user::press(population(), "Ctrl+D");
     });
     tour.wait_for(kEditor);
+    tour.step("Ctrl+W", [] { user::press(editor(), "Ctrl+W"); });
+    tour.wait_until_gone(kEditor);
+    tour.step("edit it again", [] { user::press(population(), "Ctrl+D"); });
+    tour.wait_for(kEditor);
     auto drawings = std::make_shared<std::vector<std::vector<std::uint32_t>>>();
     for (const char* limit : {"10", "200", "10240"}) {
         show_limit(tour, limit);
@@ -76,11 +80,10 @@ void visit_editor(Tour& tour) {
         user::focus(editor(), IDC_LIMIT);
         user::press(editor(), "Ctrl+W");
     });
-    tour.step("but for the window", [&tour] {
+    tour.step("but its menu is", [&tour] {
         tour.check(editor() != nullptr, "the editor is still open");
-        user::click(editor(), 200, 200);
+        tour.check(user::choose(editor(), "File", "Close"), "the editor's menu");
     });
-    tour.step("Ctrl+W", [] { user::press(editor(), "Ctrl+W"); });
     tour.wait_until_gone(kEditor);
 }
 

@@ -35,7 +35,7 @@ std::string listing(const std::string& pcross, const std::string& children,
 
 Tour::Tour(const std::string& folder)
     // The program sends its streams to its log files; the tour's own words go where they went.
-    : folder_(std::filesystem::absolute(folder).string()),
+    : folder_(std::filesystem::absolute(folder)),
       out_(::fdopen(::dup(STDOUT_FILENO), "w")), script_([this](const std::string& failure) {
           check(failure.empty(), failure);
           PostQuitMessage(0);
@@ -96,7 +96,7 @@ int Tour::run() {
 void Tour::check_log_files() {
     const std::string banner = "------ THIS IS PELMORA ----------\n";
     const auto read = [](const char* path) {
-        std::ifstream file(path, std::ios::binary);
+        std::ifstream file(path); // their lines end as the system's do
         return std::string(std::istreambuf_iterator<char>(file), {});
     };
     check(read("stdout.txt") == banner, "stdout.txt holds the banner alone");

@@ -4,6 +4,7 @@
 #include "platform/user.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <string>
 
@@ -30,7 +31,7 @@ class Tour {
     void picture(const std::string& name, const std::string& title);
 
     // The path of a file that the tour leaves.
-    std::string file(const std::string& name) const { return folder_ + "/" + name; }
+    std::string file(const std::string& name) const { return (folder_ / name).string(); }
 
     // Notes a failure of the current step unless `holds`.
     void check(bool holds, const std::string& what);
@@ -41,7 +42,7 @@ class Tour {
   private:
     void check_log_files();
 
-    std::string folder_;
+    std::filesystem::path folder_;
     std::FILE* out_;
     user::Script script_;
     std::string step_;

@@ -221,6 +221,8 @@ void visit_second_population(Tour& tour) {
         tour.check(dialog() != nullptr, "still open");
         user::type(dialog(), IDC_TURTLES, "  6 turtles");
         user::click_arrow(dialog(), IDC_TURTLES_SPIN, true);
+    });
+    tour.step("numbers beyond what there can be", [&tour] {
         tour.check(user::text(dialog(), IDC_TURTLES) == "7", "an arrow steps the number");
         user::type(dialog(), IDC_MAX_CHILDREN, "99999999999");
         user::type(dialog(), IDC_MAX_DEPTH, "-5");

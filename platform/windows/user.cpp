@@ -201,7 +201,11 @@ std::vector<std::string> menu_lines(HWND window) {
             const UINT entry = static_cast<UINT>(k);
             const UINT state = GetMenuState(popup, entry, MF_BYPOSITION);
             GetMenuStringA(popup, entry, label, sizeof label, MF_BYPOSITION);
-            std::string shown = (state & MF_SEPARATOR) != 0 ? "-" : label;
+            if ((state & MF_SEPARATOR) != 0) {
+                lines.emplace_back("-");
+                continue;
+            }
+            std::string shown = label;
             if (const auto tab = shown.find('\t'); tab != std::string::npos) {
                 shown.replace(tab, 1, " | ");
             }

@@ -4,6 +4,7 @@
 #include <array>
 
 #include <dlgs.h>
+#include <winspool.h>
 
 namespace user {
 
@@ -71,13 +72,23 @@ void accept_system_dialog() {
     soon([] { PostMessageA(GetDlgItem(system_dialog_window(), IDOK), BM_CLICK, 0, 0); });
 }
 
+// Under Wine a printer's port may be a file, and is kept with the printer's settings. The dialog
+// reads it when a printer is chosen.
 void print_to_file(const std::string& path) {
-    soon([] {
+    soon([path] {
+        std::array<wchar_t, 128> printer{};
+        DWORD size = printer.size();
+        GetDefaultPrinterW(printer.data(), &size);
+        const std::wstring key =
+            L"System\\CurrentControlSet\\Control\\Print\\Printers\\" + std::wstring(printer.data());
+        const std::wstring port = wide(path);
+        RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), L"Port", REG_SZ, port.c_str(),
+                        static_cast<DWORD>((port.size() + 1) * sizeof(wchar_t)));
         HWND dialog = system_dialog_window();
-        CheckDlgButton(dialog, kPrintToFile, BST_CHECKED);
-        PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
+        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(cmb4, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, cmb4)));
+        accept_system_dialog();
     });
-    (void)path;
 }
 
 void answer(const std::string& button) {
