@@ -1,14 +1,13 @@
 // A folder for the files of one test.
 #pragma once
 
-#include <cstdlib>
+#include "files/paths.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
-
-#include <unistd.h>
 
 namespace pelmora_test {
 
@@ -29,8 +28,10 @@ class Folder {
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
-    std::string path() const { return path_.string(); }
-    std::string path(const std::string& name) const { return (path_ / name).string(); }
+    std::string path() const { return pelmora::name_of(path_); }
+    std::string path(const std::string& name) const {
+        return pelmora::name_of(path_ / pelmora::path_of(name));
+    }
 
     // How many files and folders are in it.
     int count() const {
@@ -39,30 +40,6 @@ class Folder {
 
   private:
     std::filesystem::path path_;
-};
-
-// Makes a folder one that cannot be written, also for a test that root runs.
-class ReadOnly {
-  public:
-    explicit ReadOnly(const Folder& folder) : path_(folder.path()), user_(::geteuid()) {
-        std::filesystem::permissions(path_, std::filesystem::perms(0555));
-        constexpr uid_t kNobody = 65534;
-        if (user_ == 0 && ::seteuid(kNobody) != 0) {
-            std::abort();
-        }
-    }
-    ~ReadOnly() {
-        if (::seteuid(user_) != 0) {
-            std::abort();
-        }
-        std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
-    }
-    ReadOnly(const ReadOnly&) = delete;
-    ReadOnly& operator=(const ReadOnly&) = delete;
-
-  private:
-    std::filesystem::path path_;
-    uid_t user_;
 };
 
 inline std::string content_of(const std::string& path) {

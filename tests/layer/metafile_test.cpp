@@ -1,6 +1,6 @@
 // Metafiles: the records that drawing leaves, the files that they go to, and their pictures.
 #include "platform/qt/metafile.h"
-#include "tests/files/folder.h"
+#include "tests/files/read_only.h"
 #include "tests/support/failing_new.h"
 #include "tests/support/metafile_text.h"
 
