@@ -1,5 +1,7 @@
 #include "files/loaded_text.h"
 
+#include "files/paths.h"
+
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -27,9 +29,9 @@ LoadedText failed_to(const char* what, int error, const std::string& path) {
 
 LoadedText load_text(const std::string& path) {
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    const std::uintmax_t size = std::filesystem::file_size(path_of(path), error);
     if (error) {
-        return failed_to("stat-ing", error.value(), path);
+        return failed_to("stat-ing", error.default_error_condition().value(), path);
     }
     // Room for two bytes more than the file has: a terminating zero, and a size that may be 0.
     OwnedText text;

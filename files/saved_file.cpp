@@ -1,8 +1,10 @@
 #include "files/saved_file.h"
 
+#include "files/paths.h"
 #include "platform/win32.h"
 
 #include <cerrno>
+#include <random>
 #include <system_error>
 #include <utility>
 
@@ -11,27 +13,37 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Opens what stands at `path` for writing and changes nothing, not even a pipe, which would wait
+// Opens the device or pipe of a name for writing and changes nothing; a pipe would otherwise wait
 // for a reader.
-class WriteProbe {
+class DeviceProbe {
   public:
-    explicit WriteProbe(const fs::path& path)
-        : handle_(CreateFileA(path.string().c_str(), GENERIC_WRITE,
+    explicit DeviceProbe(const fs::path& path)
+        : handle_(CreateFileA(name_of(path).c_str(), GENERIC_WRITE,
                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
-    ~WriteProbe() {
+    ~DeviceProbe() {
         if (opened()) {
             CloseHandle(handle_);
         }
     }
-    WriteProbe(const WriteProbe&) = delete;
-    WriteProbe& operator=(const WriteProbe&) = delete;
+    DeviceProbe(const DeviceProbe&) = delete;
+    DeviceProbe& operator=(const DeviceProbe&) = delete;
 
     [[nodiscard]] bool opened() const { return handle_ != INVALID_HANDLE_VALUE; }
 
   private:
     HANDLE handle_;
 };
+
+std::FILE* open_file(const fs::path& path, const char* mode) {
+    return std::fopen(name_of(path).c_str(), mode);
+}
+
+// Whether a file may be written, which it is not yet.
+bool may_write(const fs::path& file) {
+    std::FILE* stream = open_file(file, "ab");
+    return stream != nullptr && std::fclose(stream) == 0;
+}
 
 // What a path leads to through symbolic links, whether that exists or not; empty for a loop.
 fs::path resolved(fs::path path) {
@@ -46,11 +58,16 @@ fs::path resolved(fs::path path) {
     return {};
 }
 
-// A name beside the target; the target's own, as far as names may be long, says whose it is.
-fs::path beside(const fs::path& target, int number) {
-    constexpr std::size_t kNamePart = 200;
-    const std::string name = target.filename().string().substr(0, kNamePart);
-    return target.parent_path() / ("." + name + ".saving" + std::to_string(number));
+// The name of a file that is not there yet, beside the target. By chance, since not every C library
+// can insist on making a file.
+fs::path beside(const fs::path& target) {
+    std::random_device number;
+    std::error_code error;
+    fs::path path;
+    do {
+        path = target.parent_path() / (".pelmora-saving-" + std::to_string(number()));
+    } while (fs::exists(fs::symlink_status(path, error)));
+    return path;
 }
 
 // Whether nothing can ever be made beside the target. Any other failure, of a full disk say, would
@@ -61,28 +78,23 @@ bool may_write_in_place(int error) {
 
 } // namespace
 
-SavedFile::SavedFile(const std::string& path) : target_(resolved(path)) {
+SavedFile::SavedFile(const std::string& path) : target_(resolved(path_of(path))) {
     std::error_code error;
     const fs::file_status old = fs::status(target_, error);
     if (target_.empty() || (error && old.type() != fs::file_type::not_found)) {
         return;
     }
-    if (!fs::exists(old)) {
+    if (fs::is_regular_file(old)) {
+        open_over(old);
+        return;
+    }
+    // Some devices have a name alone, and stand in no folder. The probe stays until the stream is
+    // open, so that the reader of a pipe does not take it for the end.
+    const DeviceProbe probe(target_);
+    if (probe.opened()) {
+        stream_ = open_file(target_, "wb");
+    } else if (!fs::exists(old)) {
         open_beside();
-        return;
-    }
-    // Until the stream is open, so that the reader of a pipe does not take the probe for the end.
-    const WriteProbe probe(target_);
-    if (!probe.opened()) {
-        return;
-    }
-    const bool regular = fs::is_regular_file(old);
-    if (regular && open_beside()) {
-        fs::permissions(temporary_, old.permissions(), error);
-    } else if (!regular || may_write_in_place(errno)) {
-        stream_ = std::fopen(target_.string().c_str(), "wb");
-    } else {
-        log_failure(errno);
     }
 }
 
@@ -93,28 +105,38 @@ SavedFile::~SavedFile() {
     }
 }
 
-bool SavedFile::open_beside() {
-    constexpr int kMostTries = 100; // others may be saving, or may have been interrupted
-    for (int i = 0; i < kMostTries; ++i) {
-        temporary_ = beside(target_, i);
-        stream_ = std::fopen(temporary_.string().c_str(), "wbx");
-        if (stream_ != nullptr || errno != EEXIST) {
-            break;
-        }
+void SavedFile::open_over(fs::file_status old) {
+    if (!may_write(target_)) {
+        return;
     }
-    if (stream_ == nullptr) {
-        temporary_.clear();
+    std::error_code error;
+    if (open_beside()) {
+        fs::permissions(temporary_, old.permissions(), error);
+    } else if (may_write_in_place(errno)) {
+        stream_ = open_file(target_, "wb");
+    } else {
+        log_failure(errno);
+    }
+}
+
+bool SavedFile::open_beside() {
+    const fs::path path = beside(target_);
+    stream_ = open_file(path, "wb");
+    if (stream_ != nullptr) {
+        temporary_ = path;
     }
     return stream_ != nullptr;
 }
 
 void SavedFile::log_failure(int error) const {
-    std::fprintf(stderr, "ERROR SAVE FILE '%s' = %d\n", target_.string().c_str(), error);
+    std::fprintf(stderr, "ERROR SAVE FILE '%s' = %d\n", name_of(target_).c_str(), error);
 }
 
 void SavedFile::remove_temporary() {
     std::error_code error;
     if (!temporary_.empty()) {
+        // What may not be written may not be removed everywhere either.
+        fs::permissions(temporary_, fs::perms::owner_write, fs::perm_options::add, error);
         fs::remove(temporary_, error);
     }
 }
@@ -134,7 +156,7 @@ bool SavedFile::commit() {
     if (!error) {
         return true;
     }
-    log_failure(error.value());
+    log_failure(error.default_error_condition().value());
     remove_temporary();
     return false;
 }

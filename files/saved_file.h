@@ -15,7 +15,8 @@ inline constexpr int kFileVersion = 1;
 
 // A file that is being saved. The text goes to a new file beside the old one, which takes its place
 // and its permissions in commit(). Where no new file can be made (the folder cannot be written, or
-// the target is a device or a pipe) the target is written in place. Links are followed.
+// the target is a device or a pipe) the target is written in place. Symbolic links are followed
+// where the standard library knows them.
 //
 // When something cannot be written, the old file stays as it was, as far as it was not written in
 // place; what was written is removed, and one line on the error log says so.
@@ -37,6 +38,7 @@ class SavedFile {
     [[nodiscard]] bool commit();
 
   private:
+    void open_over(std::filesystem::file_status old); // an existing file
     bool open_beside();
     void remove_temporary();
     void log_failure(int error) const;

@@ -63,6 +63,7 @@ class Offer : public QMimeData {
 
 struct State {
     bool open = false;
+    HWND opener = nullptr;
     bool emptied = false; // and what is set since then is ours to publish
     HGLOBAL text = nullptr;
     HENHMETAFILE picture = nullptr;
@@ -192,11 +193,12 @@ BOOL OpenClipboard(HWND owner) {
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return FALSE;
     }
-    if (state().open) {
+    if (state().open && state().opener != owner) {
         SetLastError(ERROR_ACCESS_DENIED);
         return FALSE;
     }
     state().open = true;
+    state().opener = owner;
     return TRUE;
 }
 

@@ -406,7 +406,7 @@ BOOL PrintDlgA(PRINTDLGA* dialog);
 
 // Clipboard. What is set belongs to the clipboard.
 // Here: what other programs see changes when it is closed, if it was emptied.
-BOOL OpenClipboard(HWND owner); // Here: fails only while this program holds it open.
+BOOL OpenClipboard(HWND owner); // Here: fails only while another window of ours holds it.
 BOOL CloseClipboard();
 BOOL EmptyClipboard();
 BOOL IsClipboardFormatAvailable(UINT format);      // Here: CF_TEXT only.

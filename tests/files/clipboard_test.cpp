@@ -1,10 +1,10 @@
 // What Copy places, and what Paste makes of what it finds.
 #include "files/clipboard.h"
-#include "platform/user.h"
+#include "tests/files/owner.h"
 #include "tests/support/alerts.h"
-#include "tests/support/failing_new.h"
 #include "tests/support/metafile_text.h"
 #include "tests/support/trees.h"
+#include "platform/user.h"
 
 #include <gtest/gtest.h>
 
@@ -82,8 +82,7 @@ TEST_F(ClipboardOf, PasteReadsEveryLayout) {
     EXPECT_EQ(paste(), "( BLOCK ( FWD_1 ) ( IF_PEN_UP ) )");
     ASSERT_TRUE(copy("( REPEAT_3 ( RIGHT_45 ) ( PEN_UP ) )"));
     EXPECT_EQ(paste(), "( REPEAT_3 ( RIGHT_45 ) ( PEN_UP ) )");
-    EXPECT_TRUE(OpenClipboard(nullptr)); // nothing has left it open
-    CloseClipboard();
+    EXPECT_FALSE(CloseClipboard()); // nothing has left it open
 }
 
 TEST_F(ClipboardOf, WhatDoesNotParseIsRefused) {
@@ -97,28 +96,14 @@ TEST_F(ClipboardOf, WhatDoesNotParseIsRefused) {
 
 TEST_F(ClipboardOf, AClipboardThatSomeoneHoldsIsLeftAlone) {
     set_text("( FWD_1 )");
-    ASSERT_TRUE(OpenClipboard(nullptr));
+    const Owner someone;
+    ASSERT_TRUE(OpenClipboard(someone.handle()));
     EXPECT_EQ(alerts_of([&] { EXPECT_FALSE(copy("( FWD_2 )")); }),
               Texts{"Could not open clipboard."});
     EXPECT_EQ(alerts_of([&] { EXPECT_EQ(paste(), "nothing"); }),
               Texts{"Could not open clipboard."});
     CloseClipboard();
     EXPECT_EQ(paste(), "( FWD_1 )");
-}
-
-TEST_F(ClipboardOf, WithoutMemoryForTheTextNothingIsPlaced) {
-    set_text("old");
-    const ExprTree tree = tree_of("( FWD_1 )");
-    constexpr std::size_t kForTheText = 2; // the text grows twice
-    EXPECT_EQ(alerts_of([&] {
-                  const FailingNew fail(kForTheText);
-                  EXPECT_FALSE(CopyTurtle(nullptr, {&ctx_, tree.get(), {}}));
-              }),
-              Texts{"Could not allocate memory for Copy."});
-    EXPECT_FALSE(IsClipboardFormatAvailable(CF_TEXT));
-    EXPECT_FALSE(IsClipboardFormatAvailable(CF_ENHMETAFILE));
-    EXPECT_TRUE(OpenClipboard(nullptr));
-    CloseClipboard();
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // A folder for the files of one test.
 #pragma once
 
+#include "files/paths.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -26,8 +28,10 @@ class Folder {
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
-    std::string path() const { return path_.string(); }
-    std::string path(const std::string& name) const { return (path_ / name).string(); }
+    std::string path() const { return pelmora::name_of(path_); }
+    std::string path(const std::string& name) const {
+        return pelmora::name_of(path_ / pelmora::path_of(name));
+    }
 
     // How many files and folders are in it.
     int count() const {

@@ -3,6 +3,7 @@
 #include "platform/user.h"
 #include "resources/resource.h"
 #include "tests/files/other_programs.h"
+#include "tests/files/owner.h"
 #include "tests/support/trees.h"
 
 #include <gtest/gtest.h>
@@ -16,28 +17,6 @@ namespace {
 
 using namespace pelmora;
 using namespace pelmora_test;
-
-// A window for dialogs to stand over.
-class Owner {
-  public:
-    Owner() {
-        WNDCLASSEXA plain{};
-        plain.cbSize = sizeof plain;
-        plain.lpfnWndProc = DefWindowProcA;
-        plain.lpszClassName = "Owner";
-        RegisterClassExA(&plain);
-        window_ = CreateWindowExA(0, "Owner", "Owner", WS_OVERLAPPEDWINDOW, 20, 20, 300, 200,
-                                  nullptr, nullptr, nullptr, nullptr);
-        ShowWindow(window_, SW_SHOW);
-    }
-    ~Owner() { DestroyWindow(window_); }
-    Owner(const Owner&) = delete;
-    Owner& operator=(const Owner&) = delete;
-    HWND handle() const { return window_; }
-
-  private:
-    HWND window_;
-};
 
 void choose_printing_to(user::Script& script, const std::string& path) {
     script.await("the print dialog", [] { return !user::system_dialog().empty(); });

@@ -1,10 +1,9 @@
-// Folders that cannot be written.
+// A folder that cannot be written, where users and their rights are as POSIX has them.
 #pragma once
 
 #include "tests/files/folder.h"
 
 #include <cstdlib>
-#include <filesystem>
 
 #include <unistd.h>
 

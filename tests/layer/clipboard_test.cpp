@@ -1,6 +1,10 @@
 // The clipboard and the memory that goes over it, with another program on the other side where
 // there is one.
+#include "files/clipboard.h"
 #include "tests/contract/test_windows.h"
+#include "tests/support/alerts.h"
+#include "tests/support/failing_new.h"
+#include "tests/support/trees.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -8,6 +12,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -117,6 +122,22 @@ TEST_F(OtherClipboards, GiveTheirText) {
     // Its owner ends: what it offered is gone.
     run_beside("echo x | xclip -i -quiet -selection clipboard & sleep 0.3; kill $!");
     EXPECT_EQ(paste(), "(none)");
+}
+
+TEST_F(Clipboards, WithoutMemoryForTheTextACopyPlacesNothing) {
+    using namespace pelmora;
+    copy("old", true);
+    DrawContext ctx{};
+    const ExprTree tree = tree_of("( FWD_1 )");
+    constexpr std::size_t kForTheText = 2; // the text grows twice
+    EXPECT_EQ(alerts_of([&] {
+                  const FailingNew fail(kForTheText);
+                  EXPECT_FALSE(CopyTurtle(nullptr, {&ctx, tree.get(), {}}));
+              }),
+              std::vector<std::string>{"Could not allocate memory for Copy."});
+    EXPECT_EQ(paste(), "(none)");
+    EXPECT_FALSE(IsClipboardFormatAvailable(CF_ENHMETAFILE));
+    EXPECT_FALSE(CloseClipboard());
 }
 
 } // namespace

@@ -39,7 +39,8 @@ std::string line_of(const ExprNode* root) {
     return line;
 }
 
-std::string written(void (*write)(const ExprNode*, std::FILE*), const ExprNode* root) {
+std::string written(const std::function<void(const ExprNode*, std::FILE*)>& write,
+                    const ExprNode* root) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), std::fclose);
     write(root, file.get());
     std::string text(static_cast<std::size_t>(std::ftell(file.get())), '\0');

@@ -4,6 +4,7 @@
 #include "model/expr.h"
 
 #include <cstdio>
+#include <functional>
 #include <string>
 
 namespace pelmora_test {
@@ -18,8 +19,8 @@ pelmora::ExprTree tree_of(const std::string& text);
 // the program's own printer, so that it can be held against it.
 std::string line_of(const pelmora::ExprNode* root);
 
-// What one of the file writers of model/print.h writes.
-std::string written(void (*write)(const pelmora::ExprNode*, std::FILE*),
+// What a writer such as those of model/print.h writes.
+std::string written(const std::function<void(const pelmora::ExprNode*, std::FILE*)>& write,
                     const pelmora::ExprNode* root);
 
 // Whether every node is as the invariants of ExprNode have it: kind by code, no children but of

@@ -2,6 +2,7 @@
 #include "services/message.h"
 #include "services/status.h"
 #include "services/typed_number.h"
+#include "tests/files/folder.h"
 #include "tests/ui/program.h"
 #include "ui/log_files.h"
 
@@ -83,29 +84,25 @@ TEST(Services, TypedNumbersReadAsFarAsTheyGo) {
     EXPECT_EQ(SteppedNumber(-INT_MAX, 20), -INT_MAX);
 }
 
-// In a process of its own: the streams stay redirected.
-[[noreturn]] void log_into_a_folder_that_refuses() {
+TEST(Services, ALogFileThatCannotBeOpenedSwallowsItsLines) {
     namespace fs = std::filesystem;
-    const fs::path folder = fs::temp_directory_path() / "pelmora-log-test";
-    fs::remove_all(folder);
-    fs::create_directories(folder / "stderr.txt"); // a folder cannot be written as a file
-    fs::current_path(folder);
+    const Folder folder;
+    fs::create_directory(path_of(folder.path("stderr.txt"))); // cannot be written as a file
+    const fs::path before = fs::current_path();
+    fs::current_path(path_of(folder.path()));
+    testing::internal::CaptureStderr(); // so that the streams are put right afterwards
+    testing::internal::CaptureStdout();
     OpenLogFiles();
     std::FILE* drawing = std::fopen("drawing.txt", "w");
     std::fputs("a line for the log\n", stderr);
     std::fputs("another\n", stdout);
     std::fclose(drawing);
-    const bool clean = fs::file_size("drawing.txt") == 0;
-    std::ifstream file("stdout.txt");
-    const std::string out(std::istreambuf_iterator<char>(file), {});
-    fs::current_path(fs::temp_directory_path());
-    std::error_code still_open;
-    fs::remove_all(folder, still_open);
-    std::_Exit(clean && out == "------ THIS IS PELMORA ----------\nanother\n" ? 0 : 1);
-}
-
-TEST(Services, ALogFileThatCannotBeOpenedSwallowsItsLines) {
-    EXPECT_EXIT(log_into_a_folder_that_refuses(), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
+    fs::current_path(before);
+    EXPECT_EQ(content_of(folder.path("drawing.txt")), "");
+    std::ifstream log(folder.path("stdout.txt"));
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(log), {}),
+              "------ THIS IS PELMORA ----------\nanother\n");
 }
 
 } // namespace

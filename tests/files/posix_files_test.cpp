@@ -1,0 +1,121 @@
+// Files of the kinds that POSIX systems have: links, pipes, devices, limits and the rights of
+// users.
+#include "files/loaded_text.h"
+#include "tests/files/read_only.h"
+#include "tests/files/saving.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <string>
+#include <thread>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace {
+
+using namespace pelmora;
+using namespace pelmora_test;
+namespace fs = std::filesystem;
+
+TEST(PosixFiles, PipesAndDevicesAreNotLoaded) {
+    const Folder folder;
+    ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(load_text(folder.path("pipe")).failure.find("Error "), 0U); // and does not wait
+    EXPECT_EQ(load_text("/dev/zero").failure.find("Error "), 0U);
+    const std::string attribute = "/sys/devices/system/cpu/online"; // shorter than its size
+    if (fs::exists(attribute)) {
+        const std::string read = std::to_string(content_of(attribute).size());
+        EXPECT_EQ(load_text(attribute).failure, "Error, read only " + read + " of 4096 bytes.");
+    }
+}
+
+TEST(PosixFiles, FollowsLinks) {
+    const Folder folder;
+    fs::create_directory(folder.path("elsewhere"));
+    write_file(folder.path("elsewhere/target"), "old");
+    fs::create_symlink("elsewhere/target", folder.path("link"));
+    fs::create_symlink("link", folder.path("link to link"));
+    ASSERT_TRUE(save(folder.path("link to link"), "new"));
+    EXPECT_TRUE(fs::is_symlink(folder.path("link to link")));
+    EXPECT_EQ(content_of(folder.path("elsewhere/target")), "new");
+    fs::create_symlink("elsewhere/to come", folder.path("dangling"));
+    ASSERT_TRUE(save(folder.path("dangling"), "made"));
+    EXPECT_EQ(content_of(folder.path("elsewhere/to come")), "made");
+    fs::create_symlink("loop", folder.path("loop"));
+    EXPECT_FALSE(save(folder.path("loop"), "never"));
+}
+
+TEST(PosixFiles, WritesDevicesAndPipesInPlace) {
+    const Folder folder;
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(save("/dev/full", std::string(100000, 'x')));
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(log.find("ERROR SAVE FILE '/dev/full' = "), 0U) << log;
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+    EXPECT_TRUE(save("/dev/null", "nowhere"));
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+
+    const std::string pipe = folder.path("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(save(pipe, "nobody reads")); // and does not wait
+    std::string read;
+    std::thread reader([&] { read = content_of(pipe); });
+    while (!save(pipe, "a reader")) {
+        std::this_thread::yield();
+    }
+    reader.join();
+    EXPECT_EQ(read, "a reader");
+}
+
+TEST(PosixFiles, AFolderThatCannotBeWrittenKeepsItsFilesWritable) {
+    const Folder folder;
+    for (const char* name : {"open", "closed"}) {
+        write_file(folder.path(name), "old content");
+    }
+    fs::permissions(folder.path("open"), fs::perms::all);
+    fs::permissions(folder.path("closed"), fs::perms::owner_read | fs::perms::others_read);
+    {
+        const ReadOnly closed(folder);
+        EXPECT_TRUE(save(folder.path("open"), "new"));
+        EXPECT_FALSE(save(folder.path("closed"), "new"));
+        EXPECT_FALSE(save(folder.path("another"), "new"));
+    }
+    EXPECT_EQ(content_of(folder.path("open")), "new");
+    EXPECT_EQ(content_of(folder.path("closed")), "old content");
+    EXPECT_EQ(folder.count(), 2);
+}
+
+TEST(PosixFiles, AFullDiskLeavesTheOldFile) {
+    const Folder folder;
+    const std::string path = folder.path("old.lpf");
+    ASSERT_TRUE(save(path, "old"));
+    const auto signal_before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{10000, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    testing::internal::CaptureStderr();
+    const bool long_one = save(path, std::string(20000, 'x'));  // fails at the first flush
+    const bool short_one = save(path, std::string(10001, 'x')); // fails at the end
+    const std::string log = testing::internal::GetCapturedStderr();
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, signal_before);
+    EXPECT_FALSE(long_one);
+    EXPECT_FALSE(short_one);
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log;
+    EXPECT_EQ(content_of(path), "old");
+    EXPECT_EQ(folder.count(), 1);
+}
+
+TEST(PosixFiles, NamesAreBytes) {
+    const Folder folder;
+    const std::string path = folder.path("\"\\\n\xFF");
+    ASSERT_TRUE(save(path, "any"));
+    EXPECT_STREQ(load_text(path).text.get(), "any");
+}
+
+} // namespace
