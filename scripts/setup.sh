@@ -40,6 +40,12 @@ pelmora_test_packages=(libgtest-dev xvfb xauth openbox
     # Programs that read what ours writes, and write what ours reads.
     ghostscript emf2svg librsvg2-bin poppler-utils xclip)
 
+# What building for Windows and running that needs besides.
+pelmora_windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb zip
+    # What Wine uses where it is there: of X, for printers, and fonts.
+    libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libcups2
+    fonts-wine fonts-liberation)
+
 # What the fuzzers need besides.
 pelmora_fuzz_packages=(clang libclang-rt-dev)
 
