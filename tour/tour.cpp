@@ -81,10 +81,10 @@ void Tour::picture(const std::string& name, const std::string& title) {
     });
 }
 
-int Tour::run() {
+int Tour::run(HINSTANCE instance) {
     pelmora::rng_set_tick_source(fixed_ticks);
     script_.start();
-    const int exit_code = pelmora::PelmoraMain(nullptr, SW_SHOWNORMAL);
+    const int exit_code = pelmora::PelmoraMain(instance, SW_SHOWNORMAL);
     step_ = "after the program's end";
     check(exit_code == 0, "the program's exit code is 0");
     check_log_files();
@@ -109,7 +109,7 @@ void Tour::check_log_files() {
 
 } // namespace tour
 
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR command_line, int) {
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR command_line, int) {
     tour::Tour tour(command_line);
     tour::visit_main_window(tour);
     tour::visit_first_population(tour);
@@ -119,5 +119,5 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR command_line, int) {
     tour::visit_clipboard(tour);
     tour::visit_second_population(tour);
     tour::leave(tour);
-    return tour.run();
+    return tour.run(instance);
 }

@@ -37,7 +37,7 @@ class Tour {
     void check(bool holds, const std::string& what);
 
     // Starts the program and takes the tour through it. The exit code: 0 when every check held.
-    int run();
+    int run(HINSTANCE instance);
 
   private:
     void check_log_files();

@@ -116,6 +116,27 @@ TEST_F(Windows, DrawingOutsidePaintingStaysAndPaintingIsClipped) {
     DeleteObject(ink);
 }
 
+TEST_F(Windows, AMoveAndAnExposureLeaveWhatIsDrawn) {
+    HDC dc = GetDC(window_);
+    const RECT square{0, 0, 50, 50};
+    FillRect(dc, &square, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    ReleaseDC(window_, dc);
+    RECT place{};
+    GetWindowRect(window_, &place);
+    MoveWindow(window_, place.left + 30, place.top + 10, place.right - place.left,
+               place.bottom - place.top, TRUE);
+    settle();
+    HWND above = show_other();
+    MoveWindow(above, place.left, place.top, 300, 200, TRUE);
+    settle();
+    EXPECT_EQ(user::pixel(window_, 10, 10), RGB(0, 0, 0));
+    take_log();
+    DestroyWindow(above);
+    settle();
+    EXPECT_EQ(take_log(), Lines{"destroy"});
+    EXPECT_EQ(user::pixel(window_, 10, 10), RGB(0, 0, 0));
+}
+
 TEST_F(Windows, SurviveAnySizeAndDeviceContextsThatOutliveThem) {
     HDC dc = GetDC(window_);
     for (const auto& [width, height] :
