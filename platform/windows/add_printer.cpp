@@ -3,8 +3,10 @@
 #include "platform/win32.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <string>
+#include <system_error>
 
 #include <winspool.h>
 
@@ -35,6 +37,7 @@ char* given(const char* text) {
     return const_cast<char*>(text);
 }
 
+// To where the driver's files are taken from when it is added.
 bool write_description() {
     char folder[4 * MAX_PATH] = ""; // Wine wants room for wide letters
     DWORD size = 0;
@@ -42,6 +45,8 @@ bool write_description() {
                                     reinterpret_cast<BYTE*>(folder), sizeof folder, &size)) {
         return false;
     }
+    std::error_code error; // then the file cannot be written either
+    std::filesystem::create_directories(folder, error);
     std::ofstream file(std::string(folder) + "\\" + kDescriptionFile, std::ios::binary);
     file << kDescription;
     return !file.flush().fail();
@@ -73,7 +78,7 @@ bool add_printer() {
 } // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-    if (!add_driver() || !write_description() || !add_printer()) {
+    if (!write_description() || !add_driver() || !add_printer()) {
         std::fprintf(stderr, "No printer: error %lu\n", GetLastError());
         return 1;
     }
