@@ -25,6 +25,12 @@ std::string name_of(const Size& size) {
     return std::to_string(size.width) + "x" + std::to_string(size.height);
 }
 
+bool has_size(HWND window, const Size& client) {
+    RECT now{};
+    GetClientRect(window, &now);
+    return now.right == client.width && now.bottom == client.height;
+}
+
 // Handles what is waiting, until the window's client area has this size.
 void settle(HWND window, const Size& client) {
     user::Script script([](const std::string& failure) {
@@ -34,11 +40,7 @@ void settle(HWND window, const Size& client) {
         }
         PostQuitMessage(0);
     });
-    script.await("the size " + name_of(client), [&] {
-        RECT now{};
-        GetClientRect(window, &now);
-        return now.right == client.width && now.bottom == client.height;
-    });
+    script.await("the size " + name_of(client), [&] { return has_size(window, client); });
     script.start();
     MSG message;
     while (GetMessageA(&message, nullptr, 0, 0)) {
@@ -48,8 +50,11 @@ void settle(HWND window, const Size& client) {
 }
 
 void resize(HWND window, const Size& size) {
-    user::resize(window, size.width, size.height);
-    settle(window, size);
+    // A window manager may have its own idea of a new window's size, a little later.
+    do {
+        user::resize(window, size.width, size.height);
+        settle(window, size);
+    } while (!has_size(window, size));
 }
 
 Picture shown(HWND window, const RECT& area) {
