@@ -145,14 +145,17 @@ void erase_now(Window& window) {
     if (!window.wants_paint()) {
         return;
     }
+    const HWND handle = window.handle();
     const Window::Update update = window.take_update();
     if (update.erase) {
-        HDC handle = GetDC(window.handle());
-        device_context(handle)->clip_to(update.region);
-        SendMessageA(window.handle(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(handle), 0);
-        ReleaseDC(window.handle(), handle);
+        HDC device = GetDC(handle);
+        device_context(device)->clip_to(update.region);
+        SendMessageA(handle, WM_ERASEBKGND, reinterpret_cast<WPARAM>(device), 0);
+        ReleaseDC(handle, device);
     }
-    window.invalidate(update.region, false);
+    if (IsWindow(handle)) {
+        window.invalidate(update.region, false);
+    }
 }
 
 } // namespace platform

@@ -240,7 +240,11 @@ void TopLevelWindow::shown() {
 }
 
 void TopLevelWindow::erase_and_tell_size() {
+    const std::shared_ptr<Window> alive = shared_from_this();
     erase_now(*this);
+    if (frame_ == nullptr) {
+        return; // its procedure has destroyed it
+    }
     const QSize size = client_size();
     send_message(
         handle(), WM_SIZE, 0,

@@ -57,6 +57,17 @@ TEST_F(Windows, FaultyClassesAndWindowsAreRefused) {
     EXPECT_EQ(GetDC(reinterpret_cast<HWND>(12345)), nullptr);
 }
 
+TEST_F(Windows, MayBeDestroyedWhileTheyAreShown) {
+    for (const UINT when : {WM_ERASEBKGND, WM_SIZE, WM_PAINT}) {
+        on_message = [when](HWND window, UINT message, WPARAM) -> LRESULT {
+            return message == when ? DestroyWindow(window) : 0;
+        };
+        HWND window = show_other();
+        UpdateWindow(window);
+        EXPECT_FALSE(IsWindow(window)) << when;
+    }
+}
+
 TEST_F(Windows, PaintAfterEverythingElseAndEraseOnlyWhenAsked) {
     const RECT part{10, 10, 20, 20};
     InvalidateRect(window_, &part, FALSE);
