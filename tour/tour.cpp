@@ -35,8 +35,8 @@ std::string listing(const std::string& pcross, const std::string& children,
 
 Tour::Tour(const std::string& folder)
     // The program sends its streams to its log files; the tour's own words go where they went.
-    : folder_(std::filesystem::absolute(folder)),
-      out_(::fdopen(::dup(STDOUT_FILENO), "w")), script_([this](const std::string& failure) {
+    : folder_(std::filesystem::absolute(folder)), out_(::fdopen(::dup(STDOUT_FILENO), "w")),
+      script_([this](const std::string& failure) {
           check(failure.empty(), failure);
           PostQuitMessage(0);
       }) {}

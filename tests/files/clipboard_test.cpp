@@ -1,10 +1,10 @@
 // What Copy places, and what Paste makes of what it finds.
 #include "files/clipboard.h"
+#include "platform/user.h"
 #include "tests/files/owner.h"
 #include "tests/support/alerts.h"
 #include "tests/support/metafile_text.h"
 #include "tests/support/trees.h"
-#include "platform/user.h"
 
 #include <gtest/gtest.h>
 

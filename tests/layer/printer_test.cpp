@@ -1,6 +1,6 @@
 // Printing: the desktop's dialog, the printer that it gives, its jobs, and the page that comes out.
-#include "tests/files/folder.h"
 #include "tests/contract/test_windows.h"
+#include "tests/files/folder.h"
 
 #include <csignal>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "tests/support/alerts.h"
 
-#include "resources/resource.h"
 #include "platform/user.h"
+#include "resources/resource.h"
 
 #include <memory>
 #include <utility>

@@ -115,7 +115,8 @@ TEST(Draw, ResetsToTheHomeState) {
     EXPECT_EQ(ctx.multipliers[REPMULT], 0.5);
 }
 
-// C libraries differ in the last bit, which is what the table is for: so its bits are held by a sum.
+// C libraries differ in the last bit, which is what the table is for: so its bits are held by a
+// sum.
 TEST(HeadingTable, HoldsTheCosinesAndSines) {
     constexpr double kLastBit = 1.2e-16;
     std::uint64_t sum = 0;
