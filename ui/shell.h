@@ -6,8 +6,8 @@
 namespace pelmora {
 
 // Registers the classes of the main, the population and the editor window, whose names must have
-// been loaded, and makes those of the controls in their dialogs known. A failure of the latter two
-// windows' classes is shown to the user.
+// been loaded, and makes those of the controls in their dialogs known. A failure with one of the
+// latter two windows is shown to the user.
 void RegisterWindowClasses(HINSTANCE instance);
 
 // Runs the program; `show` is how the main window is to appear. Returns the exit code, 0 too when
