@@ -1,6 +1,8 @@
 #include "files/file_dialog.h"
 
+#include <algorithm>
 #include <array>
+#include <string_view>
 #include <utility>
 
 namespace pelmora {
@@ -13,18 +15,26 @@ constexpr std::size_t kSaveRoom = 512;
 constexpr DWORD kFlags =
     OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
 
+// UTF-8 begins each character with a byte that is none of its followers.
+std::size_t characters(std::string_view text) {
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+// The room is in characters, the terminating zero included; a character takes up to four bytes.
 template <std::size_t room>
 std::string ask(HWND owner, const char* filter, DWORD flags, BOOL(WINAPI* show)(OPENFILENAMEA*)) {
-    std::array<char, room> name{};
+    std::array<char, 4 * room> name{};
     OPENFILENAMEA dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
     dialog.lpstrFilter = filter;
     dialog.nFilterIndex = 1;
     dialog.lpstrFile = name.data();
-    dialog.nMaxFile = room;
+    dialog.nMaxFile = name.size();
     dialog.Flags = kFlags | flags;
-    return show(&dialog) && IsWindow(owner) ? std::string(name.data()) : std::string();
+    const bool chosen = show(&dialog) && IsWindow(owner) && characters(name.data()) < room;
+    return chosen ? std::string(name.data()) : std::string();
 }
 
 } // namespace

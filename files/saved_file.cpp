@@ -4,6 +4,7 @@
 #include "platform/win32.h"
 
 #include <cerrno>
+#include <fstream>
 #include <random>
 #include <system_error>
 #include <utility>
@@ -43,6 +44,23 @@ std::FILE* open_file(const fs::path& path, const char* mode) {
 bool may_write(const fs::path& file) {
     std::FILE* stream = open_file(file, "ab");
     return stream != nullptr && std::fclose(stream) == 0;
+}
+
+// Writes the content of one file into another in place. The library's copy asks for more than the
+// right to write.
+std::error_code write_over(const fs::path& from, const fs::path& to) {
+    std::ifstream source(from, std::ios::binary);
+    errno = 0;
+    std::FILE* target = open_file(to, "wb");
+    char part[4096];
+    while (target != nullptr && source.read(part, sizeof part).gcount() > 0) {
+        std::fwrite(part, 1, static_cast<std::size_t>(source.gcount()), target);
+    }
+    const bool failed = target == nullptr || source.bad() || std::ferror(target) != 0;
+    if (target != nullptr && std::fclose(target) == 0 && !failed) {
+        return {};
+    }
+    return {errno != 0 ? errno : EIO, std::generic_category()};
 }
 
 // What a path leads to through symbolic links, whether that exists or not; empty for a loop.
@@ -152,6 +170,11 @@ bool SavedFile::commit() {
     }
     if (!error && !temporary_.empty()) {
         fs::rename(temporary_, target_, error);
+        if (error && may_write_in_place(error.default_error_condition().value())) {
+            // Whoever has the old file open may only stand in the way of its name.
+            error = write_over(temporary_, target_);
+            remove_temporary();
+        }
     }
     if (!error) {
         return true;

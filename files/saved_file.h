@@ -14,9 +14,10 @@ inline constexpr char kFileLineEnd[] = "\r\n";
 inline constexpr int kFileVersion = 1;
 
 // A file that is being saved. The text goes to a new file beside the old one, which takes its place
-// and its permissions in commit(). Where no new file can be made (the folder cannot be written, or
-// the target is a device or a pipe) the target is written in place. Symbolic links are followed
-// where the standard library knows them.
+// and its permissions in commit(). Where no new file can be made or take that place (the folder
+// cannot be written, the target is a device or a pipe, or somebody has it open and its system
+// minds) the target is written in place. Symbolic links are followed where the standard library
+// knows them.
 //
 // When something cannot be written, the old file stays as it was, as far as it was not written in
 // place; what was written is removed, and one line on the error log says so.

@@ -67,8 +67,8 @@ class NumberEdit : public QLineEdit {
     void keyPressEvent(QKeyEvent* event) override {
         const QString typed = event->text();
         const bool shortcut = event->modifiers().testFlag(Qt::ControlModifier);
-        if (!shortcut && !typed.isEmpty() && typed.at(0).isPrint() &&
-            (typed.at(0) < u'0' || typed.at(0) > u'9')) {
+        const bool visible = !typed.isEmpty() && typed.at(0) >= u' ' && typed.at(0) != u'\x7f';
+        if (!shortcut && visible && (typed.at(0) < u'0' || typed.at(0) > u'9')) {
             return;
         }
         QLineEdit::keyPressEvent(event);

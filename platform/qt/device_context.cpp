@@ -149,9 +149,11 @@ void erase_now(Window& window) {
     const Window::Update update = window.take_update();
     if (update.erase) {
         HDC device = GetDC(handle);
-        device_context(device)->clip_to(update.region);
-        SendMessageA(handle, WM_ERASEBKGND, reinterpret_cast<WPARAM>(device), 0);
-        ReleaseDC(handle, device);
+        if (device != nullptr) {
+            device_context(device)->clip_to(update.region);
+            SendMessageA(handle, WM_ERASEBKGND, reinterpret_cast<WPARAM>(device), 0);
+            ReleaseDC(handle, device);
+        }
     }
     if (IsWindow(handle)) {
         window.invalidate(update.region, false);

@@ -166,6 +166,7 @@ void Frame::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         client_->setFocus(Qt::ActiveWindowFocusReason);
     }
+    QWidget::changeEvent(event);
 }
 
 TopLevelWindow::TopLevelWindow(const WindowClass& window_class, const QString& title)
@@ -202,7 +203,9 @@ QSize TopLevelWindow::client_size() const {
 }
 
 void TopLevelWindow::show_surface(const QRegion& region) {
-    frame_->client()->update(region);
+    if (frame_ != nullptr) { // may be gone while somebody still draws
+        frame_->client()->update(region);
+    }
 }
 
 LRESULT TopLevelWindow::receive(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -290,13 +293,18 @@ BOOL ShowWindow(HWND handle, int show) {
     if (window == nullptr) {
         return FALSE;
     }
+    const std::shared_ptr<Window> alive = window->shared_from_this();
     QWidget* widget = window->widget();
     const bool was_visible = widget->isVisible();
     widget->setVisible(show != SW_HIDE);
     if (show != SW_HIDE) {
+        auto* top_level = dynamic_cast<TopLevelWindow*>(window);
+        if (!IsWindow(handle)) {
+            return was_visible; // its procedure has destroyed it
+        }
         widget->raise();
         widget->activateWindow();
-        if (auto* top_level = dynamic_cast<TopLevelWindow*>(window)) {
+        if (top_level != nullptr) {
             top_level->shown();
         }
     }

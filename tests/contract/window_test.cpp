@@ -60,7 +60,15 @@ TEST_F(Windows, FaultyClassesAndWindowsAreRefused) {
 TEST_F(Windows, MayBeDestroyedWhileTheyAreShown) {
     for (const UINT when : {WM_ERASEBKGND, WM_SIZE, WM_PAINT}) {
         on_message = [when](HWND window, UINT message, WPARAM) -> LRESULT {
-            return message == when ? DestroyWindow(window) : 0;
+            if (message != when) {
+                return 0;
+            }
+            HDC device = GetDC(window);
+            const RECT square{0, 0, 50, 50};
+            FillRect(device, &square, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+            DestroyWindow(window);
+            ReleaseDC(window, device);
+            return 1;
         };
         HWND window = show_other();
         UpdateWindow(window);
@@ -137,6 +145,7 @@ TEST_F(Windows, AMoveAndAnExposureLeaveWhatIsDrawn) {
     MoveWindow(window_, place.left + 30, place.top + 10, place.right - place.left,
                place.bottom - place.top, TRUE);
     settle();
+    EXPECT_EQ(take_log(), Lines{});
     HWND above = show_other();
     MoveWindow(above, place.left, place.top, 300, 200, TRUE);
     settle();
