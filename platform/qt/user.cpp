@@ -363,9 +363,16 @@ void print_to_file(const std::string& path) {
 void answer(const std::string& button) {
     auto* box = open_dialog<QMessageBox>();
     for (QAbstractButton* candidate : box->buttons()) {
-        if (candidate->text().remove('&').toStdString() == button) {
-            click_widget(candidate, candidate->rect().center());
+        if (candidate->text().remove('&').toStdString() != button) {
+            continue;
         }
+        // On a display a box is there a little before the mouse reaches it.
+        if (box->windowHandle()->isExposed()) {
+            click_widget(candidate, candidate->rect().center());
+        } else {
+            candidate->click();
+        }
+        return;
     }
 }
 
