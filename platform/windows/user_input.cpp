@@ -189,10 +189,6 @@ void bring_up(HWND window) {
     }
 }
 
-void click_screen(POINT at, Button button, unsigned modifiers) {
-    click_times(at, button, modifiers, 1);
-}
-
 void press(HWND window, const std::string& keys) {
     soon([=] {
         if (IsWindow(window)) {

@@ -21,9 +21,6 @@ HWND newest_dialog();
 // Brings a window to the front and gives it the keyboard, unless a dialog of its own has it.
 void bring_up(HWND window);
 
-// Presses and releases a button of the mouse at a place of the screen.
-void click_screen(POINT at, Button button = Button::left, unsigned modifiers = none);
-
 // UTF-8 to the system's own texts.
 std::wstring wide(const std::string& text);
 
