@@ -1,4 +1,5 @@
 #include "platform/user.h"
+#include "platform/user_turns.h"
 
 #include "platform/qt/dialog.h"
 #include "platform/qt/frame.h"
@@ -17,7 +18,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPointer>
 #include <QPrintDialog>
 #include <QPushButton>
 #include <QSlider>
@@ -28,8 +28,7 @@
 #include <QToolButton>
 #include <QWindow>
 
-#include <deque>
-#include <tuple>
+#include <algorithm>
 #include <utility>
 
 namespace user {
@@ -37,8 +36,6 @@ namespace user {
 namespace {
 
 using platform::window_of;
-
-constexpr qint64 kPatience = 60'000; // milliseconds, for machines under load or with sanitizers
 
 QWidget* widget_of(HWND window) {
     platform::Window* found = window_of(window);
@@ -363,16 +360,9 @@ void print_to_file(const std::string& path) {
 void answer(const std::string& button) {
     auto* box = open_dialog<QMessageBox>();
     for (QAbstractButton* candidate : box->buttons()) {
-        if (candidate->text().remove('&').toStdString() != button) {
-            continue;
-        }
-        // On a display a box is there a little before the mouse reaches it.
-        if (box->windowHandle()->isExposed()) {
+        if (candidate->text().remove('&').toStdString() == button) {
             click_widget(candidate, candidate->rect().center());
-        } else {
-            candidate->click();
         }
-        return;
     }
 }
 
@@ -380,102 +370,60 @@ void cancel_system_dialog() {
     QTest::keyClick(open_system_dialog()->windowHandle(), Qt::Key_Escape);
 }
 
-struct Script::State {
-    struct Step {
-        std::string name;
-        std::function<void()> action;    // or else:
-        std::function<bool()> condition; // true: go on with the next step
-    };
-    std::function<void(const std::string&)> done;
-    std::deque<Step> steps;
-    QObject context; // no tick comes after its end
+const void* innermost_dialog() {
+    return QApplication::activeModalWidget();
+}
+
+bool act_soon() {
+    return false; // the toolkit's own queue keeps the order
+}
+
+struct Turns::Timer {
+    QObject context; // nothing comes after its end
+    std::function<void()> turn;
+    const QWidget* awaited = nullptr;
     QElapsedTimer waiting;
-    bool busy = false; // with a step, in a dialog or beside all:
-    const QWidget* dialog = nullptr;
 
     void schedule() {
-        QTimer::singleShot(5, &context, [this] { tick(); });
-    }
-
-    void tick() {
-        // A step may handle events of its own, but goes on only in the loop of a dialog that it
-        // opened, to answer that.
-        const bool in_step = busy && QApplication::activeModalWidget() == dialog;
-        if (in_step || !platform::message_queue_idle()) {
-            schedule();
-        } else if (steps.empty()) {
-            done("");
-        } else if (steps.front().action) {
-            act();
-        } else {
-            ask();
-        }
-    }
-
-    void act() {
-        const Step step = std::move(steps.front());
-        steps.pop_front();
-        waiting.restart();
-        schedule();
-        during([&step] {
-            step.action();
-            return true;
+        constexpr int kPause = 5; // milliseconds
+        QTimer::singleShot(kPause, &context, [this] {
+            schedule(); // a turn may open a dialog, in whose loop there are turns, too
+            if (platform::message_queue_idle() && in_front()) {
+                const auto call = turn; // may be gone before it returns
+                call();
+            }
         });
     }
 
-    void ask() {
-        // Asked again only when it has answered.
-        const Step step = std::move(steps.front());
-        steps.pop_front();
-        const QPointer<QObject> alive(&context);
-        const bool over = during(step.condition);
-        if (alive == nullptr) {
-            return;
+    // Windows and dialogs are shown a little before they have the keyboard. Where no window manager
+    // sees to that, it is not waited for for ever.
+    bool in_front() {
+        constexpr int kLongest = 500; // milliseconds
+        const QWidget* dialog = QApplication::activeModalWidget();
+        const QWidget* active = QApplication::activeWindow();
+        if (active != nullptr ? dialog == nullptr || dialog == active : !any_visible()) {
+            waiting.invalidate();
+            return true;
         }
-        if (over) {
-            waiting.restart();
-        } else if (waiting.elapsed() > kPatience) {
-            done("waited in vain for: " + step.name);
-            return;
-        } else {
-            steps.push_front(step);
+        if (!waiting.isValid() || dialog != awaited) {
+            awaited = dialog;
+            waiting.start();
         }
-        schedule();
+        return waiting.hasExpired(kLongest);
     }
 
-    template <class Work>
-    bool during(const Work& work) {
-        const QPointer<QObject> alive(&context);
-        const auto before = std::pair(busy, dialog);
-        busy = true;
-        dialog = QApplication::activeModalWidget();
-        const bool result = work();
-        if (alive != nullptr) {
-            std::tie(busy, dialog) = before;
-        }
-        return result;
+    static bool any_visible() {
+        const QWidgetList all = QApplication::topLevelWidgets();
+        return std::any_of(all.begin(), all.end(),
+                           [](const QWidget* widget) { return widget->isVisible(); });
     }
 };
 
-Script::Script(std::function<void(const std::string&)> done) : state_(std::make_shared<State>()) {
-    state_->done = std::move(done);
+Turns::Turns(std::function<void()> turn) : timer_(std::make_unique<Timer>()) {
+    timer_->turn = std::move(turn);
+    timer_->schedule();
 }
 
-Script::~Script() = default;
-
-Script& Script::then(const std::string& name, std::function<void()> action) {
-    state_->steps.push_back({name, std::move(action), nullptr});
-    return *this;
-}
-
-Script& Script::await(const std::string& name, std::function<bool()> condition) {
-    state_->steps.push_back({name, nullptr, std::move(condition)});
-    return *this;
-}
-
-void Script::start() {
-    state_->waiting.start();
-    state_->schedule();
-}
+Turns::~Turns() = default;
 
 } // namespace user

@@ -12,9 +12,6 @@ namespace user {
 // keyboard or lies under the mouse just then. Scripts do these one by one, before their next step.
 void soon(std::function<void()> action);
 
-// The next of these, if any; whether there was one.
-bool act_soon();
-
 // The newest visible dialog of this program, the system's included; null when there is none.
 HWND newest_dialog();
 

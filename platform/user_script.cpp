@@ -1,9 +1,9 @@
-// What the user does, step by step.
-#include "platform/windows/user_parts.h"
+// What the user does, step by step, on every platform.
+#include "platform/user.h"
+#include "platform/user_turns.h"
 
+#include <chrono>
 #include <deque>
-#include <map>
-#include <memory>
 #include <tuple>
 #include <utility>
 
@@ -11,28 +11,11 @@ namespace user {
 
 namespace {
 
-constexpr ULONGLONG kPatience = 60'000; // milliseconds, for machines under load
+using Clock = std::chrono::steady_clock;
 
-std::deque<std::function<void()>>& actions() {
-    static std::deque<std::function<void()>> waiting;
-    return waiting;
-}
+constexpr std::chrono::seconds kPatience{60}; // for machines under load or with sanitizers
 
 } // namespace
-
-void soon(std::function<void()> action) {
-    actions().push_back(std::move(action));
-}
-
-bool act_soon() {
-    if (actions().empty()) {
-        return false;
-    }
-    const auto action = std::move(actions().front());
-    actions().pop_front();
-    action();
-    return true;
-}
 
 struct Script::State : std::enable_shared_from_this<Script::State> {
     struct Step {
@@ -42,49 +25,34 @@ struct Script::State : std::enable_shared_from_this<Script::State> {
     };
     std::function<void(const std::string&)> done;
     std::deque<Step> steps;
-    UINT_PTR timer = 0;
-    ULONGLONG waiting_since = 0;
+    std::unique_ptr<Turns> turns; // while it runs
+    Clock::time_point waiting_since;
     bool busy = false; // with a step, in a dialog or beside all:
-    HWND dialog = nullptr;
+    const void* dialog = nullptr;
 
-    static std::map<UINT_PTR, State*>& running() {
-        static std::map<UINT_PTR, State*> all;
-        return all;
-    }
-
-    // The system has timers elapse only when nothing else is waiting, painting included, and in
-    // whatever loop there is.
     void start() {
-        constexpr UINT kPause = 10; // the shortest there is
-        waiting_since = GetTickCount64();
-        timer = SetTimer(nullptr, 0, kPause, [](HWND, UINT, UINT_PTR id, DWORD) {
-            const auto found = running().find(id);
-            if (found != running().end()) {
-                // Lives on until its step is over, whoever ends the script meanwhile.
-                const std::shared_ptr<State> state = found->second->shared_from_this();
-                state->tick();
+        waiting_since = Clock::now();
+        turns = std::make_unique<Turns>([script = weak_from_this()] {
+            // Lives on until its step is over, whoever ends the script meanwhile.
+            if (const std::shared_ptr<State> alive = script.lock()) {
+                alive->turn();
             }
         });
-        running()[timer] = this;
     }
 
-    void stop() {
-        if (timer != 0) {
-            KillTimer(nullptr, timer);
-            running().erase(timer);
-            timer = 0;
-        }
+    void end(const std::string& failure) {
+        turns.reset();
+        done(failure);
     }
 
-    void tick() {
+    void turn() {
         // A step may handle messages of its own, but goes on only in the loop of a dialog that it
         // opened, to answer that.
-        if ((busy && newest_dialog() == dialog) || act_soon()) {
+        if ((busy && innermost_dialog() == dialog) || act_soon()) {
             return;
         }
         if (steps.empty()) {
-            stop();
-            done("");
+            end("");
         } else if (steps.front().action) {
             act();
         } else {
@@ -95,7 +63,7 @@ struct Script::State : std::enable_shared_from_this<Script::State> {
     void act() {
         const Step step = std::move(steps.front());
         steps.pop_front();
-        waiting_since = GetTickCount64();
+        waiting_since = Clock::now();
         during([&step] {
             step.action();
             return true;
@@ -107,14 +75,13 @@ struct Script::State : std::enable_shared_from_this<Script::State> {
         const Step step = std::move(steps.front());
         steps.pop_front();
         const bool over = during(step.condition);
-        if (timer == 0) {
+        if (turns == nullptr) {
             return;
         }
         if (over) {
-            waiting_since = GetTickCount64();
-        } else if (GetTickCount64() - waiting_since > kPatience) {
-            stop();
-            done("waited in vain for: " + step.name);
+            waiting_since = Clock::now();
+        } else if (Clock::now() - waiting_since > kPatience) {
+            end("waited in vain for: " + step.name);
         } else {
             steps.push_front(step);
         }
@@ -124,7 +91,7 @@ struct Script::State : std::enable_shared_from_this<Script::State> {
     bool during(const Work& work) {
         const auto before = std::pair(busy, dialog);
         busy = true;
-        dialog = newest_dialog();
+        dialog = innermost_dialog();
         const bool result = work();
         std::tie(busy, dialog) = before;
         return result;
@@ -136,7 +103,7 @@ Script::Script(std::function<void(const std::string&)> done) : state_(std::make_
 }
 
 Script::~Script() {
-    state_->stop();
+    state_->turns.reset();
 }
 
 Script& Script::then(const std::string& name, std::function<void()> action) {
