@@ -62,31 +62,6 @@ Lines take_log() {
     return std::exchange(log_lines, {});
 }
 
-// Runs the program's usual loop until the script is through.
-void run(user::Script& script) {
-    script.start();
-    HACCEL accelerators = LoadAcceleratorsA(nullptr, MAKEINTRESOURCEA(IDR_ACCELERATORS));
-    MSG message;
-    while (GetMessageA(&message, nullptr, 0, 0)) {
-        if (TranslateAcceleratorA(message.hwnd, accelerators, &message) == 0) {
-            TranslateMessage(&message);
-            DispatchMessageA(&message);
-        }
-    }
-}
-
-void end_script(const std::string& failure) {
-    EXPECT_EQ(failure, "");
-    PostQuitMessage(0);
-}
-
-// Handles what is waiting.
-void settle() {
-    user::Script script(end_script);
-    script.then("nothing", [] {});
-    run(script);
-}
-
 HWND show_other() {
     HWND other = CreateWindowExA(0, "Logging", "Other", WS_OVERLAPPEDWINDOW, 450, 20, 300, 200,
                                  nullptr, nullptr, nullptr, nullptr);

@@ -1,7 +1,7 @@
 // A window that notes its messages, in the hands of a test.
 #pragma once
 
-#include "platform/user.h"
+#include "tests/support/user_loop.h"
 
 #include <gtest/gtest.h>
 
@@ -20,13 +20,6 @@ Lines take_log();
 
 // What a test wants the windows to do besides noting; an answer that is not 0 is theirs.
 extern std::function<LRESULT(HWND, UINT, WPARAM)> on_message;
-
-// Runs the program's usual loop until the script is through, which ends with end_script().
-void run(user::Script& script);
-void end_script(const std::string& failure);
-
-// Handles what is waiting.
-void settle();
 
 // Shows a second window of the class, beside the first.
 HWND show_other();

@@ -1,7 +1,6 @@
 #include "tests/ui/program.h"
 
 #include "evolve/random.h"
-#include "resources/resource.h"
 #include "tests/support/trees.h"
 #include "ui/shell.h"
 #include "ui/window_names.h"
@@ -50,23 +49,6 @@ std::vector<std::string> PopulationWindow::programs() const {
         lines.push_back(line_of(record()->current->lifers[i].program));
     }
     return lines;
-}
-
-void settle() {
-    user::Script script([](const std::string& failure) {
-        EXPECT_EQ(failure, "");
-        PostQuitMessage(0);
-    });
-    script.then("nothing", [] {});
-    script.start();
-    HACCEL accelerators = LoadAcceleratorsA(nullptr, MAKEINTRESOURCEA(IDR_ACCELERATORS));
-    MSG message;
-    while (GetMessageA(&message, nullptr, 0, 0)) {
-        if (TranslateAcceleratorA(message.hwnd, accelerators, &message) == 0) {
-            TranslateMessage(&message);
-            DispatchMessageA(&message);
-        }
-    }
 }
 
 } // namespace pelmora_test

@@ -1,8 +1,8 @@
 // The program's windows in the hands of a test, without its start-up.
 #pragma once
 
-#include "platform/user.h"
 #include "tests/support/alerts.h"
+#include "tests/support/user_loop.h"
 #include "ui/population_window.h"
 
 #include <string>
@@ -38,8 +38,5 @@ class PopulationWindow {
   private:
     HWND window_;
 };
-
-// Handles what is waiting.
-void settle();
 
 } // namespace pelmora_test
