@@ -31,5 +31,6 @@ bool print_figures(const std::vector<Figure>& figures, const Times& times);
 // Register the benchmarks of their kind and append their figures.
 void add_turtle_figures(std::vector<Figure>* figures);
 void add_evolve_figures(std::vector<Figure>* figures);
+void add_window_figures(std::vector<Figure>* figures);
 
 } // namespace pelmora_bench

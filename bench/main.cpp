@@ -18,5 +18,6 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     std::vector<pelmora_bench::Figure> figures;
     pelmora_bench::add_turtle_figures(&figures);
     pelmora_bench::add_evolve_figures(&figures);
+    pelmora_bench::add_window_figures(&figures);
     return pelmora_bench::print_figures(figures, pelmora_bench::run_benchmarks()) ? 0 : 1;
 }

@@ -1,0 +1,24 @@
+// The lines of a picture, computed beforehand: what is left of drawing them is the line walk alone.
+#pragma once
+
+#include "platform/qt/device_context.h"
+#include "turtle/draw.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace pelmora_bench {
+
+struct BareLine {
+    int x0, y0, x1, y1;
+    std::uint32_t pixel; // what the layer writes for the pen's colour
+};
+
+// What draw_run() draws from this placement on, which it leaves behind it.
+std::vector<BareLine> lines_of(const pelmora::ExprNode* program, pelmora::DrawContext* placed);
+
+// Walks them into an image.
+void walk(const std::vector<BareLine>& lines, const platform::PixelView& pixels,
+          const platform::PixelRect& clip);
+
+} // namespace pelmora_bench

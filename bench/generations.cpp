@@ -1,0 +1,49 @@
+#include "bench/generations.h"
+
+#include "evolve/breed.h"
+#include "evolve/random.h"
+
+namespace pelmora_bench {
+
+using namespace pelmora;
+
+EvolveParams first_params(std::int32_t size) {
+    return {size, 9, 4, 0.8F, 0.2F, 0.75F, 0.1F, 0.5F, 0.3F, 0.2F, 0.1F, 0.1F, 0.05F};
+}
+
+void measure(Population* pop, DrawContext* ctx) {
+    for (std::int32_t i = 0; i < pop->size; ++i) {
+        draw_measure(ctx, pop->lifers[i].program);
+        pop->lifers[i].score = draw_score(ctx);
+    }
+}
+
+Generations::Generations(std::int32_t size, double seed, int age)
+    : seed_(seed), current_(pop_create(first_params(size))), next_(pop_create(first_params(size))),
+      ctx_{} {
+    const Population& pop = *current_;
+    ctx_.max_steps = kDefaultMaxSteps;
+    ctx_.multipliers = {pop.FWDMULT, pop.TURNMULT, pop.LOOPMULT,
+                        pop.CLRMULT, pop.RPTMULT,  pop.REPMULT};
+    rng_seed(seed);
+    pop_randomize(current_.get());
+    for (int generation = 0;; ++generation) {
+        measure(current_.get(), &ctx_);
+        pop_statistics(current_.get());
+        if (generation == age) {
+            return;
+        }
+        pop_free_programs(next_.get());
+        pop_breed(current_.get(), next_.get());
+        current_.swap(next_);
+    }
+}
+
+Population* Generations::breed() {
+    rng_seed(seed_);
+    pop_free_programs(next_.get());
+    pop_breed(current_.get(), next_.get());
+    return next_.get();
+}
+
+} // namespace pelmora_bench

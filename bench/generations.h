@@ -1,0 +1,33 @@
+// Populations of any age to measure with, always the same ones.
+#pragma once
+
+#include "evolve/population.h"
+#include "turtle/draw.h"
+
+#include <cstdint>
+
+namespace pelmora_bench {
+
+// The parameters that the dialog shows at its first use.
+pelmora::EvolveParams first_params(std::int32_t size);
+
+// Scores every lifer by a measuring run.
+void measure(pelmora::Population* pop, pelmora::DrawContext* ctx);
+
+// A generation that was bred without retirement, and room for the one that is bred from it.
+class Generations {
+  public:
+    Generations(std::int32_t size, double seed, int age);
+
+    // The next generation, always the same one.
+    pelmora::Population* breed();
+
+    pelmora::DrawContext* context() { return &ctx_; }
+
+  private:
+    double seed_;
+    pelmora::PopulationOwner current_, next_;
+    pelmora::DrawContext ctx_;
+};
+
+} // namespace pelmora_bench

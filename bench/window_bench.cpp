@@ -1,0 +1,204 @@
+#include "bench/bare_lines.h"
+#include "bench/figures.h"
+#include "bench/generations.h"
+#include "evolve/random.h"
+#include "ui/breeding_commands.h"
+#include "ui/population_window.h"
+#include "ui/shell.h"
+#include "ui/window_names.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <utility>
+
+namespace pelmora_bench {
+namespace {
+
+using namespace pelmora;
+
+constexpr int kCell = 88; // pixels, each way
+constexpr std::size_t kCellPixels = std::size_t{kCell} * kCell;
+constexpr int kLifers = 48;
+constexpr int kSeeds = 3;
+constexpr int kAge = 3; // bred generations
+
+// A population window in which the same generation can be bred again and again.
+class BredWindow {
+  public:
+    explicit BredWindow(double seed) : seed_(seed) {
+        rng_seed(seed);
+        window_ = CreateLogoWindow(nullptr, first_params(kLifers));
+        record_ = reinterpret_cast<LogoWindow*>(GetWindowLongPtrA(window_, 0));
+        for (int generation = 0; generation < kAge; ++generation) {
+            LogoEvolvePop(window_, record_);
+        }
+        evolve();
+    }
+
+    // The command as Ctrl+E gives it. Its result is the record's `previous` then.
+    void evolve() {
+        rng_seed(seed_);
+        LogoEvolvePop(window_, record_);
+        std::swap(record_->current, record_->previous);
+    }
+
+    const Population& bred() const { return *record_->previous; }
+    DrawContext* context() { return &record_->drawContext; }
+    HDC device() const { return record_->offscreenDC.get(); }
+    HWND window() const { return window_; }
+
+  private:
+    double seed_;
+    HWND window_;
+    LogoWindow* record_;
+};
+
+BredWindow& bred_window(int seed) {
+    // To the end of the process, as the program's own.
+    static std::vector<BredWindow*> all;
+    while (all.size() <= static_cast<std::size_t>(seed)) {
+        all.push_back(new BredWindow(static_cast<double>(all.size() + 1) / 8.0));
+    }
+    return *all[static_cast<std::size_t>(seed)];
+}
+
+// The placement that fits a program into a cell, from the measuring run for it.
+DrawContext placed(const ExprNode* program, DrawContext context) {
+    const RECT bounds = draw_measure(&context, program);
+    draw_place(&context, bounds, kCell, kCell, FitMode::stretch, 0);
+    return context;
+}
+
+std::vector<std::vector<BareLine>> lines_of_all(const Population& pop, const DrawContext& context) {
+    std::vector<std::vector<BareLine>> all;
+    for (int i = 0; i < pop.size; ++i) {
+        DrawContext start = placed(pop.lifers[i].program, context);
+        all.push_back(lines_of(pop.lifers[i].program, &start));
+    }
+    return all;
+}
+
+double count_of(const std::vector<std::vector<BareLine>>& all) {
+    std::size_t count = 0;
+    for (const auto& lines : all) {
+        count += lines.size();
+    }
+    return static_cast<double>(count);
+}
+
+void evolve_by_command(benchmark::State& state, int seed) {
+    BredWindow& bred = bred_window(seed);
+    for ([[maybe_unused]] auto _ : state) {
+        bred.evolve();
+    }
+    state.counters["unit"] = 1;
+}
+
+constexpr platform::PixelRect kWholeCell{0, 0, kCell, kCell};
+
+void evolve_bare(benchmark::State& state, int seed) {
+    BredWindow& bred = bred_window(seed);
+    const auto all = lines_of_all(bred.bred(), *bred.context());
+    std::vector<std::uint32_t> drawing(kCellPixels);
+    std::vector<std::uint32_t> cells(kCellPixels * kLifers);
+    for ([[maybe_unused]] auto _ : state) {
+        std::uint32_t* cell = cells.data();
+        for (const std::vector<BareLine>& lines : all) {
+            std::fill(drawing.begin(), drawing.end(), 0xFFFFFFFFU);
+            walk(lines, {drawing.data(), kCell}, kWholeCell);
+            std::memcpy(cell, drawing.data(), kCellPixels * sizeof *cell);
+            cell += kCellPixels;
+        }
+        benchmark::ClobberMemory();
+    }
+    state.counters["unit"] = 1;
+}
+
+// Drawing runs alone, without the measuring runs for their placement.
+void draw_all(benchmark::State& state, int seed) {
+    BredWindow& bred = bred_window(seed);
+    const Population& pop = bred.bred();
+    std::vector<DrawContext> places;
+    for (int i = 0; i < pop.size; ++i) {
+        places.push_back(placed(pop.lifers[i].program, *bred.context()));
+    }
+    for ([[maybe_unused]] auto _ : state) {
+        for (int i = 0; i < pop.size; ++i) {
+            DrawContext context = places[static_cast<std::size_t>(i)];
+            draw_run(bred.device(), &context, pop.lifers[i].program, nullptr);
+        }
+    }
+    state.counters["unit"] = count_of(lines_of_all(pop, *bred.context()));
+}
+
+void walk_all(benchmark::State& state, int seed) {
+    BredWindow& bred = bred_window(seed);
+    const auto all = lines_of_all(bred.bred(), *bred.context());
+    std::vector<std::uint32_t> drawing(kCellPixels);
+    for ([[maybe_unused]] auto _ : state) {
+        for (const std::vector<BareLine>& lines : all) {
+            walk(lines, {drawing.data(), kCell}, kWholeCell);
+        }
+        benchmark::ClobberMemory();
+    }
+    state.counters["unit"] = count_of(all);
+}
+
+// The window as large as it takes to see every cell.
+void paint(benchmark::State& state) {
+    HWND window = bred_window(0).window();
+    MoveWindow(window, 0, 0, 1'240, 760, FALSE);
+    ShowWindow(window, SW_SHOWNORMAL);
+    UpdateWindow(window);
+    for ([[maybe_unused]] auto _ : state) {
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
+        UpdateWindow(window);
+    }
+    state.counters["unit"] = 1;
+}
+
+void copy_cells(benchmark::State& state) {
+    std::vector<std::uint32_t> from(kCellPixels * kLifers);
+    std::vector<std::uint32_t> to(from.size());
+    for ([[maybe_unused]] auto _ : state) {
+        std::memcpy(to.data(), from.data(), from.size() * sizeof from[0]);
+        benchmark::ClobberMemory();
+    }
+    state.counters["unit"] = 1;
+}
+
+using SeededRun = void (*)(benchmark::State&, int seed);
+
+Figure figure_of_seeds(const char* text, double target, std::pair<const char*, SeededRun> top,
+                       std::pair<const char*, SeededRun> bottom) {
+    Figure figure{text, {}, target};
+    for (int seed = 0; seed < kSeeds; ++seed) {
+        const auto add = [seed](const std::pair<const char*, SeededRun>& run) {
+            std::string name = std::string(run.first) + ", seed " + std::to_string(seed);
+            benchmark::RegisterBenchmark(name.c_str(), run.second, seed);
+            return name;
+        };
+        figure.ratios.push_back({add(top), add(bottom)});
+    }
+    return figure;
+}
+
+} // namespace
+
+void add_window_figures(std::vector<Figure>* figures) {
+    LoadWindowNames(nullptr);
+    RegisterWindowClasses(nullptr);
+    figures->push_back(figure_of_seeds("line drawn into a cell / walked alone", 2.0,
+                                       {"a line drawn", draw_all}, {"a line walked", walk_all}));
+    figures->push_back(figure_of_seeds("Evolve of 48 / clearing, walking, copying alone", 3.0,
+                                       {"Evolve of 48", evolve_by_command},
+                                       {"Evolve of 48, bare", evolve_bare}));
+    benchmark::RegisterBenchmark("grid of 48 painted", paint);
+    benchmark::RegisterBenchmark("cells of 48 copied", copy_cells);
+    figures->push_back({"grid of 48 painted anew / its cells copied",
+                        {{"grid of 48 painted", "cells of 48 copied"}},
+                        4.0});
+}
+
+} // namespace pelmora_bench
