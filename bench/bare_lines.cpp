@@ -17,7 +17,7 @@ class Recorder : public platform::DeviceOutput {
         y_ = y;
     }
     void line_to(int x, int y) override {
-        lines_->push_back({x_, y_, x, y, pixel_});
+        lines_->push_back({{{x_, y_}, {x, y}}, pixel_});
         move_to(x, y);
     }
     void select_pen(const platform::GdiObject* pen) override {
@@ -46,7 +46,7 @@ std::vector<BareLine> lines_of(const pelmora::ExprNode* program, pelmora::DrawCo
 void walk(const std::vector<BareLine>& lines, const platform::PixelView& pixels,
           const platform::PixelRect& clip) {
     for (const BareLine& line : lines) {
-        draw_line(pixels, clip, line.x0, line.y0, line.x1, line.y1, line.pixel);
+        draw_lines(pixels, clip, line.ends, 2, line.pixel);
     }
 }
 

@@ -10,7 +10,7 @@
 namespace pelmora_bench {
 
 struct BareLine {
-    int x0, y0, x1, y1;
+    POINT ends[2];
     std::uint32_t pixel; // what the layer writes for the pen's colour
 };
 

@@ -1,7 +1,6 @@
 #include "bench/generations.h"
 
 #include "evolve/breed.h"
-#include "evolve/random.h"
 
 namespace pelmora_bench {
 
@@ -19,8 +18,7 @@ void measure(Population* pop, DrawContext* ctx) {
 }
 
 Generations::Generations(std::int32_t size, double seed, int age)
-    : seed_(seed), current_(pop_create(first_params(size))), next_(pop_create(first_params(size))),
-      ctx_{} {
+    : current_(pop_create(first_params(size))), next_(pop_create(first_params(size))), ctx_{} {
     const Population& pop = *current_;
     ctx_.max_steps = kDefaultMaxSteps;
     ctx_.multipliers = {pop.FWDMULT, pop.TURNMULT, pop.LOOPMULT,
@@ -31,16 +29,17 @@ Generations::Generations(std::int32_t size, double seed, int age)
         measure(current_.get(), &ctx_);
         pop_statistics(current_.get());
         if (generation == age) {
-            return;
+            break;
         }
         pop_free_programs(next_.get());
         pop_breed(current_.get(), next_.get());
         current_.swap(next_);
     }
+    random_ = rng_save();
 }
 
 Population* Generations::breed() {
-    rng_seed(seed_);
+    rng_restore(random_);
     pop_free_programs(next_.get());
     pop_breed(current_.get(), next_.get());
     return next_.get();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "evolve/population.h"
+#include "evolve/random.h"
 #include "turtle/draw.h"
 
 #include <cstdint>
@@ -25,9 +26,9 @@ class Generations {
     pelmora::DrawContext* context() { return &ctx_; }
 
   private:
-    double seed_;
     pelmora::PopulationOwner current_, next_;
     pelmora::DrawContext ctx_;
+    pelmora::RandomState random_;
 };
 
 } // namespace pelmora_bench

@@ -2,6 +2,8 @@
 #include "bench/figures.h"
 #include "bench/generations.h"
 #include "evolve/random.h"
+#include "turtle/interp.h"
+#include "turtle/trace.h"
 #include "ui/breeding_commands.h"
 #include "ui/population_window.h"
 #include "ui/shell.h"
@@ -26,19 +28,20 @@ constexpr int kAge = 3; // bred generations
 // A population window in which the same generation can be bred again and again.
 class BredWindow {
   public:
-    explicit BredWindow(double seed) : seed_(seed) {
+    explicit BredWindow(double seed) {
         rng_seed(seed);
         window_ = CreateLogoWindow(nullptr, first_params(kLifers));
         record_ = reinterpret_cast<LogoWindow*>(GetWindowLongPtrA(window_, 0));
         for (int generation = 0; generation < kAge; ++generation) {
             LogoEvolvePop(window_, record_);
         }
+        random_ = rng_save();
         evolve();
     }
 
     // The command as Ctrl+E gives it. Its result is the record's `previous` then.
     void evolve() {
-        rng_seed(seed_);
+        rng_restore(random_);
         LogoEvolvePop(window_, record_);
         std::swap(record_->current, record_->previous);
     }
@@ -49,18 +52,21 @@ class BredWindow {
     HWND window() const { return window_; }
 
   private:
-    double seed_;
+    RandomState random_;
     HWND window_;
     LogoWindow* record_;
 };
 
+// Made in order, as a seed leaves something of the stream before it.
 BredWindow& bred_window(int seed) {
-    // To the end of the process, as the program's own.
-    static std::vector<BredWindow*> all;
-    while (all.size() <= static_cast<std::size_t>(seed)) {
-        all.push_back(new BredWindow(static_cast<double>(all.size() + 1) / 8.0));
-    }
-    return *all[static_cast<std::size_t>(seed)];
+    static std::vector<BredWindow> all = [] {
+        std::vector<BredWindow> windows;
+        for (int i = 0; i < kSeeds; ++i) {
+            windows.emplace_back(i / 4.0);
+        }
+        return windows;
+    }();
+    return all[static_cast<std::size_t>(seed)];
 }
 
 // The placement that fits a program into a cell, from the measuring run for it.
@@ -115,7 +121,29 @@ void evolve_bare(benchmark::State& state, int seed) {
     state.counters["unit"] = 1;
 }
 
-// Drawing runs alone, without the measuring runs for their placement.
+// The drawing of every cell, without the measuring runs before it, which keep the moves for it.
+void draw_moves(benchmark::State& state, int seed) {
+    BredWindow& bred = bred_window(seed);
+    const Population& pop = bred.bred();
+    std::vector<DrawContext> places;
+    std::vector<Trace> traces(static_cast<std::size_t>(pop.size));
+    for (int i = 0; i < pop.size; ++i) {
+        const ExprNode* program = pop.lifers[i].program;
+        places.push_back(placed(program, *bred.context()));
+        DrawContext context = *bred.context();
+        draw_reset(&context);
+        RECT bounds{};
+        interp_trace(&context, program, &bounds, &traces[static_cast<std::size_t>(i)]);
+    }
+    for ([[maybe_unused]] auto _ : state) {
+        for (std::size_t i = 0; i < traces.size(); ++i) {
+            trace_draw(bred.device(), &places[i], traces[i]);
+        }
+    }
+    state.counters["unit"] = count_of(lines_of_all(pop, *bred.context()));
+}
+
+// Drawing runs of the programs themselves, as for a device that needs every pen and line.
 void draw_all(benchmark::State& state, int seed) {
     BredWindow& bred = bred_window(seed);
     const Population& pop = bred.bred();
@@ -189,8 +217,12 @@ Figure figure_of_seeds(const char* text, double target, std::pair<const char*, S
 void add_window_figures(std::vector<Figure>* figures) {
     LoadWindowNames(nullptr);
     RegisterWindowClasses(nullptr);
+    bred_window(0);
     figures->push_back(figure_of_seeds("line drawn into a cell / walked alone", 2.0,
-                                       {"a line drawn", draw_all}, {"a line walked", walk_all}));
+                                       {"a line drawn", draw_moves}, {"a line walked", walk_all}));
+    figures->push_back(figure_of_seeds("the same, by a run of the program with all its pens", 0,
+                                       {"a line drawn by a run", draw_all},
+                                       {"a line walked once more", walk_all}));
     figures->push_back(figure_of_seeds("Evolve of 48 / clearing, walking, copying alone", 3.0,
                                        {"Evolve of 48", evolve_by_command},
                                        {"Evolve of 48, bare", evolve_bare}));

@@ -6,12 +6,12 @@
 namespace pelmora {
 namespace {
 
-constexpr int kEntries = 55;
-constexpr int kShortLag = 24;
+constexpr std::size_t kEntries = 55;
+constexpr std::size_t kShortLag = 24;
 
 // The last 55 numbers of the stream, and which of them was handed out last.
-double rngTable[kEntries];
-std::int32_t rngIndex;
+std::array<double, kEntries> rngTable;
+std::size_t rngIndex;
 
 std::uint32_t system_ticks() {
     using namespace std::chrono;
@@ -29,10 +29,10 @@ double subtract(double a, double b) {
 
 // In place: the first loop still reads old numbers, the second those that the first has made.
 void rng_refill() {
-    for (int j = 0; j < kShortLag; ++j) {
+    for (std::size_t j = 0; j < kShortLag; ++j) {
         rngTable[j] = subtract(rngTable[j], rngTable[j + kEntries - kShortLag]);
     }
-    for (int j = kShortLag; j < kEntries; ++j) {
+    for (std::size_t j = kShortLag; j < kEntries; ++j) {
         rngTable[j] = subtract(rngTable[j], rngTable[j - kShortLag]);
     }
 }
@@ -52,7 +52,7 @@ void rng_seed(double seed) {
     double prev = seed;
     // A stride of 21 scatters neighbours over the table. The last step of the full circle, to entry
     // 34, is not taken: that entry carries something of the earlier stream into the new one.
-    for (int k = 0; k < kEntries - 1; ++k) {
+    for (std::size_t k = 0; k < kEntries - 1; ++k) {
         double& entry = rngTable[21 * k % kEntries];
         entry = next;
         next = subtract(prev, next);
@@ -62,6 +62,15 @@ void rng_seed(double seed) {
         rng_refill();
     }
     rngIndex = 0;
+}
+
+RandomState rng_save() {
+    return {rngTable, rngIndex};
+}
+
+void rng_restore(const RandomState& state) {
+    rngTable = state.table;
+    rngIndex = state.index;
 }
 
 double rng_draw() {

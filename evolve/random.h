@@ -3,6 +3,8 @@
 // volume 2, 3.2.2). Process-wide: all populations share it.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace pelmora {
@@ -20,6 +22,14 @@ double rng_clock_seed();
 // Restarts the stream from `seed` in [0, 1). Table entry 34 is not written: it keeps what the
 // earlier stream left there (0 at program start) and takes part in the new one.
 void rng_seed(double seed);
+
+// Where the stream stands, and back to there: a seed alone does not lead to the same numbers again.
+struct RandomState {
+    std::array<double, 55> table;
+    std::size_t index;
+};
+RandomState rng_save();
+void rng_restore(const RandomState& state);
 
 // The next number in [0, 1).
 double rng_draw();

@@ -7,30 +7,6 @@
 #include <algorithm>
 
 namespace pelmora {
-namespace {
-
-struct Placement {
-    double origin_x, origin_y;
-    double scale_x, scale_y;
-};
-
-// Single precision at every operation: the pixels of the cells depend on it.
-Placement fit_stretch(const RECT& bounds, double sx, double sy, int y_offset) {
-    const auto scale_x = static_cast<float>(sx);
-    const auto scale_y = static_cast<float>(sy);
-    const float origin_x = -(static_cast<float>(bounds.left) * scale_x);
-    const float origin_y =
-        static_cast<float>(bounds.bottom) * scale_y + static_cast<float>(y_offset);
-    return {origin_x, origin_y, scale_x, -scale_y};
-}
-
-Placement fit_uniform(const RECT& bounds, double sx, double sy) {
-    const double s = sx < sy ? sx : sy;
-    return {-(bounds.left * s), bounds.bottom * s, s, -s};
-}
-
-} // namespace
-
 void draw_reset(DrawContext* ctx) {
     ctx->heading = ctx->home_heading;
     ctx->pen_up = ctx->home_pen_up;
@@ -93,28 +69,6 @@ RECT draw_measure(DrawContext* ctx, const ExprNode* tree) {
     draw_reset(ctx);
     draw_run(nullptr, ctx, tree, &bounds);
     return bounds;
-}
-
-void draw_place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode mode,
-                int y_offset) {
-    const double sx = width / (static_cast<double>(bounds.right) - bounds.left);
-    const double sy = height / (static_cast<double>(bounds.bottom) - bounds.top);
-    const Placement place = mode == FitMode::stretch ? fit_stretch(bounds, sx, sy, y_offset)
-                                                     : fit_uniform(bounds, sx, sy);
-    draw_reset(ctx);
-    ctx->origin_x = place.origin_x;
-    ctx->origin_y = place.origin_y;
-    ctx->scale_x = place.scale_x;
-    ctx->scale_y = place.scale_y;
-}
-
-void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
-              FitMode mode, int y_offset) {
-    RECT bounds;
-    draw_reset(ctx);
-    draw_run(device, ctx, tree, &bounds);
-    draw_place(ctx, bounds, width, height, mode, y_offset);
-    draw_run(device, ctx, tree, nullptr);
 }
 
 DevicePen::~DevicePen() {

@@ -83,7 +83,8 @@ void draw_place(DrawContext* ctx, const RECT& bounds, int width, int height, Fit
                 int y_offset);
 
 // Draws the program to fill such a target: a measuring run, then a drawing run placed by its
-// bounds. Pens are made on the device in both.
+// bounds. The context is left as the drawing run leaves it. The device is taken to be a surface:
+// of its pens and lines only what can be seen there is sure to be made.
 void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
               FitMode mode, int y_offset);
 

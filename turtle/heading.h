@@ -40,10 +40,12 @@ class WholeHeading {
         return kDirections[static_cast<std::size_t>(place_)];
     }
     [[nodiscard]] double degrees() const { return place_ - kFullTurn; }
+    // Of the direction in its table.
+    [[nodiscard]] int place() const { return place_; }
     [[nodiscard]] const Circles& circles() const { return circles_; }
 
   private:
-    int place_; // in the table
+    int place_;
     Circles circles_{};
 };
 

@@ -6,8 +6,10 @@
 #include "turtle/linear_code.h"
 #include "turtle/path.h"
 #include "turtle/pen.h"
+#include "turtle/trace.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace pelmora {
 namespace {
@@ -30,6 +32,9 @@ class Turtle {
         x_ += direction.cos * word.distance * scale_x_;
         y_ += direction.sin * word.distance * scale_y_;
         path_.move(x_, y_, pen_up_);
+        if constexpr (std::is_same_v<Path, TracedPath>) {
+            path_.keep(heading_.place(), word.number, color_, pen_up_);
+        }
         distance_ += word.distance;
     }
 
@@ -212,11 +217,19 @@ int run(HDC device, DrawContext* ctx, const Path& path, std::int64_t steps, Line
                                              : run<RealHeading>(device, ctx, path, steps, code);
 }
 
+PenState start_pen(const DrawContext& ctx) {
+    return ctx.pen_up == 1 ? 1 : 0;
+}
+
+std::int64_t steps_allowed(const DrawContext& ctx) {
+    return std::max<std::int64_t>(std::int64_t{ctx.max_steps} - ctx.steps, 0);
+}
+
 } // namespace
 
 int interp_logo(HDC device, DrawContext* ctx, const ExprNode* node, RECT* bounds) {
-    const PenState pen = ctx->pen_up == 1 ? 1 : 0;
-    const auto steps = std::max<std::int64_t>(std::int64_t{ctx->max_steps} - ctx->steps, 0);
+    const PenState pen = start_pen(*ctx);
+    const std::int64_t steps = steps_allowed(*ctx);
     Outline outline;
     outline_survey(node, pen, steps, &outline);
     if (outline.functions.at(0)->pass[pen].cost.lines != 0) {
@@ -226,6 +239,23 @@ int interp_logo(HDC device, DrawContext* ctx, const ExprNode* node, RECT* bounds
     linear_code_assemble(outline, pen, Work::steps, &code);
     return bounds != nullptr ? run(device, ctx, MeasuredPath(bounds), steps, &code)
                              : run(device, ctx, DrawnPath(device, ctx->x, ctx->y), steps, &code);
+}
+
+bool interp_trace(DrawContext* ctx, const ExprNode* node, RECT* bounds, Trace* trace) {
+    const PenState pen = start_pen(*ctx);
+    const std::int64_t steps = steps_allowed(*ctx);
+    if (steps > kMostTracedMoves || !WholeHeading::takes(ctx->heading)) {
+        return false;
+    }
+    Outline outline;
+    outline_survey(node, pen, steps, &outline);
+    if (outline.functions.at(0)->pass[pen].cost.lines != 0) {
+        return false;
+    }
+    LinearCode code;
+    linear_code_assemble(outline, pen, Work::steps, &code);
+    run<WholeHeading>(nullptr, ctx, TracedPath(bounds, trace), steps, &code);
+    return true;
 }
 
 } // namespace pelmora

@@ -10,7 +10,7 @@ constexpr CodeWord word_of(const Instruction& instruction) {
     const std::int16_t n = instruction.parameter;
     switch (instruction.family) {
     case OpFamily::forward:
-        return {Op::forward, {}, 0, 0, {.distance = static_cast<double>(n)}};
+        return {Op::forward, {}, n, 0, {.distance = static_cast<double>(n)}};
     case OpFamily::turn:
         return {Op::turn, {}, n, 0, {.turns = turns_one(n > 0)}};
     case OpFamily::red:

@@ -15,7 +15,7 @@ namespace pelmora {
 
 enum class Op : std::uint8_t {
     // Terminals: each is a step.
-    forward, // distance
+    forward, // distance; number: the same
     turn,    // number: degrees to the right; turns
     color,   // increment
     pen,     // number: the new pen state

@@ -26,10 +26,29 @@ void fill(DeviceContext& device, const PixelRect& area, std::uint32_t pixel) {
 
 namespace {
 
-PixelRect area_of_line(const DeviceContext& device, int x, int y) {
-    const int reach = device.pen_width / 2 + 2;
-    return {std::min(device.x, x) - reach, std::min(device.y, y) - reach,
-            std::max(device.x, x) + reach, std::max(device.y, y) + reach};
+PixelRect area_of_line(int pen_width, const POINT& from, const POINT& to) {
+    const int reach = pen_width / 2 + 2;
+    return {std::min(from.x, to.x) - reach, std::min(from.y, to.y) - reach,
+            std::max(from.x, to.x) + reach, std::max(from.y, to.y) + reach};
+}
+
+// Lines from point to point with the selected pen, wherever the current point is.
+void draw(DeviceContext& device, const POINT* points, int count) {
+    for (const PixelRect& clip : device.clip) {
+        if (device.pen_width <= 1) {
+            draw_lines(device.surface->pixels(), clip, points, count, device.pen_color);
+            continue;
+        }
+        for (int i = 1; i < count; ++i) {
+            draw_wide_line(device.surface->pixels(), clip, points[i - 1].x, points[i - 1].y,
+                           points[i].x, points[i].y, device.pen_width, device.pen_color);
+        }
+    }
+    if (device.window != nullptr && !device.painting) {
+        for (int i = 1; i < count; ++i) {
+            device.touch(area_of_line(device.pen_width, points[i - 1], points[i]));
+        }
+    }
 }
 
 // A clip region for a painter, for text.
@@ -82,22 +101,21 @@ BOOL LineTo(HDC handle, int x, int y) {
     }
     if (device->output != nullptr) {
         device->output->line_to(x, y);
-    } else if (device->pen_width <= 1) {
-        for (const PixelRect& clip : device->clip) {
-            draw_line(device->surface->pixels(), clip, device->x, device->y, x, y,
-                      device->pen_color);
-        }
     } else {
-        for (const PixelRect& clip : device->clip) {
-            draw_wide_line(device->surface->pixels(), clip, device->x, device->y, x, y,
-                           device->pen_width, device->pen_color);
-        }
-    }
-    if (device->window != nullptr && !device->painting) {
-        device->touch(area_of_line(*device, x, y));
+        const POINT ends[] = {{device->x, device->y}, {x, y}};
+        draw(*device, ends, 2);
     }
     device->x = x;
     device->y = y;
+    return TRUE;
+}
+
+BOOL Polyline(HDC handle, const POINT* points, int count) {
+    DeviceContext* device = device_context(handle);
+    if (device == nullptr || device->output != nullptr || count < 2) {
+        return FALSE;
+    }
+    draw(*device, points, count);
     return TRUE;
 }
 

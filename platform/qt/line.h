@@ -1,6 +1,8 @@
 // Lines one pixel wide, straight into an image.
 #pragma once
 
+#include "platform/win32.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -22,11 +24,11 @@ struct PixelView {
     std::ptrdiff_t stride;
 };
 
-// Draws the line from (x0, y0) to (x1, y1) without its end point, as far as it lies in `clip`,
-// which must lie in the image. The pixels are those of Windows: along the major axis one pixel a
-// step, the other coordinate the exact one rounded, a half toward the smaller coordinate.
-// Coordinates beyond 2^29 are taken as 2^29.
-void draw_line(const PixelView& pixels, const PixelRect& clip, int x0, int y0, int x1, int y1,
-               std::uint32_t color);
+// Draws lines from point to point, each without its end point, as far as they lie in `clip`, which
+// must lie in the image. The pixels are those of Windows: along the major axis one pixel a step,
+// the other coordinate the exact one rounded, a half toward the smaller coordinate. Coordinates
+// beyond 2^29 are taken as 2^29. `count` is 1 or more.
+void draw_lines(const PixelView& pixels, const PixelRect& clip, const POINT* points, int count,
+                std::uint32_t color);
 
 } // namespace platform

@@ -19,7 +19,8 @@ class Canvas {
   public:
     void line(const PixelRect& clip, int x0, int y0, int x1, int y1, int width = 1) {
         if (width <= 1) {
-            platform::draw_line({pixels_.data(), kSize}, clip, x0, y0, x1, y1, 1);
+            const POINT ends[] = {{x0, y0}, {x1, y1}};
+            platform::draw_lines({pixels_.data(), kSize}, clip, ends, 2, 1);
         } else {
             platform::draw_wide_line({pixels_.data(), kSize}, clip, x0, y0, x1, y1, width, 1);
         }

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <deque>
 #include <random>
+#include <sstream>
 
 namespace pelmora_test {
 namespace {
@@ -121,6 +122,58 @@ TEST(Interp, DoesWhatThePlainOneDoes) {
         // Both are copies of one record, padding included. NOLINTNEXTLINE(*-comparison,cert-*)
         ASSERT_EQ(std::memcmp(&ctx, &plain_ctx, sizeof ctx), 0) << seed;
         ASSERT_EQ(std::memcmp(&bounds, &plain_bounds, sizeof bounds), 0) << seed;
+    }
+}
+
+// What can be seen of a record: the lines that have a length, each in its colour.
+std::string visible(const std::string& record) {
+    std::istringstream in(record);
+    std::string lines, color, at;
+    for (std::string what, value; in >> what >> value;) {
+        if (what == "pen") {
+            color = value;
+        } else if (what == "line" && value != at) {
+            lines += color + " " + at + " " + value + "\n";
+        }
+        at = what == "line" || what == "move" ? value : at;
+    }
+    return lines;
+}
+
+TEST(Interp, DrawsInOneRunWhatTwoPlainOnesDo) {
+    for (unsigned seed = 0; seed < 5000; ++seed) {
+        Dice dice(seed);
+        Grove grove;
+        const ExprNode* tree = random_tree(grove, dice, 1 + dice.below(7));
+        DrawContext start = random_start(dice);
+        start.home_heading = start.heading;
+        start.home_pen_up = start.pen_up;
+        start.home_pen_width = start.pen_width;
+        start.home_red = start.red;
+        start.max_steps = dice.one_in(9) ? kDefaultMaxSteps + 1 : start.max_steps;
+        const FitMode mode = dice.one_in(2) ? FitMode::stretch : FitMode::uniform;
+
+        DrawContext plain = start;
+        draw_reset(&plain);
+        plain.x = plain.y = 0;
+        RECT bounds{};
+        std::string log = plain_interp(nullptr, &plain, tree, &bounds).lines;
+        rect_inset(&bounds, -2, -2);
+        draw_place(&plain, bounds, 88, 50, mode, 7);
+        plain.x = plain.origin_x;
+        plain.y = plain.origin_y;
+        DeleteObject(SelectObject(recording_device(), CreatePen(PS_SOLID, plain.pen_width,
+                                                                static_cast<COLORREF>(plain.red))));
+        log += plain_interp(recording_device(), &plain, tree, nullptr).lines;
+        const std::string plain_lines = visible(take_record());
+
+        DrawContext ctx = start;
+        testing::internal::CaptureStderr();
+        draw_fit(recording_device(), &ctx, tree, 88, 50, mode, 7);
+        ASSERT_EQ(testing::internal::GetCapturedStderr(), log) << seed;
+        ASSERT_EQ(visible(take_record()), plain_lines) << seed;
+        // NOLINTNEXTLINE(*-comparison,cert-*)
+        ASSERT_EQ(std::memcmp(&ctx, &plain, sizeof ctx), 0) << seed;
     }
 }
 

@@ -65,4 +65,12 @@ BOOL LineTo(HDC, int x, int y) {
     return TRUE;
 }
 
+BOOL Polyline(HDC device, const POINT* points, int count) {
+    MoveToEx(device, points[0].x, points[0].y, nullptr);
+    for (int i = 1; i < count; ++i) {
+        LineTo(device, points[i].x, points[i].y);
+    }
+    return TRUE;
+}
+
 } // extern "C"

@@ -1,0 +1,78 @@
+#include "turtle/draw.h"
+#include "turtle/interp.h"
+#include "turtle/trace.h"
+
+namespace pelmora {
+namespace {
+
+struct Placement {
+    double origin_x, origin_y;
+    double scale_x, scale_y;
+};
+
+// Single precision at every operation: the pixels of the cells depend on it.
+Placement fit_stretch(const RECT& bounds, double sx, double sy, int y_offset) {
+    const auto scale_x = static_cast<float>(sx);
+    const auto scale_y = static_cast<float>(sy);
+    const float origin_x = -(static_cast<float>(bounds.left) * scale_x);
+    const float origin_y =
+        static_cast<float>(bounds.bottom) * scale_y + static_cast<float>(y_offset);
+    return {origin_x, origin_y, scale_x, -scale_y};
+}
+
+Placement fit_uniform(const RECT& bounds, double sx, double sy) {
+    const double s = sx < sy ? sx : sy;
+    return {-(bounds.left * s), bounds.bottom * s, s, -s};
+}
+
+void place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode mode,
+           int y_offset) {
+    const double sx = width / (static_cast<double>(bounds.right) - bounds.left);
+    const double sy = height / (static_cast<double>(bounds.bottom) - bounds.top);
+    const Placement placement = mode == FitMode::stretch ? fit_stretch(bounds, sx, sy, y_offset)
+                                                         : fit_uniform(bounds, sx, sy);
+    ctx->origin_x = placement.origin_x;
+    ctx->origin_y = placement.origin_y;
+    ctx->scale_x = placement.scale_x;
+    ctx->scale_y = placement.scale_y;
+}
+
+// A run afresh that measures and keeps its moves. False when it cannot, and nothing was done.
+bool trace_run(DrawContext* ctx, const ExprNode* tree, RECT* bounds, Trace* trace) {
+    draw_reset(ctx);
+    if (ctx->pen_width < 0 || ctx->pen_width > 1) { // wide pens show lines without length, too
+        return false;
+    }
+    *bounds = {0, 0, 0, 0};
+    ctx->x = ctx->origin_x;
+    ctx->y = ctx->origin_y;
+    if (!interp_trace(ctx, tree, bounds, trace)) {
+        return false;
+    }
+    rect_inset(bounds, -2, -2);
+    return true;
+}
+
+} // namespace
+
+void draw_place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode mode,
+                int y_offset) {
+    draw_reset(ctx);
+    place(ctx, bounds, width, height, mode, y_offset);
+}
+
+void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
+              FitMode mode, int y_offset) {
+    RECT bounds;
+    Trace trace;
+    if (device != nullptr && trace_run(ctx, tree, &bounds, &trace)) {
+        // All but the place is what a second run would make of the context.
+        place(ctx, bounds, width, height, mode, y_offset);
+        trace_draw(device, ctx, trace);
+    } else {
+        draw_place(ctx, draw_measure(ctx, tree), width, height, mode, y_offset);
+        draw_run(device, ctx, tree, nullptr);
+    }
+}
+
+} // namespace pelmora
