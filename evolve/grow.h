@@ -29,6 +29,10 @@ ExprNode* expr_random_tree(std::int32_t depth, std::int32_t max_child, double pf
 // have changed.
 void expr_crossover(ExprNode* t1, ExprNode* t2, ExprNode* mutant, double pfnode);
 
+// The same where it is known already what there is in the trees.
+void expr_crossover_counted(ExprNode* t1, const ExprCounts& counts1, ExprNode* t2,
+                            const ExprCounts& counts2, ExprNode* mutant, double pfnode);
+
 // Replaces a random node of `tree`, held in the cell that its root's slot names, by a new random
 // subtree. Returns 1, or 0 when none could be grown (depth below 1) and the tree is unchanged.
 int expr_mutate(ExprNode* tree, std::int32_t depth, std::int32_t max_child, double pfnode,

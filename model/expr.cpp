@@ -30,14 +30,20 @@ ExprNode** new_array(int n) {
     return static_cast<ExprNode**>(memory);
 }
 
-// A copy of the node whose children are, for the time being, those of the original.
-ExprNode* copy_with_children(const ExprNode* node) {
-    ExprNode* copy = expr_copy_node(node);
-    if (node->count > 0) {
-        copy->children = new_array(node->count);
-        std::copy_n(node->children, node->count, copy->children);
+// `n` nodes without values and the array that points to them.
+ExprNode** new_brothers(int n) {
+    ExprNode** children = node_store_new_brothers(static_cast<std::size_t>(n));
+    if (children == nullptr) {
+        fatal_out_of_memory();
     }
-    return copy;
+    return children;
+}
+
+void free_node(ExprNode* node, NodeReturn& store) {
+    if (node->children != nullptr) {
+        store.array(node->children);
+    }
+    store.node(node);
 }
 
 } // namespace
@@ -56,54 +62,70 @@ ExprNode* expr_copy_node(const ExprNode* node) {
     return new_node({node->kind, node->op, node->count, nullptr, nullptr});
 }
 
-// The copy's arrays hold the original's children until the walk reaches them, so that one pass in
-// pre-order both reads the original and builds the copy, and neighbours stay neighbours.
-ExprNode* expr_copy_tree(const ExprNode* root) {
-    ExprNode* copy = copy_with_children(root);
-    expr_walk(
-        &copy,
-        [](ExprNode** cell, const WalkPlace& at) {
-            if (at.parent != nullptr) {
-                *cell = copy_with_children(*cell);
-                (*cell)->slot = cell;
-            }
-            return Walk::on;
-        },
-        [](ExprNode**, const WalkPlace&) { return Walk::on; });
+// Whether the next node is a leaf cannot be foreseen, and a branch that is foreseen wrong costs
+// more than all else that copying or releasing a node does. So these two have none, and as both
+// take families in one order they go straight through memory.
+
+ExprNode* expr_copy_tree(const ExprNode* root, ExprCounts* counts) {
+    struct Family {
+        const ExprNode* from;
+        ExprNode* copy;
+    };
+    WorkStack<Family> open;
+    ExprNode* copy = expr_copy_node(root);
+    ExprCounts sum{1, root->kind == FUNCTION ? 1 : 0};
+    if (root->count > 0) {
+        open.push({root, copy});
+    }
+    while (!open.empty()) {
+        const Family family = open.pop();
+        const int count = family.from->count;
+        ExprNode** children = new_brothers(count);
+        family.copy->children = children;
+        Family* room = open.room(static_cast<std::size_t>(count));
+        std::size_t inner = 0;
+        for (int i = 0; i < count; ++i) {
+            const ExprNode* child = family.from->children[i];
+            *children[i] = {child->kind, child->op, child->count, nullptr, &children[i]};
+            room[inner] = {child, children[i]};
+            inner += child->count > 0 ? 1 : 0;
+            sum.functions += child->kind == FUNCTION ? 1 : 0;
+        }
+        sum.nodes += count;
+        open.take(inner);
+    }
+    if (counts != nullptr) {
+        *counts = sum;
+    }
     return copy;
 }
 
 bool expr_free_node(ExprNode* node) {
     if (node != nullptr) {
-        if (node->children != nullptr) {
-            node_store_free_array(node->children);
-        }
-        node_store_free_node(node);
+        NodeReturn store;
+        free_node(node, store);
     }
     return true;
 }
 
-// Post-order from the last child to the first. The way back up needs no stack: the cell that held
-// the child being released holds its grandparent meanwhile, and `count` says how many are left.
+// The nodes that still have children wait in a list that is threaded through their slots.
 void expr_free_tree(ExprNode* root) {
-    ExprNode* node = root;
-    ExprNode* parent = nullptr;
-    while (node != nullptr) {
-        while (node->count > 0) {
-            ExprNode*& last = node->children[node->count - 1];
-            if (last->count > 0) {
-                parent = std::exchange(node, std::exchange(last, parent));
-            } else {
-                expr_free_node(last);
-                --node->count;
-            }
+    NodeReturn store;
+    if (root != nullptr) {
+        root->slot = nullptr;
+    }
+    for (ExprNode* open = root; open != nullptr;) {
+        ExprNode* node = open;
+        open = reinterpret_cast<ExprNode*>(node->slot);
+        const int count = node->children != nullptr ? node->count : 0;
+        for (int i = 0; i < count; ++i) {
+            ExprNode* child = node->children[i];
+            const bool leaf = child->children == nullptr;
+            child->slot = reinterpret_cast<ExprNode**>(open);
+            open = leaf ? open : child;
+            store.node_if(child, leaf);
         }
-        expr_free_node(node);
-        node = parent;
-        if (node != nullptr) {
-            --node->count;
-            parent = node->children[node->count];
-        }
+        free_node(node, store);
     }
 }
 

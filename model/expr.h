@@ -32,8 +32,15 @@ ExprNode** expr_new_children(int n);
 // A new node with the same kind, op and count, without children and slot.
 ExprNode* expr_copy_node(const ExprNode* node);
 
-// A deep copy; its root's slot is null, for the caller to link.
-ExprNode* expr_copy_tree(const ExprNode* root);
+// Nodes of both kinds, and function nodes among them.
+struct ExprCounts {
+    int nodes;
+    int functions;
+};
+
+// A deep copy; its root's slot is null, for the caller to link. `counts`, when given, becomes what
+// there is in it, which costs nothing on the way.
+ExprNode* expr_copy_tree(const ExprNode* root, ExprCounts* counts = nullptr);
 
 // Releases the node and its children array, not the children. Null is allowed. Returns true.
 bool expr_free_node(ExprNode* node);

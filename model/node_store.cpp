@@ -16,9 +16,11 @@ void* take(std::size_t bytes) {
     return ::operator new(bytes, std::nothrow);
 }
 
-void give_back(void* memory) {
-    ::operator delete(memory);
+ExprNode** take_brothers(std::size_t /*n*/) {
+    return nullptr;
 }
+
+void give_back(std::uintptr_t /*slab*/, std::size_t /*count*/) {}
 
 #else
 
@@ -29,8 +31,6 @@ struct Slab {
     Slab* next;       // while it is spare
 };
 
-// Slabs are aligned to this, so that the slab of a node is found by masking its address.
-constexpr std::size_t kSlabSpan = std::size_t{256} * 1024;
 // A little short of the span: the heap's own bookkeeping then fits between two slabs, and they
 // pack without a gap.
 constexpr std::size_t kSlabBytes = kSlabSpan - 64;
@@ -111,10 +111,27 @@ void release(Slab* slab) {
     }
 }
 
-void give_back(void* memory) {
-    auto* slab = reinterpret_cast<Slab*>(reinterpret_cast<std::uintptr_t>(memory) &
-                                         ~std::uintptr_t{kSlabSpan - 1});
-    if (--slab->live == 0) {
+// Null when they do not fit into the slab at hand or one like it.
+ExprNode** take_brothers(std::size_t n) {
+    const std::size_t bytes = n * (sizeof(ExprNode) + sizeof(ExprNode*));
+    if (bytes > kLargestShared) {
+        return nullptr;
+    }
+    auto** children = static_cast<ExprNode**>(take(bytes));
+    if (children != nullptr) {
+        current->live += n; // beside the one for the array
+        auto* nodes = reinterpret_cast<ExprNode*>(children + n);
+        for (std::size_t i = 0; i < n; ++i) {
+            children[i] = nodes + i;
+        }
+    }
+    return children;
+}
+
+void give_back(std::uintptr_t address, std::size_t count) {
+    auto* slab = reinterpret_cast<Slab*>(address);
+    slab->live -= count;
+    if (slab->live == 0) {
         release(slab);
     }
 }
@@ -135,14 +152,29 @@ void* node_store_new_array(std::size_t n) {
     return memory;
 }
 
-void node_store_free_node(ExprNode* node) {
-    --live.nodes;
-    give_back(node);
+ExprNode** node_store_new_brothers(std::size_t n) {
+    ExprNode** children = take_brothers(n);
+    if (children != nullptr) {
+        live.nodes += n;
+        ++live.arrays;
+        return children;
+    }
+    children = static_cast<ExprNode**>(node_store_new_array(n));
+    for (std::size_t i = 0; children != nullptr && i < n; ++i) {
+        children[i] = static_cast<ExprNode*>(node_store_new_node());
+        if (children[i] == nullptr) {
+            return nullptr; // the end of the program
+        }
+    }
+    return children;
 }
 
-void node_store_free_array(ExprNode** children) {
-    --live.arrays;
-    give_back(children);
+void NodeReturn::flush() {
+    if (nodes_ + arrays_ != 0) {
+        give_back(slab_, nodes_ + arrays_);
+        live.nodes -= std::exchange(nodes_, 0);
+        live.arrays -= std::exchange(arrays_, 0);
+    }
 }
 
 ExprLive expr_live() {

@@ -10,6 +10,8 @@
 #include "model/expr.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <new>
 
 namespace pelmora {
 
@@ -20,8 +22,57 @@ void* node_store_new_node();
 // elements; null when there is no memory.
 void* node_store_new_array(std::size_t n);
 
-// Give back what the calls above returned; never null.
-void node_store_free_node(ExprNode* node);
-void node_store_free_array(ExprNode** children);
+// Memory for `n` (1 or more) nodes, not initialised, and an array that points to them; null when
+// there is no memory. Side by side where the store can, as brothers are visited one after the
+// other.
+ExprNode** node_store_new_brothers(std::size_t n);
+
+// Gives memory back. What lies together goes back together, at the latest when this ends: a slab is
+// asked for only once.
+class NodeReturn {
+  public:
+    NodeReturn() = default;
+    ~NodeReturn() { flush(); }
+    NodeReturn(const NodeReturn&) = delete;
+    NodeReturn& operator=(const NodeReturn&) = delete;
+
+    // What the calls above returned; never null.
+    void node(ExprNode* node) { node_if(node, true); }
+    void node_if(ExprNode* node, bool given) { nodes_ += give(node, given); }
+    void array(ExprNode** children) { arrays_ += give(children, true); }
+
+  private:
+    std::size_t give(void* memory, bool given);
+    void flush();
+
+    std::uintptr_t slab_ = 0;
+    std::size_t nodes_ = 0;
+    std::size_t arrays_ = 0;
+};
+
+#ifdef PELMORA_SANITIZE
+
+inline std::size_t NodeReturn::give(void* memory, bool given) {
+    if (given) {
+        ::operator delete(memory);
+    }
+    return given ? 1 : 0;
+}
+
+#else
+
+// Slabs are aligned to this, so that the slab of a node is found by masking its address.
+inline constexpr std::size_t kSlabSpan = std::size_t{256} * 1024;
+
+inline std::size_t NodeReturn::give(void* memory, bool given) {
+    const auto slab = reinterpret_cast<std::uintptr_t>(memory) & ~std::uintptr_t{kSlabSpan - 1};
+    if (slab != slab_) {
+        flush();
+        slab_ = slab;
+    }
+    return given ? 1 : 0;
+}
+
+#endif
 
 } // namespace pelmora

@@ -34,7 +34,9 @@ class WorkStack {
 
     void push(const T& value) {
         if (size_ == capacity_) {
-            grow(value);
+            const T safe = value; // may live in the memory that growth releases
+            grow(size_ + 1);
+            data_[size_++] = safe;
             return;
         }
         data_[size_++] = value;
@@ -42,14 +44,22 @@ class WorkStack {
 
     T pop() { return data_[--size_]; }
 
+    // Room for `n` values above the top, to be written there; and as many of them as are taken are
+    // on the stack. So it can be left open without a branch whether a value is pushed.
+    T* room(std::size_t n) {
+        if (capacity_ - size_ < n) {
+            grow(size_ + n);
+        }
+        return data_ + size_;
+    }
+    void take(std::size_t n) { size_ += n; }
+
     // Drops every value from `size` on.
     void shrink(std::size_t size) { size_ = size; }
 
   private:
-    // By value: `value` may live in the memory that is released here.
-    void grow(T value) {
-        // The maximum changes nothing; it shows the analyser that this is never zero.
-        const std::size_t capacity = std::max(capacity_, kInline) * 2;
+    void grow(std::size_t least) {
+        const std::size_t capacity = std::max(capacity_ * 2, least);
         T* data = new (std::nothrow) T[capacity];
         if (data == nullptr) {
             fatal_out_of_memory();
@@ -58,7 +68,6 @@ class WorkStack {
         release();
         data_ = data;
         capacity_ = capacity;
-        data_[size_++] = value;
     }
 
     void release() {
