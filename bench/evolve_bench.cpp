@@ -58,7 +58,7 @@ std::string lifer_of(std::int32_t size) {
     Generations* generations = &all.emplace_back(size, 0.5, 3);
     std::string name = "a lifer of " + std::to_string(size) + ": Evolve without pictures";
     // As many lifers as it takes for a quiet moment; a large population has them in one go.
-    benchmark::RegisterBenchmark(name.c_str(), evolve, generations)->Repetitions(2 + 20'000 / size);
+    benchmark::RegisterBenchmark(name.c_str(), evolve, generations)->Repetitions(4 + 20'000 / size);
     return name;
 }
 

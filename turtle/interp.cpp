@@ -47,6 +47,9 @@ class Turtle {
 
     void pen(const CodeWord& word) { pen_up_ = word.number; }
 
+    // As many passes of a spin, whose `steps` words begin at `body`.
+    void spin(const CodeWord* body, std::uint32_t steps, int passes);
+
     void renew_pen(HDC device, int width) const {
         pen_renew(device, width, color_red(color_), color_green(color_), color_blue(color_));
     }
@@ -61,6 +64,35 @@ class Turtle {
     PackedColor color_;
     PackedTurns turns_ = 0;
 };
+
+// In one look at the words, whatever the number of passes: what they add up to is the same each
+// time.
+template <class Heading, class Path>
+void Turtle<Heading, Path>::spin(const CodeWord* body, std::uint32_t steps, int passes) {
+    typename Heading::Sum sum;
+    PackedTurns turns = 0;
+    PackedColor colors = 0;
+    const CodeWord* const end = body + steps;
+    for (const CodeWord* word = body; word != end; ++word) {
+        if (word->op == Op::turn) {
+            sum.add(word->number);
+            turns += word->turns;
+        } else if (word->op == Op::color) {
+            colors = color_add(colors, word->increment);
+        } else if (word->op == Op::pen) {
+            pen(*word);
+        }
+    }
+    turns_ += turns * static_cast<PackedTurns>(passes);
+    color_ = color_add_often(color_, colors, passes);
+    heading_.spin(sum, passes, [&] {
+        for (const CodeWord* word = body; word != end; ++word) {
+            if (word->op == Op::turn) {
+                heading_.turn(word->number);
+            }
+        }
+    });
+}
 
 template <class Heading, class Path>
 void Turtle<Heading, Path>::finish(DrawContext* ctx) const {
@@ -88,6 +120,8 @@ void Turtle<Heading, Path>::finish(DrawContext* ctx) const {
 class Budget {
   public:
     explicit Budget(std::int64_t steps) : left_(steps) {}
+
+    void pay(std::int64_t steps) { left_ -= steps; }
 
     void pay(CodeWord* leg) {
         left_ -= leg->leg;
@@ -124,12 +158,37 @@ class Run {
         budget_.pay(word_);
     }
 
-    // Runs on to the end or, if asked, to behind the next new colour. True for a colour.
+    // Runs on to the end, to a spin or, if asked, to behind the next new colour. True for a colour.
     [[gnu::noinline]] bool go_on(bool stops_at_colors) {
         Run run = *this; // of its own, so that it is kept in registers
         const bool new_color = run.words_up_to_stop(stops_at_colors);
         *this = run;
         return new_color;
+    }
+
+    [[nodiscard]] bool at_spin() const { return word_->op == Op::spin; }
+
+    // Makes all passes of the spin at once.
+    void spin() {
+        const CodeWord& loop = *word_;
+        const CodeWord* body = word_ + 1;
+        const std::int64_t steps = std::int64_t{body->leg} * loop.number;
+        if (steps > budget_.left()) {
+            enter_loop(); // the limit is in there
+            return;
+        }
+        budget_.pay(steps);
+        count_loop(loop);
+        turtle_.spin(body, body->leg, loop.number);
+        jump(loop.jump.target);
+    }
+
+    // At a loop or spin: begins its passes, to be made one by one.
+    void enter_loop() {
+        counters_[word_->jump.counter] = {static_cast<std::uint32_t>(word_->number),
+                                          word_->jump.target};
+        count_loop(*word_);
+        budget_.pay(++word_);
     }
 
     [[nodiscard]] const Turtle& turtle() const { return turtle_; }
@@ -159,16 +218,12 @@ class Run {
         }
     }
 
-    // False at the end and at the limit.
+    // False at the end, at the limit and at a spin.
     bool rarer_word() {
         if (word_->op == Op::pen) {
             turtle_.pen(*word_++);
         } else if (word_->op == Op::loop) {
-            const auto passes = static_cast<std::uint32_t>(word_->number);
-            counters_[word_->jump.counter] = {passes, word_->jump.target};
-            repeats_ += 1;
-            repetitions_ += passes;
-            budget_.pay(++word_);
+            enter_loop();
         } else if (word_->op == Op::add) {
             repeats_ += word_->tally.repeats;
             repetitions_ += word_->tally.repetitions;
@@ -181,6 +236,11 @@ class Run {
             return false;
         }
         return true;
+    }
+
+    void count_loop(const CodeWord& loop) {
+        repeats_ += 1;
+        repetitions_ += loop.number;
     }
 
     void jump(std::uint32_t target) {
@@ -200,8 +260,16 @@ class Run {
 template <class Heading, class Path>
 int run(HDC device, DrawContext* ctx, const Path& path, std::int64_t steps, LinearCode* code) {
     Run<Turtle<Heading, Path>> run({*ctx, path}, steps, code);
-    while (run.go_on(device != nullptr)) {
-        run.turtle().renew_pen(device, ctx->pen_width);
+    for (;;) {
+        if (run.go_on(device != nullptr)) {
+            run.turtle().renew_pen(device, ctx->pen_width);
+        } else if (!run.at_spin()) {
+            break;
+        } else if constexpr (std::is_same_v<Heading, WholeHeading>) {
+            device == nullptr ? run.spin() : run.enter_loop(); // for a device each colour is due
+        } else {
+            run.enter_loop();
+        }
     }
     run.turtle().finish(ctx);
     ctx->repeats = add_count(ctx->repeats, run.repeats());

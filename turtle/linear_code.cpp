@@ -74,6 +74,7 @@ class Assembler {
     void repeat(const Item& item, const FunctionOutline& function, PenState leaves);
     void close();
     void close_pass(const Item& item);
+    void find_spin(const Open& loop);
     void leave_loop();
     [[nodiscard]] bool has_work(const Cost& cost) const;
     std::uint32_t& pass_start(const Item& item);
@@ -222,10 +223,31 @@ void Assembler::close_pass(const Item& item) {
     }
     control(Op::again, 0, {start, item.function});
     if (known) {
+        if (work_ == Work::steps && start == open_.top().word + 1) {
+            find_spin(open_.top());
+        }
         leave_loop();
     } else {
         at_ = open_.top().item + 1;
     }
+}
+
+// To the loop that ends here.
+void Assembler::find_spin(const Open& loop) {
+    constexpr std::uint32_t kFewestSteps = 16; // below, a spin is no gain
+    CodeWord& first = *code_.words.at(loop.word);
+    const std::uint32_t body = loop.word + 1;
+    const std::uint32_t steps = code_.words.at(body)->leg;
+    const bool only_steps = here() - 1 - body == steps;
+    if (!only_steps || steps * static_cast<std::uint32_t>(first.number) < kFewestSteps) {
+        return;
+    }
+    for (std::uint32_t at = body; at < body + steps; ++at) {
+        if (code_.words.at(at)->op == Op::forward) {
+            return;
+        }
+    }
+    first.op = Op::spin;
 }
 
 void Assembler::leave_loop() {

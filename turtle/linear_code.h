@@ -24,6 +24,7 @@ enum class Op : std::uint8_t {
     add,   // tally
     line,  // fault; number: for its line
     loop,  // counts itself and begins number passes; jump: where to go on after the last
+    spin,  // a loop whose pass, up to its again, is but terminals that do not move the turtle
     again, // the end of a pass; jump: to the next
     go,    // jump
     end,   // of the program

@@ -37,6 +37,15 @@ constexpr std::int64_t color_changes(PackedColor color) {
     return static_cast<std::int64_t>(color >> 32U);
 }
 
+constexpr PackedColor color_add_often(PackedColor color, PackedColor increment, int times) {
+    const PackedColor changes =
+        (color >> 32U) + (increment >> 32U) * static_cast<PackedColor>(times);
+    return color_pack(color_red(color) + times * color_red(increment),
+                      color_green(color) + times * color_green(increment),
+                      color_blue(color) + times * color_blue(increment)) |
+           changes << 32U;
+}
+
 // The turns to the right in the low half, those to the left in the high half.
 using PackedTurns = std::uint64_t;
 

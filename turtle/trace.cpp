@@ -64,9 +64,12 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
     const TracedMove* move = trace.moves;
     const TracedMove* const end = move + trace.count;
     while (move != end) {
-        const std::uint32_t color = move->color;
+        std::uint32_t color = move->color;
         int count = 1;
-        do {
+        // A colour without lines needs no stop.
+        for (; move != end && (move->color == color || count == 1) && count <= kMostPoints;
+             ++move) {
+            color = move->color;
             walker.go(*move);
             const POINT to = walker.point();
             const POINT& last = points[count - 1];
@@ -75,7 +78,7 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
             const bool moved = ((to.x ^ last.x) | (to.y ^ last.y)) != 0;
             points[count] = to;
             count += moved ? 1 : 0;
-        } while (++move != end && move->color == color && count <= kMostPoints);
+        }
         if (count > 1 && (color & kTracedPenUp) == 0) {
             pens.draw(points, count, color);
         }

@@ -216,8 +216,9 @@ void LogoMakePict(HWND, LogoWindow* record, int index) {
     FillRect(offscreen, &picture, white); // nothing more of it is copied
     draw_fit(offscreen, &record->drawContext, lifer.program, width, height, FitMode::stretch, 0);
     lifer.score = draw_score(&record->drawContext);
-    FillRect(cell_device, &picture, white);
-    BitBlt(cell_device, 0, 0, width, height, offscreen, 0, 0, SRCCOPY);
+    if (!BitBlt(cell_device, 0, 0, width, height, offscreen, 0, 0, SRCCOPY)) {
+        FillRect(cell_device, &picture, white);
+    }
 }
 
 void LogoMakePopPicts(HWND window, LogoWindow* record) {

@@ -16,6 +16,9 @@ namespace {
 constexpr std::uint32_t kBlack = pixel_of(RGB(0, 0, 0));
 constexpr std::uint32_t kWhite = pixel_of(RGB(255, 255, 255));
 
+// The pen released last, for the next one: a picture has a new pen for each of its colours.
+Pen* spare_pen = nullptr;
+
 // System colours stand for brushes as small numbers.
 constexpr std::uintptr_t kSystemColors = 64;
 
@@ -69,8 +72,14 @@ HGDIOBJ GetStockObject(int object) {
 }
 
 HPEN CreatePen(int, int width, COLORREF color) {
-    return reinterpret_cast<HPEN>(static_cast<GdiObject*>(
-        new (std::nothrow) Pen(std::abs(std::max(width, -INT_MAX)), pixel_of(color))));
+    const Pen pen(std::abs(std::max(width, -INT_MAX)), pixel_of(color));
+    Pen* made = std::exchange(spare_pen, nullptr);
+    if (made != nullptr) {
+        *made = pen;
+    } else {
+        made = new (std::nothrow) Pen(pen);
+    }
+    return reinterpret_cast<HPEN>(static_cast<GdiObject*>(made));
 }
 
 HBRUSH CreateSolidBrush(COLORREF color) {
@@ -102,7 +111,7 @@ BOOL DeleteObject(HGDIOBJ handle) {
     switch (object->kind) {
     case GdiKind::pen:
         forget_recorded_pen(object);
-        delete static_cast<Pen*>(object);
+        delete std::exchange(spare_pen, static_cast<Pen*>(object));
         return TRUE;
     case GdiKind::brush:
         delete static_cast<Brush*>(object);
