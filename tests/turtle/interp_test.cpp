@@ -79,6 +79,22 @@ ExprNode* random_tree(Grove& grove, Dice& dice, int depth) {
     return node;
 }
 
+// Repeats of turns alone, large and small ones, so that circles close at every place.
+ExprNode* random_spins(Grove& grove, Dice& dice) {
+    constexpr OpCode kOps[] = {RIGHT_45, RIGHT_90, LEFT_45, LEFT_90,
+                               RIGHT_1,  LEFT_2,   RED_64,  PEN_UP};
+    std::vector<ExprNode*> spins;
+    for (int i = 1 + dice.below(4); i > 0; --i) {
+        std::vector<ExprNode*> turns(static_cast<std::size_t>(1 + dice.below(6)));
+        for (ExprNode*& turn : turns) {
+            turn = grove.leaf(kOps[dice.below(dice.one_in(2) ? 4 : 8)]);
+        }
+        spins.push_back(grove.call(dice.one_in(2) ? REPEAT_100 : REPEAT_10, std::move(turns)));
+        spins.push_back(grove.leaf(FWD_1));
+    }
+    return grove.call(dice.one_in(2) ? REPEAT_3 : BLOCK, std::move(spins));
+}
+
 DrawContext random_start(Dice& dice) {
     DrawContext ctx;
     std::memset(&ctx, 0, sizeof ctx);
@@ -102,7 +118,8 @@ TEST(Interp, DoesWhatThePlainOneDoes) {
     for (unsigned seed = 0; seed < 20000; ++seed) {
         Dice dice(seed);
         Grove grove;
-        const ExprNode* tree = random_tree(grove, dice, 1 + dice.below(7));
+        const ExprNode* tree = dice.one_in(5) ? random_spins(grove, dice)
+                                              : random_tree(grove, dice, 1 + dice.below(7));
         const DrawContext start = random_start(dice);
         DrawContext plain_ctx = start;
         DrawContext ctx = start;
