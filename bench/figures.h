@@ -21,8 +21,9 @@ struct Ratio {
 
 struct Figure {
     std::string text;
-    std::vector<Ratio> ratios; // with several, the figure is their geometric mean
-    double target;             // at most this; 0: none
+    std::vector<Ratio> ratios;     // with several, the figure is their geometric mean
+    double target;                 // at most this; 0: none
+    double (*measure)() = nullptr; // when there are no ratios
 };
 
 // Prints the table of the figures and, below it, the times. True when no target was missed.
@@ -32,5 +33,6 @@ bool print_figures(const std::vector<Figure>& figures, const Times& times);
 void add_turtle_figures(std::vector<Figure>* figures);
 void add_evolve_figures(std::vector<Figure>* figures);
 void add_window_figures(std::vector<Figure>* figures);
+void add_process_figures(std::vector<Figure>* figures);
 
 } // namespace pelmora_bench

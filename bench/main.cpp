@@ -19,5 +19,6 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     pelmora_bench::add_turtle_figures(&figures);
     pelmora_bench::add_evolve_figures(&figures);
     pelmora_bench::add_window_figures(&figures);
+    pelmora_bench::add_process_figures(&figures);
     return pelmora_bench::print_figures(figures, pelmora_bench::run_benchmarks()) ? 0 : 1;
 }

@@ -1,0 +1,67 @@
+// What takes processes of their own to measure.
+#include "bench/figures.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <string>
+
+namespace pelmora_bench {
+namespace {
+
+[[noreturn]] void fail(const std::string& command) {
+    std::fprintf(stderr, "\"%s\" failed\n", command.c_str());
+    std::exit(1);
+}
+
+double seconds_of(const std::string& command) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
+    if (std::system(command.c_str()) != 0) {
+        fail(command);
+    }
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// In turn, and the least disturbed of each. The program writes its log files into a folder that it
+// may write to.
+double start_ratio(const std::string& other) {
+    constexpr int kRuns = 15;
+    double program = std::numeric_limits<double>::infinity();
+    double empty = program;
+    for (int run = 0; run < kRuns; ++run) {
+        program = std::min(program, seconds_of("cd /tmp && exec " PELMORA_BENCH_CHILD " start"));
+        empty = std::min(empty, seconds_of("cd /tmp && exec " + other));
+    }
+    return program / empty;
+}
+
+double megabytes_of_the_largest() {
+    const std::string command = PELMORA_BENCH_CHILD " memory";
+    std::FILE* answer = popen(command.c_str(), "r");
+    double megabytes = 0;
+    if (answer == nullptr || std::fscanf(answer, "%lf", &megabytes) != 1 || pclose(answer) != 0) {
+        fail(command);
+    }
+    return megabytes;
+}
+
+} // namespace
+
+void add_process_figures(std::vector<Figure>* figures) {
+    figures->push_back({"MB of 32,766 turtles at generation 7, beside the pictures",
+                        {},
+                        700,
+                        megabytes_of_the_largest});
+    figures->push_back(
+        {"start to the first painted window / of an empty program with a menu", {}, 1.5, [] {
+             return start_ratio(PELMORA_BENCH_EMPTY " menu");
+         }});
+    figures->push_back({"the same / of one without any text", {}, 0, [] {
+                            return start_ratio(PELMORA_BENCH_EMPTY);
+                        }});
+}
+
+} // namespace pelmora_bench
