@@ -1,6 +1,6 @@
 // What is measured in a process of its own. The argument says which:
 //   start    the program up to its first painted window
-//   memory   a population of 32,766 at generation 7: resident megabytes beside its pictures
+//   memory   a population of 32,766 at generation 7: resident MiB beside its pictures
 //   measure  measuring runs: how many terminals were executed
 #include "bench/first_paint.h"
 #include "bench/generations.h"
@@ -39,7 +39,7 @@ void print_memory() {
     for (int generation = 0; generation < 7; ++generation) {
         LogoEvolvePop(window, record);
     }
-    std::printf("%.1f\n", (resident_bytes() - kMaxPopulation * kPicture) / 1e6);
+    std::printf("%.1f\n", (resident_bytes() - kMaxPopulation * kPicture) / 1048576.0);
 }
 
 void print_terminals() {

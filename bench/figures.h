@@ -21,13 +21,13 @@ struct Ratio {
 
 struct Figure {
     std::string text;
-    std::vector<Ratio> ratios;     // with several, the figure is their geometric mean
-    double target;                 // at most this; 0: none
-    double (*measure)() = nullptr; // when there are no ratios
+    std::vector<Ratio> ratios;                 // with several, the figure is their geometric mean
+    double target;                             // at most this; 0: none
+    double (*measure)(const Times&) = nullptr; // when there are no ratios
 };
 
-// Prints the table of the figures and, below it, the times. True when no target was missed.
-bool print_figures(const std::vector<Figure>& figures, const Times& times);
+// Prints the table of the figures and, below it, the times.
+void print_figures(const std::vector<Figure>& figures, const Times& times);
 
 // Register the benchmarks of their kind and append their figures.
 void add_turtle_figures(std::vector<Figure>* figures);

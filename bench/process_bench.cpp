@@ -38,23 +38,23 @@ double start_ratio(const std::string& other) {
     return program / empty;
 }
 
-double megabytes_of_the_largest() {
+double mebibytes_of_the_largest(const Times& /*times*/) {
     const std::string command = PELMORA_BENCH_CHILD " memory";
     std::FILE* answer = popen(command.c_str(), "r");
-    double megabytes = 0;
-    if (answer == nullptr || std::fscanf(answer, "%lf", &megabytes) != 1 || pclose(answer) != 0) {
+    double mebibytes = 0;
+    if (answer == nullptr || std::fscanf(answer, "%lf", &mebibytes) != 1 || pclose(answer) != 0) {
         fail(command);
     }
-    return megabytes;
+    return mebibytes;
 }
 
 } // namespace
 
 void add_process_figures(std::vector<Figure>* figures) {
-    figures->push_back({"MB of 32,766 turtles at generation 7, beside the pictures",
+    figures->push_back({"MiB of 32,766 turtles at generation 7, beside the pictures",
                         {},
                         700,
-                        megabytes_of_the_largest});
+                        mebibytes_of_the_largest});
     figures->push_back(
         {"start to the first painted window / of an empty program with a menu", {}, 1.5, [] {
              return start_ratio(PELMORA_BENCH_EMPTY " menu");

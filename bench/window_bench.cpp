@@ -212,6 +212,19 @@ Figure figure_of_seeds(const char* text, double target, std::pair<const char*, S
     return figure;
 }
 
+constexpr const char* kEvolve = "Evolve of 48";
+
+// Of the seeds, in milliseconds.
+double slowest(const Times& times) {
+    double most = 0;
+    for (const auto& [name, time] : times) {
+        if (name.rfind(std::string(kEvolve) + ", seed", 0) == 0) {
+            most = std::max(most, time / 1e6);
+        }
+    }
+    return most;
+}
+
 } // namespace
 
 void add_window_figures(std::vector<Figure>* figures) {
@@ -224,8 +237,10 @@ void add_window_figures(std::vector<Figure>* figures) {
                                        {"a line drawn by a run", draw_all},
                                        {"a line walked once more", walk_all}));
     figures->push_back(figure_of_seeds("Evolve of 48 / clearing, walking, copying alone", 3.0,
-                                       {"Evolve of 48", evolve_by_command},
+                                       {kEvolve, evolve_by_command},
                                        {"Evolve of 48, bare", evolve_bare}));
+    figures->push_back(
+        {"milliseconds of an Evolve of 48, a frame of the screen having 16.7", {}, 16.7, slowest});
     benchmark::RegisterBenchmark("grid of 48 painted", paint);
     benchmark::RegisterBenchmark("cells of 48 copied", copy_cells);
     figures->push_back({"grid of 48 painted anew / its cells copied",
