@@ -29,15 +29,14 @@ double seconds_of(const std::string& command) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// In turn, and the least disturbed of each. The program writes its log files into a folder that it
-// may write to.
+// In turn, and the least disturbed of each.
 double start_ratio(const std::string& other) {
     constexpr int kRuns = 15;
     double program = std::numeric_limits<double>::infinity();
     double empty = program;
     for (int run = 0; run < kRuns; ++run) {
-        program = std::min(program, seconds_of("cd /tmp && exec " + kChild + " start"));
-        empty = std::min(empty, seconds_of("cd /tmp && exec " + other));
+        program = std::min(program, seconds_of("exec " + kChild + " start"));
+        empty = std::min(empty, seconds_of("exec " + other));
     }
     return program / empty;
 }

@@ -59,9 +59,7 @@ void measure_population(LogoWindow* record) {
     DrawContext* ctx = &record->drawContext;
     for (int i = 0; i < record->lifeCount; ++i) {
         Lifer& lifer = record->current->lifers[i];
-        RECT bounds{};
-        draw_reset(ctx);
-        draw_run(record->offscreenDC.get(), ctx, lifer.program, &bounds);
+        draw_measure(ctx, lifer.program);
         lifer.score = draw_score(ctx);
     }
 }
