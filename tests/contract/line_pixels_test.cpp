@@ -10,6 +10,7 @@
 #include <random>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -120,13 +121,20 @@ class LinePixels : public testing::Test {
 
     // The rows of the picture that one line makes: "." white, "#" ink, "?" anything else.
     std::string drawn(const Line& line) {
+        return drawn(line.width, [&line](HDC device) {
+            EXPECT_EQ(MoveToEx(device, static_cast<int>(line.from.x), static_cast<int>(line.from.y),
+                               nullptr),
+                      1);
+            EXPECT_EQ(LineTo(device, static_cast<int>(line.to.x), static_cast<int>(line.to.y)), 1);
+        });
+    }
+
+    template <typename Draw>
+    std::string drawn(int width, Draw draw) {
         const RECT all{0, 0, kSize, kSize};
         FillRect(device_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-        HGDIOBJ before = SelectObject(device_, CreatePen(PS_SOLID, line.width, kInk));
-        EXPECT_EQ(MoveToEx(device_, static_cast<int>(line.from.x), static_cast<int>(line.from.y),
-                           nullptr),
-                  1);
-        EXPECT_EQ(LineTo(device_, static_cast<int>(line.to.x), static_cast<int>(line.to.y)), 1);
+        HGDIOBJ before = SelectObject(device_, CreatePen(PS_SOLID, width, kInk));
+        draw(device_);
         DeleteObject(SelectObject(device_, before));
         return picture([this](int x, int y) {
             const COLORREF pixel = GetPixel(device_, x, y);
@@ -134,13 +142,20 @@ class LinePixels : public testing::Test {
         });
     }
 
-    static std::string expected(const Line& line) {
-        return picture([&line](int x, int y) { return in_line(line, {x, y}) ? '#' : '.'; });
+    static std::string expected(const std::vector<Line>& lines) {
+        return picture([&lines](int x, int y) {
+            return std::any_of(lines.begin(), lines.end(),
+                               [&](const Line& line) {
+                                   return in_line(line, {x, y});
+                               })
+                       ? '#'
+                       : '.';
+        });
     }
 
     // Whether the line has the pixels of the rule; says so when it has not.
     bool compare(const Line& line) {
-        const std::string wanted = expected(line);
+        const std::string wanted = expected({line});
         const bool same = drawn(line) == wanted;
         EXPECT_TRUE(same) << "width " << line.width << " from " << line.from.x << ',' << line.from.y
                           << " to " << line.to.x << ',' << line.to.y << '\n'
@@ -217,6 +232,27 @@ TEST_F(LinePixels, FollowTheRuleAnywhere) {
                 return;
             }
         }
+    }
+}
+
+// Thin ones: each line of them leaves out its end, and one without length shows nothing.
+TEST_F(LinePixels, OfPolylinesAreThoseOfTheirLines) {
+    std::mt19937 random(2);
+    for (int i = 0; i < 1000; ++i) {
+        std::vector<POINT> points(2 + random() % 6);
+        for (POINT& point : points) {
+            point = {static_cast<LONG>(random() % 60) - 14, static_cast<LONG>(random() % 60) - 14};
+        }
+        points.back() = i % 4 == 0 ? points.front() : points.back();
+        std::vector<Line> lines;
+        for (std::size_t at = 1; at < points.size(); ++at) {
+            const POINT& from = points[at - 1];
+            lines.push_back({i % 2, {from.x, from.y}, {points[at].x, points[at].y}});
+        }
+        const auto draw = [&points](HDC device) {
+            EXPECT_EQ(Polyline(device, points.data(), static_cast<int>(points.size())), 1);
+        };
+        ASSERT_EQ(drawn(i % 2, draw), expected(lines)) << i;
     }
 }
 
