@@ -2,32 +2,30 @@
 //   start    the program up to its first painted window
 //   memory   a population of 32,766 at generation 7: resident MiB beside its pictures
 //   measure  measuring runs: how many terminals were executed
+//   window SIZE DEPTH CHILDREN PROBABILITY GENERATIONS
+//            a population window with these parameters, all probabilities being the same: a line
+//            for each thing done in it
 #include "bench/first_paint.h"
 #include "bench/generations.h"
+#include "bench/resident.h"
 #include "evolve/random.h"
 #include "ui/breeding_commands.h"
 #include "ui/population_window.h"
 #include "ui/shell.h"
 #include "ui/window_names.h"
 
+#include <chrono>
+#include <cstdint>
 #include <cstdio>
-#include <cstring>
-#include <fstream>
+#include <sstream>
+#include <string>
 
-#include <unistd.h>
+#include <sys/resource.h>
 
 namespace {
 
 using namespace pelmora;
 using namespace pelmora_bench;
-
-double resident_bytes() {
-    std::ifstream file("/proc/self/statm");
-    double pages = 0;
-    double resident = 0;
-    file >> pages >> resident;
-    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
-}
 
 void print_memory() {
     constexpr double kPicture = 88.0 * 88.0 * 4.0;
@@ -57,20 +55,74 @@ void print_terminals() {
     std::printf("%lld\n", static_cast<long long>(terminals * kRuns));
 }
 
+class Stages {
+  public:
+    void report(const char* what) {
+        const std::chrono::duration<double> time = Clock::now() - last_;
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        std::printf("  %-12s %12zu nodes %10.2f s %10.0f MiB at most\n", what, expr_live().nodes,
+                    time.count(), static_cast<double>(usage.ru_maxrss) / 1024.0);
+        std::fflush(stdout);
+        last_ = Clock::now();
+    }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point last_ = Clock::now();
+};
+
+// The numbers are those that the dialog would hand on for what is asked.
+int try_window(std::istringstream& arguments) {
+    std::int32_t size = 0, depth = 0, children = 0;
+    double chance = 0;
+    int generations = 0;
+    if (!(arguments >> size >> depth >> children >> chance >> generations)) {
+        return 2;
+    }
+    EvolveParams params = first_params(params_population_size(size));
+    params.MAX_DEPTH = params_max_depth(depth);
+    params.MAX_CHILD = params_max_child(children);
+    params.PCROSS = params.PMUTATE = params.PFNODE = params.PCOLOR = chance;
+    LoadWindowNames(nullptr);
+    RegisterWindowClasses(nullptr);
+    rng_seed(0.5);
+    Stages stages;
+    HWND window = CreateLogoWindow(nullptr, params);
+    if (window == nullptr) {
+        std::puts("  refused");
+        return 0;
+    }
+    stages.report("window");
+    auto* record = reinterpret_cast<LogoWindow*>(GetWindowLongPtrA(window, 0));
+    for (int generation = 0; generation < generations; ++generation) {
+        LogoEvolvePop(window, record);
+        stages.report("Evolve");
+    }
+    LogoRevertPop(window, record);
+    stages.report("Revert");
+    DestroyWindow(window);
+    stages.report("closed");
+    return 0;
+}
+
 } // namespace
 
-int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR what, int show) {
-    if (std::strcmp(what, "start") == 0) {
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR command_line, int show) {
+    std::istringstream arguments(command_line);
+    std::string what;
+    arguments >> what;
+    if (what == "start") {
         EndAtFirstPaint end;
         QApplication::instance()->installEventFilter(&end);
         return PelmoraMain(instance, show);
     }
-    if (std::strcmp(what, "memory") == 0) {
+    if (what == "memory") {
         print_memory();
-    } else if (std::strcmp(what, "measure") == 0) {
+    } else if (what == "measure") {
         print_terminals();
     } else {
-        return 2;
+        return what == "window" ? try_window(arguments) : 2;
     }
     return 0;
 }

@@ -12,6 +12,9 @@ namespace pelmora_bench {
 // The parameters that the dialog shows at its first use.
 pelmora::EvolveParams first_params(std::int32_t size);
 
+// What the runs of a population start from.
+pelmora::DrawContext context_of(const pelmora::Population& pop);
+
 // Scores every lifer by a measuring run.
 void measure(pelmora::Population* pop, pelmora::DrawContext* ctx);
 
