@@ -88,11 +88,33 @@ void make_offscreen_surface(HDC screen, LogoWindow* record) {
     SelectObject(record->offscreenDC.get(), record->offscreenBitmap.get());
 }
 
-void make_cell_surface(HDC screen, const RECT& cell, MemoryDevice* device, Bitmap* bitmap) {
+// False when there is no device or bitmap left to be had.
+bool make_cell_surface(HDC screen, const RECT& cell, MemoryDevice* device, Bitmap* bitmap) {
     device->reset(CreateCompatibleDC(screen));
     bitmap->reset(CreateCompatibleBitmap(screen, cell.right - cell.left, cell.bottom - cell.top));
     SelectObject(device->get(), bitmap->get());
     SetStretchBltMode(device->get(), HALFTONE);
+    return *device != nullptr && *bitmap != nullptr;
+}
+
+// A process may have but so many graphics objects. When they run out, this many cells and all that
+// follow stay without a picture, so that pens, dialogs and printing find objects of their own.
+constexpr int kCellsInReserve = 100;
+
+void make_cell_surfaces(HDC screen, LogoWindow* record) {
+    const RECT cell = LogoCellRect(record, 0);
+    int made = 0;
+    while (made < record->lifeCount &&
+           make_cell_surface(screen, cell, &record->cellDCs[made], &record->cellBitmaps[made])) {
+        ++made;
+    }
+    if (made == record->lifeCount) {
+        return;
+    }
+    for (int i = made; i >= 0 && i > made - kCellsInReserve; --i) {
+        record->cellDCs[i].reset(); // before the bitmap that it holds
+        record->cellBitmaps[i].reset();
+    }
 }
 
 // False when the populations could not be made, which the user was told; the record then goes with
@@ -105,13 +127,10 @@ bool LogoInitPopulations(HWND window, LogoWindow* record, const EvolveParams& pa
         ShowMessage(window, "Not enough memory to allocate populations.");
         return false;
     }
-    const RECT cell = LogoCellRect(record, 0);
+    std::fill_n(record->lifeFlags.get(), record->lifeCount, LIVE_FLAG);
     {
         const WindowDevice screen(window);
-        for (int i = 0; i < record->lifeCount; ++i) {
-            record->lifeFlags[i] = LIVE_FLAG;
-            make_cell_surface(screen.get(), cell, &record->cellDCs[i], &record->cellBitmaps[i]);
-        }
+        make_cell_surfaces(screen.get(), record);
     }
     pop_randomize(record->current.get());
     LogoMakePopPicts(window, record);

@@ -10,6 +10,10 @@
 
 #include <unistd.h>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace {
 
 // The toolkit's own remarks go where the program's error stream went at start. The program sends
@@ -22,9 +26,20 @@ void write_remark(QtMsgType, const QMessageLogContext&, const QString& text) {
         ::write(remarks, line.constData(), static_cast<std::size_t>(line.size()));
 }
 
+// Populations grow to hundreds of megabytes and shrink again. What glibc takes from the system
+// piece by piece it can give back; in a heap one node that lives on would hold all that lies below
+// it.
+void return_large_memory_at_once() {
+#ifdef __GLIBC__
+    mallopt(M_MMAP_THRESHOLD, 192 * 1024);
+    mallopt(M_TRIM_THRESHOLD, 8 * 1024 * 1024);
+#endif
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
+    return_large_memory_at_once();
     remarks = ::dup(STDERR_FILENO);
     qInstallMessageHandler(write_remark);
     // A pipe whose reader is gone and a limit on the size of files are errors of the write, not the
