@@ -9,6 +9,8 @@
 #include "ui/window_names.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <iterator>
 #include <new>
 
@@ -88,32 +90,35 @@ void make_offscreen_surface(HDC screen, LogoWindow* record) {
     SelectObject(record->offscreenDC.get(), record->offscreenBitmap.get());
 }
 
-// False when there is no device or bitmap left to be had.
+// A process may have but so many graphics objects, on Windows 10,000, and each cell takes two. This
+// many stay free for pens, dialogs and printing.
+constexpr std::size_t kSpareObjects = 200;
+
+// False when there is nothing left to make it of; the cell then stays without a picture.
 bool make_cell_surface(HDC screen, const RECT& cell, MemoryDevice* device, Bitmap* bitmap) {
     device->reset(CreateCompatibleDC(screen));
     bitmap->reset(CreateCompatibleBitmap(screen, cell.right - cell.left, cell.bottom - cell.top));
+    if (*device == nullptr || *bitmap == nullptr) {
+        device->reset();
+        bitmap->reset();
+        return false;
+    }
     SelectObject(device->get(), bitmap->get());
     SetStretchBltMode(device->get(), HALFTONE);
-    return *device != nullptr && *bitmap != nullptr;
+    return true;
 }
 
-// A process may have but so many graphics objects. When they run out, this many cells and all that
-// follow stay without a picture, so that pens, dialogs and printing find objects of their own.
-constexpr int kCellsInReserve = 100;
-
+// Ends at the first cell for which nothing is left: each of the next ones would wait for a refusal.
 void make_cell_surfaces(HDC screen, LogoWindow* record) {
     const RECT cell = LogoCellRect(record, 0);
-    int made = 0;
-    while (made < record->lifeCount &&
-           make_cell_surface(screen, cell, &record->cellDCs[made], &record->cellBitmaps[made])) {
-        ++made;
+    std::array<MemoryDevice, kSpareObjects> spare; // given back at the end
+    for (MemoryDevice& device : spare) {
+        device.reset(CreateCompatibleDC(screen));
     }
-    if (made == record->lifeCount) {
-        return;
-    }
-    for (int i = made; i >= 0 && i > made - kCellsInReserve; --i) {
-        record->cellDCs[i].reset(); // before the bitmap that it holds
-        record->cellBitmaps[i].reset();
+    int i = 0;
+    while (i < record->lifeCount &&
+           make_cell_surface(screen, cell, &record->cellDCs[i], &record->cellBitmaps[i])) {
+        ++i;
     }
 }
 

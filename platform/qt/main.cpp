@@ -8,6 +8,7 @@
 
 #include <csignal>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #ifdef __GLIBC__
@@ -36,10 +37,26 @@ void return_large_memory_at_once() {
 #endif
 }
 
+// Bred programs may grow without end. Where the system promises more memory than it has, it would
+// kill the program, or another one, when that comes out; so the program is told in time, and says
+// what ended it.
+void ask_for_no_more_memory_than_there_is() {
+#ifndef PELMORA_SANITIZE // they take more addresses than there is memory
+    const auto pages = static_cast<rlim_t>(::sysconf(_SC_PHYS_PAGES));
+    const auto page = static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
+    rlimit data{};
+    if (::getrlimit(RLIMIT_DATA, &data) == 0 && pages * page < data.rlim_cur) {
+        data.rlim_cur = pages * page;
+        ::setrlimit(RLIMIT_DATA, &data);
+    }
+#endif
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
     return_large_memory_at_once();
+    ask_for_no_more_memory_than_there_is();
     remarks = ::dup(STDERR_FILENO);
     qInstallMessageHandler(write_remark);
     // A pipe whose reader is gone and a limit on the size of files are errors of the write, not the

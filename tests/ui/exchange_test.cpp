@@ -270,6 +270,64 @@ TEST(Exchange, PrintingFollowsItsDialogs) {
     printPenWidth = "0";
 }
 
+// In blocks of as many children as the text form has.
+TEST(Exchange, AMillionLeavesGoThroughEveryCommand) {
+    const Folder folder;
+    const PopulationWindow window(small_params(8));
+    LogoWindow* record = window.record();
+    std::string leaves = "( FWD_1 ) ";
+    for (const int children : {63, 63, 63, 4}) {
+        leaves = "( BLOCK " + times(children, leaves) + ") ";
+    }
+    give_program(window, 2, leaves);
+    const std::string million = program(window, 2);
+    const auto press_return = [](HWND dialog) { user::press(dialog, "Return"); };
+
+    Answers().file(folder.path("million")).to(window, IDM_SAVE_TURTLE);
+    Answers().file(folder.path("million")).to(window, IDM_SAVE_EPS);
+    Answers()
+        .file(folder.path("million.emf"))
+        .dialog("Enhanced Metafile Mapping", press_return)
+        .to(window, IDM_SAVE_METAFILE);
+    Answers()
+        .dialog("Print Pensize", press_return)
+        .print_to(folder.path("million.pdf"))
+        .to(window, IDM_PRINT_TURTLE);
+    EXPECT_EQ(folder.count(), 4);
+    window.command(IDM_COPY);
+    record->selected = 3;
+    window.command(IDM_PASTE);
+    record->selected = 4;
+    Answers().file(folder.path("million.txt")).to(window, IDM_LOAD_TURTLE);
+    EXPECT_TRUE(program(window, 3) == million); // without a list of differences
+    EXPECT_TRUE(program(window, 4) == million);
+
+    window.command(IDM_EDIT_TURTLE);
+    settle();
+    HWND editor = user::find_window("Turtle Editor");
+    user::click_control(editor, IDC_REDRAW);
+    settle();
+    Answers().file(folder.path("edited.eps")).to(editor, IDM_SAVE_EPS);
+    user::close(editor);
+    settle();
+    EXPECT_EQ(std::filesystem::file_size(folder.path("edited.eps")),
+              std::filesystem::file_size(folder.path("million.eps")));
+
+    window.command(IDM_MUTATE);
+    const Texts before = window.programs();
+    Answers().file(folder.path("population")).to(window, IDM_SAVE_POPULATION);
+    for (const int command : {IDM_EVOLVE, IDM_REVERT}) {
+        window.command(command);
+    }
+    EXPECT_TRUE(window.programs() == before);
+    window.command(IDM_EVOLVE_FIVE);
+    Answers()
+        .file(folder.path("population.lpf"))
+        .alert("Loaded 8 turtles.")
+        .to(window, IDM_LOAD_POPULATION);
+    EXPECT_TRUE(window.programs() == before);
+}
+
 // Whatever a dialog stands over may go while it is open.
 TEST(Exchange, ClosingTheWindowEndsItsCommand) {
     const Folder folder;
