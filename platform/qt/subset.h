@@ -462,7 +462,7 @@ BOOL DeleteObject(HGDIOBJ object); // Here: a selected bitmap stays, and that is
 BOOL MoveToEx(HDC device, int x, int y, POINT* previous);
 BOOL LineTo(HDC device, int x, int y);
 BOOL Polyline(HDC device, const POINT* points, int count); // Here: surfaces only, no joins.
-int FillRect(HDC device, const RECT* rect, HBRUSH brush); // Here: an inverted one is empty.
+int FillRect(HDC device, const RECT* rect, HBRUSH brush);  // Here: an inverted one is empty.
 int FrameRect(HDC device, const RECT* rect, HBRUSH brush);
 // Here: from another surface only, and to the right and down.
 BOOL BitBlt(HDC device, int x, int y, int width, int height, HDC source, int source_x, int source_y,
