@@ -6,6 +6,9 @@
 
 namespace pelmora {
 
+// Below it, and not below 0, rounding is adding a half and leaving out the fraction.
+inline constexpr double kDeviceTop = 2147483647.0;
+
 inline std::int32_t device_saturate(std::int64_t v) {
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(v, INT32_MIN, INT32_MAX));
 }
@@ -13,11 +16,11 @@ inline std::int32_t device_saturate(std::int64_t v) {
 // floor(v + 0.5), or the nearest coordinate that there is. Without the library's floor: as a call
 // it costs more than the rest of a step.
 inline std::int32_t device_round(double v) {
-    if (v >= 0.0 && v < 2147483647.0) [[likely]] { // nearly always, and then towards zero is down
+    if (v >= 0.0 && v < kDeviceTop) [[likely]] { // nearly always, and then towards zero is down
         return static_cast<std::int32_t>(v + 0.5);
     }
     // In this order a position that is not a number has a defined place, too.
-    const double raised = std::min(2147483647.0, std::max(-2147483648.0, v + 0.5));
+    const double raised = std::min(kDeviceTop, std::max(-2147483648.0, v + 0.5));
     const auto whole = static_cast<std::int32_t>(raised); // towards zero
     return whole - (whole > raised ? 1 : 0);
 }

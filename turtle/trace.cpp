@@ -4,6 +4,8 @@
 #include "turtle/heading_table.h"
 #include "turtle/pen.h"
 
+#include <array>
+#include <bit>
 #include <cstddef>
 
 namespace pelmora {
@@ -31,27 +33,46 @@ class Pens {
     std::uint32_t color_ = kTracedPenUp; // the colour of no pen
 };
 
+// Two numbers, for x and y, that the processor takes in one go.
+using Pair [[gnu::vector_size(16)]] = double;
+using PairOfInts [[gnu::vector_size(8)]] = std::int32_t;
+
+// A POINT as one number: compared and stored in one go, too.
+using PackedPoint = std::uint64_t;
+
+[[gnu::noinline]] PackedPoint packed_point(double x, double y) {
+    return std::bit_cast<PackedPoint>(POINT{device_round(x), device_round(y)});
+}
+
 // The turtle on its way over the device.
 class Walker {
   public:
     explicit Walker(const DrawContext& ctx)
-        : x_(ctx.origin_x), y_(ctx.origin_y), scale_x_(ctx.scale_x), scale_y_(ctx.scale_y) {}
+        : at_{ctx.origin_x, ctx.origin_y}, scale_{ctx.scale_x, ctx.scale_y} {}
 
     void go(const TracedMove& move) {
-        const Direction direction = kDirections[move.place];
-        x_ += direction.cos * move.distance * scale_x_;
-        y_ += direction.sin * move.distance * scale_y_;
+        const Direction& direction = kDirections[move.place];
+        const auto distance = static_cast<double>(move.distance);
+        at_ += Pair{direction.cos, direction.sin} * Pair{distance, distance} * scale_;
     }
 
-    [[nodiscard]] POINT point() const { return {device_round(x_), device_round(y_)}; }
+    [[nodiscard]] PackedPoint point() const {
+        const auto bits = std::bit_cast<std::array<std::uint64_t, 2>>(at_);
+        // Of numbers that are not negative the bits have their order; all others are above.
+        constexpr auto kTop = std::bit_cast<std::uint64_t>(kDeviceTop);
+        if (bits[0] < kTop && bits[1] < kTop) [[likely]] {
+            return std::bit_cast<PackedPoint>(__builtin_convertvector(at_ + 0.5, PairOfInts));
+        }
+        return packed_point(at_[0], at_[1]);
+    }
 
     void finish(DrawContext* ctx) const {
-        ctx->x = x_;
-        ctx->y = y_;
+        ctx->x = at_[0];
+        ctx->y = at_[1];
     }
 
   private:
-    double x_, y_, scale_x_, scale_y_;
+    Pair at_, scale_;
 };
 
 } // namespace
@@ -60,29 +81,35 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
     Pens pens(device, ctx->pen_width);
     Walker walker(*ctx);
     POINT points[kMostPoints + 1];
-    points[0] = walker.point();
     const TracedMove* move = trace.moves;
     const TracedMove* const end = move + trace.count;
     while (move != end) {
         std::uint32_t color = move->color;
+        if ((color & kTracedPenUp) != 0) {
+            walker.go(*move++);
+            continue;
+        }
+        PackedPoint last = walker.point();
+        points[0] = std::bit_cast<POINT>(last);
         int count = 1;
-        // A colour without lines needs no stop.
-        for (; move != end && (move->color == color || count == 1) && count <= kMostPoints;
-             ++move) {
+        const auto goes_on = [&](const TracedMove& next) {
+            // A colour without lines needs no stop.
+            return next.color == color || (count == 1 && next.color < kTracedPenUp);
+        };
+        for (; move != end && goes_on(*move) && count <= kMostPoints; ++move) {
             color = move->color;
             walker.go(*move);
-            const POINT to = walker.point();
-            const POINT& last = points[count - 1];
+            const PackedPoint to = walker.point();
             // A line without length has nothing to show. It is left out without a branch, as
             // whether the next one has any is not to be foreseen.
-            const bool moved = ((to.x ^ last.x) | (to.y ^ last.y)) != 0;
-            points[count] = to;
+            const bool moved = to != last;
+            points[count] = std::bit_cast<POINT>(to);
             count += moved ? 1 : 0;
+            last = to;
         }
-        if (count > 1 && (color & kTracedPenUp) == 0) {
+        if (count > 1) {
             pens.draw(points, count, color);
         }
-        points[0] = points[count - 1];
     }
     walker.finish(ctx);
 }
