@@ -31,15 +31,14 @@ struct Slab {
     Slab* next;       // while it is spare
 };
 
-// A little short of the span: the heap's own bookkeeping then fits between two slabs, and they
-// pack without a gap.
+// A little short of the span: with the heap's own bookkeeping it then still fits into a span.
 constexpr std::size_t kSlabBytes = kSlabSpan - 64;
 // A larger array that does not fit into the slab at hand gets one of its own, so that little of
 // the one at hand is wasted.
 constexpr std::size_t kLargestShared = kSlabSpan / 8;
 // 16 MiB of empty slabs are kept for the next generation: memory fresh from the system costs more
 // than everything else in a copy.
-constexpr std::size_t kMaxSpares = 64;
+constexpr std::size_t kMaxSpares = 32;
 constexpr auto kSlabAlign = static_cast<std::align_val_t>(kSlabSpan);
 
 static_assert(sizeof(Slab) % alignof(ExprNode) == 0 && sizeof(ExprNode) % sizeof(void*) == 0);

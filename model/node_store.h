@@ -61,8 +61,9 @@ inline std::size_t NodeReturn::give(void* memory, bool given) {
 
 #else
 
-// Slabs are aligned to this, so that the slab of a node is found by masking its address.
-inline constexpr std::size_t kSlabSpan = std::size_t{256} * 1024;
+// Slabs are aligned to this, so that the slab of a node is found by masking its address. A page of
+// the heap's own lies before each, so smaller ones take more memory.
+inline constexpr std::size_t kSlabSpan = std::size_t{512} * 1024;
 
 inline std::size_t NodeReturn::give(void* memory, bool given) {
     const auto slab = reinterpret_cast<std::uintptr_t>(memory) & ~std::uintptr_t{kSlabSpan - 1};
