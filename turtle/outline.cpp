@@ -30,6 +30,17 @@ void follow(Course* so_far, const Course& next) {
     }
 }
 
+// A set of pen states.
+using PenStates = std::uint8_t;
+constexpr PenStates kEither = 3;
+
+constexpr PenStates only(PenState pen) {
+    return static_cast<PenStates>(1U << pen);
+}
+
+// Leaves out the children that no branch ever chooses: bred programs have most of their nodes there
+// in the end. A repeat is first taken to come back to the pen state it starts with. Where it does
+// not, and something was left out of it, it is looked at once more for both states.
 class Surveyor {
   public:
     Surveyor(std::int64_t budget, Outline* outline) : budget_(budget), outline_(*outline) {}
@@ -44,6 +55,9 @@ class Surveyor {
         const ExprNode* const* first;
         const ExprNode* const* next;
         const ExprNode* const* end;
+        PenStates states;    // those in which the run may come by, at any time
+        std::size_t skipped; // how much had been left out before it
+        std::size_t inside;  // the item that is its first child
         // Where the run comes by for the first time: the pen, and the steps that it has then made.
         PenState pen;
         std::int64_t steps;
@@ -55,10 +69,15 @@ class Surveyor {
     void fault(Fault fault, std::ptrdiff_t number);
     void open(Item item, const ExprNode* const* children, int count);
     void close();
+    [[nodiscard]] bool has_wrong_start(const Open& done) const;
+    void look_again(Open* repeat);
     void take(const Course& course);
     [[nodiscard]] PenState choosing() const;
+    [[nodiscard]] PenStates states_here() const;
 
     std::int64_t budget_;
+    std::size_t skipped_ = 0;
+    std::size_t seen_again_ = 0;
     bool cut_ = false; // the run ends before what comes now
     Outline& outline_;
     WorkStack<Open, 32> open_;
@@ -68,7 +87,16 @@ void Surveyor::survey(const ExprNode* root, PenState pen) {
     const bool any = root != nullptr;
     outline_.items.push({ItemKind::block, 0, 1, 0});
     outline_.functions.push({});
-    open_.push({{ItemKind::block, 0, 1, 0}, kStandStill, &root, &root, &root + any, pen, 0});
+    open_.push({{ItemKind::block, 0, 1, 0},
+                kStandStill,
+                &root,
+                &root,
+                &root + any,
+                only(pen),
+                0,
+                1,
+                pen,
+                0});
     while (!open_.empty()) {
         Open& top = open_.top();
         if (top.next == top.end || cut_) {
@@ -84,6 +112,9 @@ void Surveyor::child(const ExprNode* node) {
         fault(Fault::null_child, open_.top().next - 1 - open_.top().first);
     } else if (node->kind == TERMINAL) {
         terminal(node->op);
+    } else if (states_here() == 0) {
+        ++skipped_;
+        outline_.items.push({ItemKind::terminal, 0, 0, 0}); // to have something in its place
     } else if (node->kind == FUNCTION) {
         function(*node);
     } else {
@@ -148,20 +179,46 @@ void Surveyor::open(Item item, const ExprNode* const* children, int count) {
         cut_ = true;
         return;
     }
+    // So that all the second looks take no more than twice the time of one at everything.
+    const bool too_many = seen_again_ > outline_.items.size();
+    const PenStates states = too_many && item.kind == ItemKind::repeat ? kEither : states_here();
     item.function = static_cast<std::uint32_t>(outline_.functions.size());
     outline_.items.push(item);
     outline_.functions.push({});
-    open_.push(
-        {item, kStandStill, children, children, children + std::max(count, 0), here.leaves, steps});
+    open_.push({item, kStandStill, children, children, children + std::max(count, 0), states,
+                skipped_, outline_.items.size(), here.leaves, steps});
 }
 
 void Surveyor::close() {
+    if (has_wrong_start(open_.top())) {
+        look_again(&open_.top());
+        return;
+    }
     const Open done = open_.pop();
     FunctionOutline& function = *outline_.functions.at(done.item.function);
     function = {static_cast<std::uint32_t>(outline_.items.size()), done.pass};
     if (!open_.empty()) {
         take({outline_visit(done.item, function, 0), outline_visit(done.item, function, 1)});
     }
+}
+
+// Whether it is a repeat, and left something out that one of its passes may choose.
+bool Surveyor::has_wrong_start(const Open& done) const {
+    if (done.item.kind != ItemKind::repeat || done.item.number < 2 || cut_) {
+        return false;
+    }
+    const PenState start = done.states == only(0) ? 0 : 1;
+    return skipped_ != done.skipped && done.states != kEither && done.pass[start].leaves != start;
+}
+
+void Surveyor::look_again(Open* repeat) {
+    seen_again_ += outline_.items.size() - repeat->inside;
+    outline_.items.shrink(repeat->inside);
+    outline_.functions.shrink(repeat->item.function + 1);
+    skipped_ = repeat->skipped;
+    repeat->pass = kStandStill;
+    repeat->next = repeat->first;
+    repeat->states = kEither;
 }
 
 void Surveyor::take(const Course& course) {
@@ -178,6 +235,21 @@ PenState Surveyor::choosing() const {
     const Open& top = open_.top();
     const bool first = top.next - top.first == 1;
     return static_cast<PenState>(first ? top.item.number : 1 - top.item.number);
+}
+
+// The pen states in which the run may come to the child at hand.
+PenStates Surveyor::states_here() const {
+    const Open& top = open_.top();
+    if (top.item.kind == ItemKind::branch) {
+        return top.states & only(choosing());
+    }
+    PenStates states = 0;
+    for (const PenState pen : {PenState{0}, PenState{1}}) {
+        if ((top.states & only(pen)) != 0) {
+            states |= only(top.pass[pen].leaves);
+        }
+    }
+    return states;
 }
 
 } // namespace
