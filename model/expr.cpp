@@ -64,7 +64,13 @@ ExprNode* expr_copy_node(const ExprNode* node) {
 
 // Whether the next node is a leaf cannot be foreseen, and a branch that is foreseen wrong costs
 // more than all else that copying or releasing a node does. So these two have none, and as both
-// take families in one order they go straight through memory.
+// take families in one order they go straight through memory, which is asked for ahead of them: by
+// itself a processor looks ahead to the end of a page.
+constexpr std::ptrdiff_t kAhead = 2048;
+
+void prefetch_after(const void* memory) {
+    __builtin_prefetch(static_cast<const char*>(memory) + kAhead);
+}
 
 ExprNode* expr_copy_tree(const ExprNode* root, ExprCounts* counts) {
     struct Family {
@@ -80,6 +86,7 @@ ExprNode* expr_copy_tree(const ExprNode* root, ExprCounts* counts) {
     while (!open.empty()) {
         const Family family = open.pop();
         const int count = family.from->count;
+        prefetch_after(family.from->children);
         ExprNode** children = new_brothers(count);
         family.copy->children = children;
         Family* room = open.room(static_cast<std::size_t>(count));
@@ -118,6 +125,7 @@ void expr_free_tree(ExprNode* root) {
         ExprNode* node = open;
         open = reinterpret_cast<ExprNode*>(node->slot);
         const int count = node->children != nullptr ? node->count : 0;
+        prefetch_after(node->children);
         for (int i = 0; i < count; ++i) {
             ExprNode* child = node->children[i];
             const bool leaf = child->children == nullptr;

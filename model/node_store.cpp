@@ -6,9 +6,10 @@
 #include <utility>
 
 namespace pelmora {
-namespace {
 
-constinit ExprLive live{0, 0};
+using namespace node_store_detail;
+
+namespace {
 
 #ifdef PELMORA_SANITIZE
 
@@ -16,20 +17,13 @@ void* take(std::size_t bytes) {
     return ::operator new(bytes, std::nothrow);
 }
 
-ExprNode** take_brothers(std::size_t /*n*/) {
-    return nullptr;
+bool renew_for_brothers(std::size_t /*n*/) {
+    return false;
 }
 
 void give_back(std::uintptr_t /*slab*/, std::size_t /*count*/) {}
 
 #else
-
-// The start of every slab; the memory that is handed out follows.
-struct Slab {
-    std::size_t live; // nodes and arrays handed out and not given back
-    bool own;         // made for one array alone
-    Slab* next;       // while it is spare
-};
 
 // A little short of the span: with the heap's own bookkeeping it then still fits into a span.
 constexpr std::size_t kSlabBytes = kSlabSpan - 64;
@@ -43,11 +37,8 @@ constexpr auto kSlabAlign = static_cast<std::align_val_t>(kSlabSpan);
 
 static_assert(sizeof(Slab) % alignof(ExprNode) == 0 && sizeof(ExprNode) % sizeof(void*) == 0);
 
-constinit Slab* current = nullptr; // the one that is bumped
-constinit Slab* spare = nullptr;   // the first of the empty ones kept
+constinit Slab* spare = nullptr; // the first of the empty ones kept
 constinit std::size_t spares = 0;
-constinit char* cursor = nullptr; // the free part of the current slab
-constinit char* limit = nullptr;
 
 Slab* new_slab(std::size_t bytes, bool own) {
     void* memory = ::operator new(bytes, kSlabAlign, std::nothrow);
@@ -78,14 +69,12 @@ bool next_slab() {
     if (slab == nullptr) {
         return false;
     }
-    current = slab;
-    cursor = first_byte(slab);
-    limit = reinterpret_cast<char*>(slab) + kSlabBytes;
+    at_hand = {slab, first_byte(slab), reinterpret_cast<char*>(slab) + kSlabBytes};
     return true;
 }
 
 void* take(std::size_t bytes) {
-    if (bytes > static_cast<std::size_t>(limit - cursor)) {
+    if (bytes > static_cast<std::size_t>(at_hand.limit - at_hand.cursor)) {
         if (bytes > kLargestShared) {
             return take_own(bytes);
         }
@@ -93,15 +82,15 @@ void* take(std::size_t bytes) {
             return nullptr;
         }
     }
-    void* memory = cursor;
-    cursor += bytes;
-    ++current->live;
+    void* memory = at_hand.cursor;
+    at_hand.cursor += bytes;
+    ++at_hand.slab->live;
     return memory;
 }
 
 void release(Slab* slab) {
-    if (slab == current) {
-        cursor = first_byte(slab);
+    if (slab == at_hand.slab) {
+        at_hand.cursor = first_byte(slab);
     } else if (spares < kMaxSpares && !slab->own) {
         slab->next = std::exchange(spare, slab);
         ++spares;
@@ -110,21 +99,10 @@ void release(Slab* slab) {
     }
 }
 
-// Null when they do not fit into the slab at hand or one like it.
-ExprNode** take_brothers(std::size_t n) {
+// Whether a fresh slab is at hand now, and they fit into it.
+bool renew_for_brothers(std::size_t n) {
     const std::size_t bytes = n * (sizeof(ExprNode) + sizeof(ExprNode*));
-    if (bytes > kLargestShared) {
-        return nullptr;
-    }
-    auto** children = static_cast<ExprNode**>(take(bytes));
-    if (children != nullptr) {
-        current->live += n; // beside the one for the array
-        auto* nodes = reinterpret_cast<ExprNode*>(children + n);
-        for (std::size_t i = 0; i < n; ++i) {
-            children[i] = nodes + i;
-        }
-    }
-    return children;
+    return bytes <= kLargestShared && next_slab();
 }
 
 void give_back(std::uintptr_t address, std::size_t count) {
@@ -151,14 +129,11 @@ void* node_store_new_array(std::size_t n) {
     return memory;
 }
 
-ExprNode** node_store_new_brothers(std::size_t n) {
-    ExprNode** children = take_brothers(n);
-    if (children != nullptr) {
-        live.nodes += n;
-        ++live.arrays;
-        return children;
+ExprNode** node_store_detail::new_brothers_apart(std::size_t n) {
+    if (renew_for_brothers(n)) {
+        return node_store_new_brothers(n);
     }
-    children = static_cast<ExprNode**>(node_store_new_array(n));
+    auto** children = static_cast<ExprNode**>(node_store_new_array(n));
     for (std::size_t i = 0; children != nullptr && i < n; ++i) {
         children[i] = static_cast<ExprNode*>(node_store_new_node());
         if (children[i] == nullptr) {

@@ -25,7 +25,16 @@ void* node_store_new_array(std::size_t n);
 // Memory for `n` (1 or more) nodes, not initialised, and an array that points to them; null when
 // there is no memory. Side by side where the store can, as brothers are visited one after the
 // other.
-ExprNode** node_store_new_brothers(std::size_t n);
+inline ExprNode** node_store_new_brothers(std::size_t n);
+
+namespace node_store_detail {
+
+inline constinit ExprLive live{0, 0};
+
+// Brothers that are not side by side, or that are too many for the slab at hand.
+ExprNode** new_brothers_apart(std::size_t n);
+
+} // namespace node_store_detail
 
 // Gives memory back. What lies together goes back together, at the latest when this ends: a slab is
 // asked for only once.
@@ -59,11 +68,53 @@ inline std::size_t NodeReturn::give(void* memory, bool given) {
     return given ? 1 : 0;
 }
 
+inline ExprNode** node_store_new_brothers(std::size_t n) {
+    return node_store_detail::new_brothers_apart(n);
+}
+
 #else
 
 // Slabs are aligned to this, so that the slab of a node is found by masking its address. A page of
 // the heap's own lies before each, so smaller ones take more memory.
 inline constexpr std::size_t kSlabSpan = std::size_t{512} * 1024;
+
+namespace node_store_detail {
+
+// The start of every slab; the memory that is handed out follows.
+struct Slab {
+    std::size_t live; // nodes and arrays handed out and not given back
+    bool own;         // made for one array alone
+    Slab* next;       // while it is spare
+};
+
+// The slab that is handed out now, and its free part.
+struct SlabAtHand {
+    Slab* slab;
+    char* cursor;
+    char* limit;
+};
+inline constinit SlabAtHand at_hand{nullptr, nullptr, nullptr};
+
+} // namespace node_store_detail
+
+// Here, as a call would cost copying a tenth of its time.
+inline ExprNode** node_store_new_brothers(std::size_t n) {
+    using namespace node_store_detail;
+    const std::size_t bytes = n * (sizeof(ExprNode) + sizeof(ExprNode*));
+    if (bytes > static_cast<std::size_t>(at_hand.limit - at_hand.cursor)) {
+        return new_brothers_apart(n);
+    }
+    auto** children = reinterpret_cast<ExprNode**>(at_hand.cursor);
+    auto* nodes = reinterpret_cast<ExprNode*>(children + n);
+    for (std::size_t i = 0; i < n; ++i) {
+        children[i] = nodes + i;
+    }
+    at_hand.cursor += bytes;
+    at_hand.slab->live += n + 1; // the array is one, too
+    live.nodes += n;
+    ++live.arrays;
+    return children;
+}
 
 inline std::size_t NodeReturn::give(void* memory, bool given) {
     const auto slab = reinterpret_cast<std::uintptr_t>(memory) & ~std::uintptr_t{kSlabSpan - 1};
