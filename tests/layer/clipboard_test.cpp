@@ -2,7 +2,6 @@
 // there is one.
 #include "files/clipboard.h"
 #include "tests/contract/test_windows.h"
-#include "tests/support/alerts.h"
 #include "tests/support/failing_new.h"
 #include "tests/support/trees.h"
 
