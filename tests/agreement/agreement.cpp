@@ -1,11 +1,10 @@
 // Grows and breeds populations from a fixed seed and writes down what the program draws, scores and
 // saves of them, so that two platforms can be held against each other:
 //
-//     pelmora_agreement REPORT [POPULATIONS [PROGRAM]]
+//     pelmora_agreement REPORT [POPULATIONS]
 //
-// All populations, the default, are 1,280 programs. What is drawn and saved of the one program is
-// saved as well, to look at. Fails when a population is not as it is known to be; where two reports
-// differ shows why.
+// All populations, the default, are 1,280 programs. Fails when a population is not as it is known
+// to be; where two reports differ shows why.
 #include "evolve/random.h"
 #include "files/clipboard.h"
 #include "files/eps.h"
@@ -15,7 +14,6 @@
 #include "platform/user.h"
 #include "resources/resource.h"
 #include "services/application.h"
-#include "tests/agreement/report.h"
 #include "ui/engine_window.h"
 #include "ui/population_view.h"
 #include "ui/population_window.h"
@@ -23,15 +21,20 @@
 #include "ui/window_names.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstdlib>
 #include <fstream>
+#include <iomanip>
 #include <iterator>
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
 using namespace pelmora;
-using namespace pelmora_test;
 
 constexpr std::int32_t kLifers = 64;
 
@@ -54,6 +57,79 @@ constexpr Known kPopulations[] = {
     {{kLifers, 5, 20, 0.8, 0.9, 0.95, 0.1, 0.5, 0.3, 0.2, 0.1, 0.1, 0.05}, 0x51DB11796DA21235U},
     {{kLifers, 7, 4, 0.95, 0.5, 1.0, 0.0, 0.123, 0.456, 0.789, 0.321, 0.654, 0.987},
      0xB8DC72C3510B3C0CU},
+};
+
+// The pixels of an area, row by row, as 0x..RRGGBB.
+struct Picture {
+    int width, height;
+    std::vector<std::uint32_t> pixels;
+
+    Picture part(const RECT& area) const {
+        Picture result{area.right - area.left, area.bottom - area.top, {}};
+        for (int y = area.top; y < area.bottom; ++y) {
+            const auto row = pixels.begin() + std::ptrdiff_t{y} * width;
+            result.pixels.insert(result.pixels.end(), row + area.left, row + area.right);
+        }
+        return result;
+    }
+};
+
+// Fowler, Noll and Vo's hash, on whole values: a single one that differs always shows.
+template <class Values>
+std::uint64_t hash_of(const Values& values) {
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (auto value : values) {
+        hash = (hash ^ static_cast<std::make_unsigned_t<decltype(value)>>(value)) * 0x100000001B3U;
+    }
+    return hash;
+}
+
+// Writes a line for each thing of a program: "12 single 640x480 6d5f…", its kind with parameters
+// and a hash of it.
+class Report {
+  public:
+    explicit Report(const std::string& path) : file_(path, std::ios::binary) {}
+
+    void number(int program, const std::string& kind, double value) {
+        line(program, kind, std::bit_cast<std::uint64_t>(value));
+    }
+    void picture(int program, const std::string& kind, const Picture& picture) {
+        line(program, kind, hash_of(picture.pixels));
+    }
+    void file(int program, const std::string& kind, const std::string& bytes) {
+        line(program, kind + " " + std::to_string(bytes.size()), hash_of(bytes));
+    }
+    // Without what depends on the size and the resolution of the screen, in the header: bounds and
+    // frame; the screen in pixels, in millimetres, in micrometres.
+    void metafile(int program, const std::string& kind, std::string bytes) {
+        for (const auto& [first, end] : {std::pair(8, 40), {72, 88}, {100, 108}}) {
+            if (bytes.size() >= 108) {
+                std::fill(bytes.begin() + first, bytes.begin() + end, '\0');
+            }
+        }
+        file(program, kind, bytes);
+    }
+
+    // A hash of all lines since the last call, which becomes a line itself.
+    std::uint64_t digest(int program) {
+        const std::uint64_t digest = hash_of(values_);
+        line(program, "all of the population", digest);
+        values_.clear();
+        return digest;
+    }
+
+    // False when a line could not be written.
+    [[nodiscard]] bool complete() { return file_.flush().good(); }
+
+  private:
+    void line(int program, const std::string& kind, std::uint64_t value) {
+        values_.push_back(value);
+        file_ << program << ' ' << kind << ' ' << std::hex << std::setfill('0') << std::setw(16)
+              << value << std::dec << '\n';
+    }
+
+    std::ofstream file_;
+    std::vector<std::uint64_t> values_; // of the lines that the next digest is of
 };
 
 template <class Record>
@@ -275,8 +351,8 @@ void report_population(Report* report, int first, const EvolveParams& params, HW
 }
 
 // Whether all was as it is known to be.
-bool report_all(const std::string& path, std::size_t populations, int chosen) {
-    Report report(path, chosen);
+bool report_all(const std::string& path, std::size_t populations) {
+    Report report(path);
     rng_seed(0.25);
     HWND editor = CreateEngineWindow(AppInstance(), nullptr);
     bool known = true;
@@ -296,10 +372,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR command_line, int) {
     std::istringstream words(command_line);
     std::string path;
     std::size_t populations = std::size(kPopulations);
-    int chosen = -1;
-    words >> path >> populations >> chosen;
+    words >> path >> populations;
     SetAppInstance(instance);
     LoadWindowNames(instance);
     RegisterWindowClasses(instance);
-    return report_all(path, populations, chosen) ? EXIT_SUCCESS : EXIT_FAILURE;
+    return report_all(path, populations) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
