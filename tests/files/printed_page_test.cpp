@@ -50,6 +50,7 @@ class Page {
 };
 
 void choose_printing(user::Script& script) {
+    std::remove("printed.pdf"); // nobody answers whether it is to be replaced
     script.await("the print dialog", [] { return !user::system_dialog().empty(); });
     script.then("the path", [path = std::filesystem::absolute("printed.pdf").string()] {
         user::print_to_file(path);
@@ -80,7 +81,6 @@ Paper paper(HWND owner) {
 
 // Prints with a pen of `width` device pixels.
 Page printed(HWND owner, const ExprNode* tree, int width) {
-    std::remove("printed.pdf");
     DrawContext ctx{};
     ctx.max_steps = kDefaultMaxSteps;
     user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });

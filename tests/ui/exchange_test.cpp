@@ -106,7 +106,7 @@ TEST(Exchange, ALoadOfFewTurtlesLeavesTheOthersAndRemakesAll) {
                     EXPECT_EQ(line_of(record->zoomTree), "( FWD_1 )");
                     user::resize(window.handle(), 500, 400); // it paints meanwhile
                 })
-        .dialog("Dialog", [](HWND alert) { user::press(alert, "Return"); })
+        .press("Dialog", "Return")
         .gone("Dialog")
         .to(window, IDM_LOAD_POPULATION);
     Texts wanted = before;
@@ -185,7 +185,7 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
                     user::type(dialog, IDC_PEN_SIZE, "");
                     user::press(dialog, "Return");
                 })
-        .dialog(title, [](HWND dialog) { user::press(dialog, "Esc"); })
+        .press(title, "Esc")
         .to(window, IDM_SAVE_METAFILE);
     EXPECT_FALSE(std::filesystem::exists(folder.path("none.emf")));
     EXPECT_EQ(metaPenSize, "");
@@ -221,9 +221,7 @@ TEST(Exchange, PrintingFollowsItsDialogs) {
         };
     };
     const std::string page = folder.path("page.pdf");
-    Answers()
-        .dialog(title, [](HWND dialog) { user::press(dialog, "Esc"); })
-        .to(window, IDM_PRINT_TURTLE);
+    Answers().press(title, "Esc").to(window, IDM_PRINT_TURTLE);
     EXPECT_EQ(user::system_dialog(), "");
     Answers().dialog(title, type_width("0", "4")).print_to(page).to(window, IDM_PRINT_TURTLE);
     EXPECT_GT(content_of(page).size(), 500U);
@@ -248,16 +246,14 @@ TEST(Exchange, AMillionLeavesGoThroughEveryCommand) {
     }
     give_program(window, 2, leaves);
     const std::string million = program(window, 2);
-    const auto press_return = [](HWND dialog) { user::press(dialog, "Return"); };
-
     Answers().file(folder.path("million")).to(window, IDM_SAVE_TURTLE);
     Answers().file(folder.path("million")).to(window, IDM_SAVE_EPS);
     Answers()
         .file(folder.path("million.emf"))
-        .dialog("Enhanced Metafile Mapping", press_return)
+        .press("Enhanced Metafile Mapping", "Return")
         .to(window, IDM_SAVE_METAFILE);
     Answers()
-        .dialog("Print Pensize", press_return)
+        .press("Print Pensize", "Return")
         .print_to(folder.path("million.pdf"))
         .to(window, IDM_PRINT_TURTLE);
     EXPECT_EQ(folder.count(), 4);
