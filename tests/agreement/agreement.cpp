@@ -1,29 +1,40 @@
 // Grows and breeds populations from a fixed seed and writes down what the program draws, scores and
 // saves of them, so that two platforms can be held against each other:
 //
-//     pelmora_agreement REPORT [POPULATIONS [PROGRAM]]
+//     pelmora_agreement REPORT [POPULATIONS]
 //
-// All populations, the default, are 1,280 programs. What is drawn and saved of the one program is
-// saved as well, to look at. Fails when a population is not as it is known to be; where two reports
-// differ shows why.
+// All populations, the default, are 1,280 programs. Fails when a population is not as it is known
+// to be; where two reports differ shows why.
 #include "evolve/random.h"
+#include "files/clipboard.h"
+#include "files/eps.h"
+#include "files/metafile.h"
+#include "files/population_file.h"
+#include "files/turtle_file.h"
 #include "platform/user.h"
 #include "resources/resource.h"
 #include "services/application.h"
-#include "tests/agreement/exchanged.h"
-#include "tests/agreement/views.h"
+#include "ui/engine_window.h"
+#include "ui/population_view.h"
+#include "ui/population_window.h"
 #include "ui/shell.h"
 #include "ui/window_names.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstdlib>
+#include <fstream>
+#include <iomanip>
 #include <iterator>
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
 using namespace pelmora;
-using namespace pelmora_test;
 
 constexpr std::int32_t kLifers = 64;
 
@@ -48,21 +59,262 @@ constexpr Known kPopulations[] = {
      0xB8DC72C3510B3C0CU},
 };
 
+// The pixels of an area, row by row, as 0x..RRGGBB.
+struct Picture {
+    int width, height;
+    std::vector<std::uint32_t> pixels;
+
+    Picture part(const RECT& area) const {
+        Picture result{area.right - area.left, area.bottom - area.top, {}};
+        for (int y = area.top; y < area.bottom; ++y) {
+            const auto row = pixels.begin() + std::ptrdiff_t{y} * width;
+            result.pixels.insert(result.pixels.end(), row + area.left, row + area.right);
+        }
+        return result;
+    }
+};
+
+// Fowler, Noll and Vo's hash, on whole values: a single one that differs always shows.
+template <class Values>
+std::uint64_t hash_of(const Values& values) {
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (auto value : values) {
+        hash = (hash ^ static_cast<std::make_unsigned_t<decltype(value)>>(value)) * 0x100000001B3U;
+    }
+    return hash;
+}
+
+// Writes a line for each thing of a program: "12 single 640x480 6d5f…", its kind with parameters
+// and a hash of it.
+class Report {
+  public:
+    explicit Report(const std::string& path) : file_(path, std::ios::binary) {}
+
+    void number(int program, const std::string& kind, double value) {
+        line(program, kind, std::bit_cast<std::uint64_t>(value));
+    }
+    void picture(int program, const std::string& kind, const Picture& picture) {
+        line(program, kind, hash_of(picture.pixels));
+    }
+    void file(int program, const std::string& kind, const std::string& bytes) {
+        line(program, kind + " " + std::to_string(bytes.size()), hash_of(bytes));
+    }
+    // Without what depends on the size and the resolution of the screen, in the header: bounds and
+    // frame; the screen in pixels, in millimetres, in micrometres.
+    void metafile(int program, const std::string& kind, std::string bytes) {
+        for (const auto& [first, end] : {std::pair(8, 40), {72, 88}, {100, 108}}) {
+            if (bytes.size() >= 108) {
+                std::fill(bytes.begin() + first, bytes.begin() + end, '\0');
+            }
+        }
+        file(program, kind, bytes);
+    }
+
+    // A hash of all lines since the last call, which becomes a line itself.
+    std::uint64_t digest(int program) {
+        const std::uint64_t digest = hash_of(values_);
+        line(program, "all of the population", digest);
+        values_.clear();
+        return digest;
+    }
+
+    // False when a line could not be written.
+    [[nodiscard]] bool complete() { return file_.flush().good(); }
+
+  private:
+    void line(int program, const std::string& kind, std::uint64_t value) {
+        values_.push_back(value);
+        file_ << program << ' ' << kind << ' ' << std::hex << std::setfill('0') << std::setw(16)
+              << value << std::dec << '\n';
+    }
+
+    std::ofstream file_;
+    std::vector<std::uint64_t> values_; // of the lines that the next digest is of
+};
+
 template <class Record>
 Record* record_of(HWND window) {
     return reinterpret_cast<Record*>(GetWindowLongPtrA(window, 0));
 }
 
-void report_scores(Report* report, int first, const LogoWindow* record) {
+// --- What the windows show ----------------------------------------------------------------------
+
+// The editor's controls, which look different on each platform, and their frame end above.
+constexpr LONG kEditorTop = 38;
+
+// Of a client area, in pixels.
+struct Size {
+    int width, height;
+};
+constexpr Size kGrid{1010, 710};
+constexpr Size kSingleViews[] = {{640, 480}, {1180, 700}, {150, 601}};
+constexpr Size kEditors[] = {{392, 341}, {1100, 300}, {160, 700}};
+
+std::string name_of(const Size& size) {
+    return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+bool has_size(HWND window, const Size& client) {
+    RECT now{};
+    GetClientRect(window, &now);
+    return now.right == client.width && now.bottom == client.height;
+}
+
+// Handles what is waiting, until the window's client area has this size.
+void settle(HWND window, const Size& client) {
+    user::Script script([](const std::string& failure) {
+        if (!failure.empty()) {
+            std::fprintf(stderr, "%s\n", failure.c_str());
+            std::exit(EXIT_FAILURE);
+        }
+        PostQuitMessage(0);
+    });
+    script.await("the size " + name_of(client), [&] { return has_size(window, client); });
+    script.start();
+    MSG message;
+    while (GetMessageA(&message, nullptr, 0, 0)) {
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+}
+
+void resize(HWND window, const Size& size) {
+    // A window manager may have its own idea of a new window's size, a little later.
+    do {
+        user::resize(window, size.width, size.height);
+        settle(window, size);
+    } while (!has_size(window, size));
+}
+
+Picture shown(HWND window, const RECT& area) {
+    return {area.right - area.left, area.bottom - area.top, user::pixels(window, area)};
+}
+
+void redraw(HWND window) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+    UpdateWindow(window);
+}
+
+// Puts the cells' pictures where they are shown, but whole: their frames hide a part.
+void uncover(HWND window, const LogoWindow* record) {
+    const WindowDevice device(window);
+    for (int i = 0; i < record->lifeCount; ++i) {
+        const RECT cell = LogoCellRect(record, i);
+        BitBlt(device.get(), cell.left, cell.top, cell.right - cell.left, cell.bottom - cell.top,
+               record->cellDCs[i].get(), 0, 0, SRCCOPY);
+    }
+}
+
+// The grid with its frames, and the cells' own pictures; `first` is the program of the first cell.
+void report_cells(Report* report, int first, HWND window, const LogoWindow* record) {
+    constexpr int kAround = 6; // frames and gaps
+    const RECT whole{0, 0, kGrid.width, kGrid.height};
+    resize(window, kGrid);
+    const Picture framed = shown(window, whole);
+    uncover(window, record);
+    const Picture bare = shown(window, whole);
+    for (int i = 0; i < record->lifeCount; ++i) {
+        const RECT cell = LogoCellRect(record, i);
+        report->picture(first + i, "cell", bare.part(cell));
+        report->picture(first + i, "framed cell",
+                        framed.part({cell.left - kAround, cell.top - kAround, cell.right + kAround,
+                                     cell.bottom + kAround}));
+    }
+}
+
+// Each program of the current population alone, at several client sizes.
+void report_single_views(Report* report, int first, HWND window, LogoWindow* record) {
+    record->showGrid = 0;
+    for (const Size& size : kSingleViews) {
+        resize(window, size);
+        for (int i = 0; i < record->lifeCount; ++i) {
+            record->zoomTree = record->current->lifers[i].program;
+            redraw(window);
+            report->picture(first + i, "single " + name_of(size),
+                            shown(window, {0, 0, size.width, size.height}));
+        }
+    }
+    record->showGrid = 1;
+}
+
+// The editor's drawing area below its controls, likewise.
+void report_editors(Report* report, int first, HWND editor, const LogoWindow* record) {
+    auto* engine = record_of<EngineWindow>(editor);
+    for (const Size& size : kEditors) {
+        resize(editor, size);
+        for (int i = 0; i < record->lifeCount; ++i) {
+            engine->tree.reset(expr_copy_tree(record->current->lifers[i].program));
+            redraw(editor);
+            report->picture(first + i, "editor " + name_of(size),
+                            shown(editor, {0, kEditorTop, size.width, size.height}));
+        }
+    }
+}
+
+// --- What others get ----------------------------------------------------------------------------
+
+constexpr char kFile[] = "agreement.tmp";
+constexpr const char* kMapModes[] = {"LM", "HM", "LE", "HE", "TX"};
+constexpr const char* kPenWidths[] = {"0", "1", "3", "20"};
+
+std::string written() {
+    std::ifstream file(kFile, std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    file.close();
+    if (std::remove(kFile) != 0) {
+        std::fprintf(stderr, "nothing was written\n");
+        std::exit(EXIT_FAILURE);
+    }
+    return bytes;
+}
+
+void write_eps(const SelectedTurtle& turtle) {
+    const RECT bounds = draw_measure(turtle.drawContext, turtle.program);
+    std::FILE* file = std::fopen(kFile, "wb");
+    if (file != nullptr) {
+        eps_write(file, turtle.program, bounds, turtle.drawContext->max_steps);
+        std::fclose(file);
+    }
+}
+
+std::string without_date(std::string eps) {
+    const std::size_t start = eps.find("%%CreationDate:");
+    return eps.erase(start, eps.find('\n', start) - start);
+}
+
+void report_metafiles(Report* report, int program, const SelectedTurtle& turtle) {
+    int pen = program;
+    for (const char* mode : kMapModes) {
+        metaMapCode = mode;
+        metaPenSize = kPenWidths[static_cast<std::size_t>(pen++) % std::size(kPenWidths)];
+        write_metafile(kFile, turtle);
+        std::string kind = "metafile ";
+        kind.append(metaMapCode).append(" ").append(metaPenSize);
+        report->metafile(program, kind, written());
+    }
+}
+
+// Turtle file, PostScript without its date, metafiles in all map modes, and the copied text and
+// picture of a turtle.
+void report_exchanged(Report* report, int program, HWND window, const SelectedTurtle& turtle) {
+    write_turtle_file(kFile, turtle.program);
+    report->file(program, "turtle", written());
+    write_eps(turtle);
+    report->file(program, "eps", without_date(written()));
+    report_metafiles(report, program, turtle);
+    CopyTurtle(window, turtle);
+    report->file(program, "copied text", user::copied("text/plain"));
+    report->metafile(program, "copied picture", user::copied("image/x-emf"));
+}
+
+// --- Populations --------------------------------------------------------------------------------
+
+void report_generation(Report* report, int first, HWND window, HWND editor) {
+    auto* record = record_of<LogoWindow>(window);
     for (int i = 0; i < record->lifeCount; ++i) {
         report->number(first + i, "score", record->current->lifers[i].score);
         report->number(first + i, "fitness", record->current->lifers[i].fitness);
     }
-}
-
-void report_generation(Report* report, int first, HWND window, HWND editor) {
-    auto* record = record_of<LogoWindow>(window);
-    report_scores(report, first, record);
     report_cells(report, first, window, record);
     report_single_views(report, first, window, record);
     ShowWindow(editor, SW_SHOW);
@@ -72,7 +324,8 @@ void report_generation(Report* report, int first, HWND window, HWND editor) {
         report_exchanged(report, first + i, window,
                          {&record->drawContext, record->current->lifers[i].program, nullptr});
     }
-    report_population_file(report, first, record->current.get());
+    write_population_file(kFile, record->current.get());
+    report->file(first, "population", written());
 }
 
 // As a user marks lifers: a third is retired, one is selected.
@@ -98,8 +351,8 @@ void report_population(Report* report, int first, const EvolveParams& params, HW
 }
 
 // Whether all was as it is known to be.
-bool report_all(const std::string& path, std::size_t populations, int chosen) {
-    Report report(path, chosen);
+bool report_all(const std::string& path, std::size_t populations) {
+    Report report(path);
     rng_seed(0.25);
     HWND editor = CreateEngineWindow(AppInstance(), nullptr);
     bool known = true;
@@ -119,10 +372,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR command_line, int) {
     std::istringstream words(command_line);
     std::string path;
     std::size_t populations = std::size(kPopulations);
-    int chosen = -1;
-    words >> path >> populations >> chosen;
+    words >> path >> populations;
     SetAppInstance(instance);
     LoadWindowNames(instance);
     RegisterWindowClasses(instance);
-    return report_all(path, populations, chosen) ? EXIT_SUCCESS : EXIT_FAILURE;
+    return report_all(path, populations) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -4,8 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -175,26 +176,19 @@ TEST_F(Windows, OneRadioButtonOfAGroupIsMarkedByMouseAndArrows) {
     };
     user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
     script.await("the dialog", [&] { return dialog() != nullptr; });
-    script.then("click", [&] {
-        EXPECT_EQ(marked(), "---x-");
-        user::click_control(dialog(), IDC_LOW_METRIC);
-    });
-    script.then("down", [&] {
-        EXPECT_EQ(marked(), "x----");
-        user::press(dialog(), "Down");
-    });
-    script.then("none", [&] {
-        EXPECT_EQ(marked(), "-x---");
-        user::press(dialog(), "Esc");
-    });
-    script.then("another", [&] {
-        EXPECT_EQ(marked(), "-----");
-        user::click_control(dialog(), IDC_TEXT_MODE);
-    });
-    script.then("end", [&] {
-        EXPECT_EQ(marked(), "----x");
-        user::press(dialog(), "Return");
-    });
+    const std::pair<const char*, std::function<void(HWND)>> steps[] = {
+        {"---x-", [](HWND box) { user::click_control(box, IDC_LOW_METRIC); }},
+        {"x----", [](HWND box) { user::press(box, "Down"); }},
+        {"-x---", [](HWND box) { user::press(box, "Esc"); }}, // which takes all marks away
+        {"-----", [](HWND box) { user::click_control(box, IDC_TEXT_MODE); }},
+        {"----x", [](HWND box) { user::press(box, "Return"); }},
+    };
+    for (const auto& [marks, action] : steps) {
+        script.then(marks, [&, m = marks, act = &action] {
+            EXPECT_EQ(marked(), m);
+            (*act)(dialog());
+        });
+    }
     script.start();
     EXPECT_EQ(DialogBoxParamA(nullptr, MAKEINTRESOURCEA(IDD_METAFILE), window_, MarkingProc, 0), 7);
     EXPECT_EQ(take_log(), (Lines{"1012", "1013", "2", "1016", "1"}));

@@ -13,6 +13,7 @@
 #include <iterator>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -67,6 +68,7 @@ std::string recorded(const RECT* frame, const char* description, Draw draw) {
 }
 
 TEST(Metafile, RecordsEveryCallOnce) {
+    std::ofstream(kName) << std::string(100'000, 'x'); // is replaced
     HPEN blue = CreatePen(PS_SOLID, 0, RGB(1, 2, 255));
     const std::string bytes = recorded(&kFrame, kDescription, [blue](HDC device) {
         EXPECT_EQ(GetCurrentObject(device, OBJ_PEN), GetStockObject(BLACK_PEN));
@@ -120,49 +122,40 @@ TEST(Metafile, HasAHeaderThatFitsTheScreen) {
     const auto hundredths = [](int pixel, int millimeters, int pixels) {
         return std::to_string(pixel * millimeters * 100 / pixels);
     };
-    // Size of the header, bounds, frame, signature, version, sizes, texts, palette, device.
-    EXPECT_EQ(numbers(bytes, 0, 2), (Lines{"1", "120"}));
+    // Bounds, frame and device; what is the same on every screen is held by tests/agreement.
     EXPECT_EQ(numbers(bytes, 8, 4), (Lines{"100", "400", "1000", "500"}));
     EXPECT_EQ(numbers(bytes, 24, 4), (Lines{hundredths(100, millimeters_x, pixels_x),
                                             hundredths(400, millimeters_y, pixels_y),
                                             hundredths(1000, millimeters_x, pixels_x),
                                             hundredths(500, millimeters_y, pixels_y)}));
-    EXPECT_EQ(numbers(bytes, 40, 8),
-              (Lines{std::to_string(0x464D4520), std::to_string(0x10000),
-                     std::to_string(bytes.size()), "7", "1", "5", "108", "0"}));
     EXPECT_EQ(numbers(bytes, 72, 2), (Lines{std::to_string(pixels_x), std::to_string(pixels_y)}));
-    EXPECT_EQ(numbers(bytes, 88, 3), (Lines{"0", "0", "0"}));
     EXPECT_EQ(numbers(bytes, 100, 2),
               (Lines{std::to_string(millimeters_x * 1000), std::to_string(millimeters_y * 1000)}));
-    EXPECT_EQ(bytes.substr(108, 12), std::string("A\0\0\0B\0\0\0\0\0\0\0", 12));
 }
 
 // In every map mode the screen is a whole number of units wide and high.
 TEST(Metafile, BoundsFollowTheMapMode) {
-    struct Mode {
-        int mode;
-        double units; // in a millimetre
-    };
     std::mt19937 random(1); // the same every time
-    for (const Mode& mode : {Mode{MM_LOMETRIC, 10}, Mode{MM_HIMETRIC, 100},
-                             Mode{MM_LOENGLISH, 100 / 25.4}, Mode{MM_HIENGLISH, 1000 / 25.4}}) {
+    for (const auto& [mode, in_a_millimeter] : {std::pair(MM_LOMETRIC, 10.0),
+                                                {MM_HIMETRIC, 100.0},
+                                                {MM_LOENGLISH, 100 / 25.4},
+                                                {MM_HIENGLISH, 1000 / 25.4}}) {
         for (int i = 0; i < 25; ++i) {
-            const auto anywhere = [&random] {
-                return static_cast<int>(random() % 60'001) - 30'000;
-            };
-            const int x0 = anywhere();
-            const int y0 = anywhere();
-            const int x1 = anywhere();
-            const int y1 = anywhere();
-            const std::string bytes = recorded(&kFrame, nullptr, [&](HDC device) {
-                EXPECT_EQ(SetMapMode(device, mode.mode), MM_TEXT);
-                line(device, x0, y0, x1, y1);
+            int places[4];
+            for (int& place : places) {
+                place = static_cast<int>(random() % 60'001) - 30'000;
+            }
+            const auto& [x0, y0, x1, y1] = places;
+            const std::string bytes = recorded(&kFrame, nullptr, [&, m = mode](HDC device) {
+                EXPECT_EQ(SetMapMode(device, m), MM_TEXT);
+                line(device, places[0], places[1], places[2], places[3]);
             });
             // The pixel nearest to a place, of two the one or the other.
-            const auto expect_pixel = [&](std::size_t offset, int place, std::size_t axis) {
-                const double extent = std::round(field(bytes, 80 + axis) * mode.units);
+            const auto expect_pixel = [&, m = mode, units = in_a_millimeter](
+                                          std::size_t offset, int place, std::size_t axis) {
+                const double extent = std::round(field(bytes, 80 + axis) * units);
                 const double exact = place * field(bytes, 72 + axis) / extent;
-                EXPECT_NEAR(field(bytes, offset), exact, 0.500001) << mode.mode;
+                EXPECT_NEAR(field(bytes, offset), exact, 0.500001) << m;
             };
             expect_pixel(8, std::min(x0, x1), 0);
             expect_pixel(12, -std::max(y0, y1), 4);
@@ -211,13 +204,6 @@ TEST(Metafile, IsRefusedWhereItCannotBeWritten) {
     EXPECT_EQ(GetLastError(), ERROR_PATH_NOT_FOUND);
     EXPECT_TRUE(refused("."));
     EXPECT_TRUE(refused(""));
-}
-
-TEST(Metafile, ReplacesAFile) {
-    std::ofstream(kName) << std::string(100'000, 'x');
-    const std::string bytes =
-        recorded(&kFrame, nullptr, [](HDC device) { line(device, 0, 0, 10, 10); });
-    EXPECT_EQ(metafile_lines(bytes).back(), "EOF");
 }
 
 } // namespace

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "files/paths.h"
+#include "files/saved_file.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -49,6 +51,16 @@ inline std::string content_of(const std::string& path) {
 
 inline void write_file(const std::string& path, const std::string& content) {
     std::ofstream(path, std::ios::binary) << content;
+}
+
+// Saves a text as the program's commands do it; whether that succeeded.
+inline bool save(const std::string& path, const std::string& text) {
+    pelmora::SavedFile file(path);
+    if (file.stream() == nullptr) {
+        return false;
+    }
+    std::fputs(text.c_str(), file.stream()); // commit() tells of what failed
+    return file.commit();
 }
 
 } // namespace pelmora_test

@@ -2,17 +2,14 @@
 // users.
 #include "files/loaded_text.h"
 #include "tests/files/read_only.h"
-#include "tests/files/saving.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <string>
 #include <thread>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace {
@@ -93,19 +90,13 @@ TEST(PosixFiles, AFullDiskLeavesTheOldFile) {
     const Folder folder;
     const std::string path = folder.path("old.lpf");
     ASSERT_TRUE(save(path, "old"));
-    const auto signal_before = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit small{10000, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
     testing::internal::CaptureStderr();
-    const bool long_one = save(path, std::string(20000, 'x'));  // fails at the first flush
-    const bool short_one = save(path, std::string(10001, 'x')); // fails at the end
+    {
+        const FullDisk disk(10000);
+        EXPECT_FALSE(save(path, std::string(20000, 'x'))); // at the first flush
+        EXPECT_FALSE(save(path, std::string(10001, 'x'))); // at the end
+    }
     const std::string log = testing::internal::GetCapturedStderr();
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, signal_before);
-    EXPECT_FALSE(long_one);
-    EXPECT_FALSE(short_one);
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log;
     EXPECT_EQ(content_of(path), "old");
     EXPECT_EQ(folder.count(), 1);

@@ -1,16 +1,15 @@
 // The page that comes out of printing a turtle, as another program shows it.
 #include "files/printing.h"
-#include "platform/user.h"
 #include "resources/resource.h"
-#include "tests/files/other_programs.h"
-#include "tests/files/owner.h"
+#include "tests/files/folder.h"
 #include "tests/support/trees.h"
+#include "tests/support/user_loop.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
+#include <cstdlib>
 #include <string>
 
 namespace {
@@ -18,10 +17,45 @@ namespace {
 using namespace pelmora;
 using namespace pelmora_test;
 
-void choose_printing_to(user::Script& script, const std::string& path) {
+bool runs(std::string command) {
+    return std::system(command.append(" >told.txt 2>&1").c_str()) == 0;
+}
+
+// The page in "printed.pdf" with 300 pixels an inch. Places are counted from the top left corner;
+// those beyond an edge are at it.
+class Page {
+  public:
+    Page() {
+        EXPECT_TRUE(runs("pdftoppm -r 300 -singlefile printed.pdf page"));
+        bytes_ = content_of("page.ppm");
+        int start = 0;
+        EXPECT_EQ(std::sscanf(bytes_.c_str(), "P6 %d %d 255%n", &width, &height, &start), 2);
+        first_ = static_cast<std::size_t>(start) + 1;
+        EXPECT_EQ(bytes_.size(), first_ + 3U * static_cast<unsigned>(width * height));
+    }
+    COLORREF at(double x, double y) const {
+        const int column = std::clamp(static_cast<int>(x), 0, width - 1);
+        const int row = std::clamp(static_cast<int>(y), 0, height - 1);
+        const std::size_t place = first_ + 3 * static_cast<std::size_t>(row * width + column);
+        const auto part = [&](std::size_t i) { return static_cast<BYTE>(bytes_.at(place + i)); };
+        return RGB(part(0), part(1), part(2));
+    }
+
+    int width = 0;
+    int height = 0;
+
+  private:
+    std::string bytes_;
+    std::size_t first_ = 0;
+};
+
+void choose_printing(user::Script& script) {
+    std::remove("printed.pdf"); // nobody answers whether it is to be replaced
     script.await("the print dialog", [] { return !user::system_dialog().empty(); });
-    script.then("the path",
-                [path = std::filesystem::absolute(path).string()] { user::print_to_file(path); });
+    script.then("the path", [path = std::filesystem::absolute("printed.pdf").string()] {
+        user::print_to_file(path);
+    });
+    script.start();
 }
 
 // The paper and the margin of the printer that writes files, in its pixels.
@@ -36,8 +70,7 @@ Paper paper(HWND owner) {
     dialog.Flags = PD_RETURNDC;
     dialog.nCopies = 1;
     user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
-    choose_printing_to(script, "never.pdf");
-    script.start();
+    choose_printing(script);
     EXPECT_TRUE(PrintDlgA(&dialog));
     const Paper found{
         GetDeviceCaps(dialog.hDC, PHYSICALWIDTH), GetDeviceCaps(dialog.hDC, PHYSICALHEIGHT),
@@ -46,9 +79,8 @@ Paper paper(HWND owner) {
     return found;
 }
 
-// Prints with a pen of `width` device pixels; the page with so many dots an inch.
-Pixels printed(HWND owner, const ExprNode* tree, int width, int dots) {
-    std::remove("printed.pdf");
+// Prints with a pen of `width` device pixels.
+Page printed(HWND owner, const ExprNode* tree, int width) {
     DrawContext ctx{};
     ctx.max_steps = kDefaultMaxSteps;
     user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
@@ -58,92 +90,70 @@ Pixels printed(HWND owner, const ExprNode* tree, int width, int dots) {
         user::type(dialog, IDC_PEN_SIZE, std::to_string(width));
         user::press(dialog, "Return");
     });
-    choose_printing_to(script, "printed.pdf");
-    script.start();
+    choose_printing(script);
     EXPECT_EQ(PrintTurtleTree(owner, &ctx, tree), 1);
-    const std::string told = output_of("pdfinfo printed.pdf");
+    EXPECT_TRUE(runs("pdfinfo printed.pdf"));
+    const std::string told = content_of("told.txt");
     EXPECT_NE(told.find("Pages:           1\n"), std::string::npos) << told;
     EXPECT_NE(told.find("Title:           Pelmora Print\n"), std::string::npos) << told;
-    return page_pixels("printed.pdf", dots);
+    return {};
 }
 
-// How much of the way from one point to another, in pixels, has a colour, and the middle of that.
-struct Stretch {
-    double length, middle;
-};
-
-Stretch dark_stretch(const Pixels& page, double x, double y, double dx, double dy, int count) {
+// Expects that along a row or a column of the page, in pixels, so much has a colour, and where the
+// middle of that is.
+void expect_ink(const Page& page, bool row, double at, double length, double middle, double near) {
     constexpr double kWhite = 255.0; // of green: both colours have none
-    Stretch dark{0, 0};
-    for (int i = 0; i < count; ++i) {
-        const double ink = 1.0 - (page.at(x + i * dx, y + i * dy) >> 8U & 0xFFU) / kWhite;
-        dark = {dark.length + ink, dark.middle + ink * (i + 0.5)};
+    double ink = 0.0;
+    double moment = 0.0;
+    for (int i = 0; i < (row ? page.width : page.height); ++i) {
+        const COLORREF color = row ? page.at(i, at) : page.at(at, i);
+        const double here = 1.0 - (color >> 8U & 0xFFU) / kWhite;
+        ink += here;
+        moment += here * (i + 0.5);
     }
-    return {dark.length, dark.length > 0 ? dark.middle / dark.length : -1};
-}
-
-// A line along the top and one down from its right end, in pixels of the page.
-struct RightAngle {
-    double left, top, right, bottom;
-};
-
-void expect_lines(const Pixels& page, const RightAngle& lines, double thick) {
-    const double x = (lines.left + lines.right) / 2;
-    const Stretch across_top = dark_stretch(page, x, 0, 0, 1, page.height());
-    EXPECT_NEAR(across_top.length, thick, 0.6);
-    EXPECT_NEAR(across_top.middle, lines.top, 1.0);
-    const double y = (lines.top + lines.bottom) / 2;
-    const Stretch across_right = dark_stretch(page, 0, y, 1, 0, page.width());
-    EXPECT_NEAR(across_right.length, thick, 0.6);
-    EXPECT_NEAR(across_right.middle, lines.right, 1.0);
-}
-
-// They are rounded by half a pen.
-void expect_ends(const Pixels& page, const RightAngle& lines, double thick) {
-    const Stretch along_top = dark_stretch(page, 0, lines.top, 1, 0, page.width());
-    EXPECT_NEAR(along_top.length, lines.right - lines.left + thick, 2.5);
-    EXPECT_NEAR(along_top.middle, (lines.left + lines.right) / 2, 1.0);
-    const Stretch along_right = dark_stretch(page, lines.right, 0, 0, 1, page.height());
-    EXPECT_NEAR(along_right.length, lines.bottom - lines.top + thick, 2.5);
-    EXPECT_NEAR(along_right.middle, (lines.top + lines.bottom) / 2, 1.0);
+    EXPECT_NEAR(ink, length, near);
+    EXPECT_NEAR(moment / ink, middle, 1.0);
 }
 
 TEST(PrintedPage, HasItsScalePlaceAndPen) {
-    if (!installed("pdftoppm") || !installed("pdfinfo")) {
+    if (!runs("command -v pdftoppm && command -v pdfinfo")) {
         GTEST_SKIP() << "no program that reads PDF";
     }
-    const Owner owner;
     // To the right along the top, and down at the right end, in other proportions than paper's.
     const ExprTree wide =
         tree_of("( BLOCK ( FWD_100 ) ( LEFT_90 ) ( RED_64 ) ( FWD_10 ) ( FWD_50 ) )");
     const ExprTree high = tree_of("( BLOCK ( FWD_10 ) ( LEFT_90 ) ( FWD_100 ) ( FWD_100 ) )");
-    const Paper sheet = paper(owner.handle());
+    HWND owner = show_owner();
+    const Paper sheet = paper(owner);
     ASSERT_GT(sheet.margin_x, 0);
-    constexpr int kDots = 300;
     const struct {
         int pen;
         bool by_width;
     } cases[] = {{0, true}, {60, true}, {12, false}};
     for (const auto& [pen, by_width] : cases) {
         SCOPED_TRACE(std::to_string(pen) + (by_width ? " wide" : " high"));
-        const Pixels page = printed(owner.handle(), (by_width ? wide : high).get(), pen, kDots);
-        const double dot = 1.0 * page.width() / sheet.width; // pixels of a device pixel
-        EXPECT_NEAR(sheet.height * dot, page.height(), 1.0);
+        const Page page = printed(owner, (by_width ? wide : high).get(), pen);
+        const double dot = 1.0 * page.width / sheet.width; // pixels of a device pixel
+        EXPECT_NEAR(sheet.height * dot, page.height, 1.0);
         // The bounds of both drawings begin at -2 and end 2 beyond their ends.
         const double unit = dot * (by_width ? (sheet.width - 2 * sheet.margin_x) / 104.0
                                             : (sheet.height - 2 * sheet.margin_y) / 204.0);
         const double left = sheet.margin_x * dot + 2 * unit;
         const double top = sheet.margin_y * dot + 2 * unit;
-        const RightAngle lines{left, top, left + (by_width ? 100 : 10) * unit,
-                               top + (by_width ? 60 : 200) * unit};
+        const double across = (by_width ? 100 : 10) * unit;
+        const double down = (by_width ? 60 : 200) * unit;
+        const double right = left + across;
         const double thick = std::max(pen * dot, 1.0); // renderers thicken what is thinner
-        expect_lines(page, lines, thick);
-        if (pen > 0) { // the ends of thin lines are blurred
-            expect_ends(page, lines, thick);
+        expect_ink(page, false, left + across / 2, thick, top, 0.6);
+        expect_ink(page, true, top + down / 2, thick, right, 0.6);
+        if (pen > 0) { // the ends of thin lines are blurred; they are rounded by half a pen
+            expect_ink(page, true, top, across + thick, left + across / 2, 2.5);
+            expect_ink(page, false, right, down + thick, top + down / 2, 2.5);
             EXPECT_EQ(page.at(left + 5 * unit, top), RGB(0, 0, 0));
-            EXPECT_EQ(page.at(lines.right, top + 5 * unit), RGB(by_width ? 64 : 0, 0, 0));
+            EXPECT_EQ(page.at(right, top + 5 * unit), RGB(by_width ? 64 : 0, 0, 0));
         }
     }
+    DestroyWindow(owner);
     printPenWidth = std::to_string(0);
 }
 

@@ -1,10 +1,12 @@
-// A folder that cannot be written, where users and their rights are as POSIX has them.
+// A folder or a disk that cannot be written, where rights and limits are as POSIX has them.
 #pragma once
 
 #include "tests/files/folder.h"
 
+#include <csignal>
 #include <cstdlib>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace pelmora_test {
@@ -31,6 +33,26 @@ class ReadOnly {
   private:
     std::filesystem::path path_;
     uid_t user_;
+};
+
+// While it lives, writing beyond so many bytes of a file fails, as on a full disk.
+class FullDisk {
+  public:
+    explicit FullDisk(rlim_t bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
+        ::getrlimit(RLIMIT_FSIZE, &usual_);
+        const rlimit small{bytes, usual_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FullDisk() {
+        ::setrlimit(RLIMIT_FSIZE, &usual_);
+        std::signal(SIGXFSZ, signal_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+  private:
+    void (*signal_)(int);
+    rlimit usual_{};
 };
 
 } // namespace pelmora_test

@@ -2,7 +2,6 @@
 #include "files/loaded_text.h"
 #include "platform/win32.h"
 #include "tests/files/folder.h"
-#include "tests/files/saving.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,6 @@
 // there is one.
 #include "files/clipboard.h"
 #include "tests/contract/test_windows.h"
-#include "tests/support/alerts.h"
 #include "tests/support/failing_new.h"
 #include "tests/support/trees.h"
 
@@ -20,24 +19,16 @@ using namespace pelmora_test;
 
 class Clipboards : public Windows {
   protected:
-    static HGLOBAL block(const std::string& bytes) {
-        HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
-        std::memcpy(GlobalLock(memory), bytes.data(), bytes.size());
-        GlobalUnlock(memory);
-        return memory;
-    }
-    // A metafile with one line.
-    static HENHMETAFILE picture() {
-        HDC device = CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
-        LineTo(device, 100, 50);
-        return CloseEnhMetaFile(device);
-    }
     void copy(const std::string& text, bool with_picture) const {
         ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
-        HGLOBAL memory = block(text + '\0');
+        HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+        std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+        GlobalUnlock(memory);
         EXPECT_EQ(SetClipboardData(CF_TEXT, memory), memory);
         if (with_picture) {
-            HENHMETAFILE drawn = picture();
+            HDC device = CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
+            LineTo(device, 100, 50);
+            HENHMETAFILE drawn = CloseEnhMetaFile(device);
             EXPECT_EQ(SetClipboardData(CF_ENHMETAFILE, drawn), drawn);
         }
         EXPECT_TRUE(CloseClipboard());

@@ -56,7 +56,7 @@ class FileDialogs : public Windows {
     // One dialog in which a user tries names until one is taken, and cancels after the last. For
     // each, what the user was told, or "taken".
     Lines try_names(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, const Lines& names,
-                    const std::string& reply = "OK") {
+                    const std::string& reply = "OK", DWORD room = 512) {
         Lines told;
         user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
         script.await("the dialog", [] { return !user::system_dialog().empty(); });
@@ -72,11 +72,16 @@ class FileDialogs : public Windows {
             script.await("the reply", [] { return user::question().empty(); });
         }
         script.then("cancel", [] { user::cancel_system_dialog(); });
-        taken_ = ask(show, flags, script);
+        taken_ = ask(show, flags, script, room);
         if (!taken_.empty()) {
             told.emplace_back("taken");
         }
         return told;
+    }
+
+    Lines open(const Lines& names) { return try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, names); }
+    Lines save(const Lines& names, DWORD flags = 0, const std::string& reply = "OK") {
+        return try_names(GetSaveFileNameA, flags, names, reply);
     }
 
     std::string taken_; // by try_names()
@@ -93,54 +98,44 @@ TEST_F(FileDialogs, OpenTakesWhatExists) {
     for (const char* name :
          {"he said \"x\".txt", "back\\slash", "a b", "Größe ☃.txt", "50%#?.txt"}) {
         std::ofstream(fs::path("names") / name) << "x";
-        EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {in_folder(name)}),
-                  Lines{"taken"});
+        EXPECT_EQ(open({in_folder(name)}), Lines{"taken"});
         EXPECT_EQ(taken_, in_folder(name));
         // The folder is remembered.
-        EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {name}), Lines{"taken"});
+        EXPECT_EQ(open({name}), Lines{"taken"});
         EXPECT_EQ(taken_, in_folder(name));
     }
     for (const char* name : {"pipe", "link", "nodot"}) {
-        EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {name}), Lines{"taken"}) << name;
+        EXPECT_EQ(open({name}), Lines{"taken"}) << name;
     }
-    EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {"/dev/null"}), Lines{"taken"});
-    EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {in_folder("\"a b\"")}),
-              Lines{kNotFound});
-    EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST,
-                        {in_folder("missing"), in_folder("dangling"), in_folder("no/such"), "",
-                         in_folder("folder"), "*.txt", in_folder("notes.txt")}),
+    EXPECT_EQ(open({"/dev/null"}), Lines{"taken"});
+    EXPECT_EQ(open({in_folder("\"a b\"")}), Lines{kNotFound});
+    EXPECT_EQ(open({in_folder("missing"), in_folder("dangling"), in_folder("no/such"), "",
+                    in_folder("folder"), "*.txt", in_folder("notes.txt")}),
               (Lines{kNotFound, kNotFound, kNoPath, "", "", "", "taken"}));
-    EXPECT_EQ(try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST,
-                        {in_folder("folder"), "../\"notes.txt\"", "\"../notes.txt\""}),
+    EXPECT_EQ(open({in_folder("folder"), "../\"notes.txt\"", "\"../notes.txt\""}),
               (Lines{"", kNotFound, "taken"}));
 }
 
 TEST_F(FileDialogs, SaveTakesNewNamesAsTypedAndAsksOnlyWhenTold) {
     for (const char* name : {"new", "new.txt", "x.y.z", " spaced ", "notes.txt"}) {
-        EXPECT_EQ(try_names(GetSaveFileNameA, 0, {in_folder(name)}), Lines{"taken"});
+        EXPECT_EQ(save({in_folder(name)}), Lines{"taken"});
         EXPECT_EQ(taken_, in_folder(name));
     }
-    EXPECT_EQ(try_names(GetSaveFileNameA, 0, {"*.txt", "?", "no/such", "folder", ""}),
-              (Lines{"", "", kNoPath, "", ""}));
+    EXPECT_EQ(save({"*.txt", "?", "no/such", "folder", ""}), (Lines{"", "", kNoPath, "", ""}));
     EXPECT_EQ(taken_, "");
     fs::create_symlink("missing", "names/dangling");
-    EXPECT_EQ(try_names(GetSaveFileNameA, OFN_OVERWRITEPROMPT, {in_folder("dangling")}),
-              Lines{"taken"});
-    EXPECT_EQ(
-        try_names(GetSaveFileNameA, OFN_OVERWRITEPROMPT, {"notes.txt", "nodot", "new.pmt"}, "No"),
-        (Lines{kReplace, kReplace, "taken"}));
+    EXPECT_EQ(save({in_folder("dangling")}, OFN_OVERWRITEPROMPT), Lines{"taken"});
+    EXPECT_EQ(save({"notes.txt", "nodot", "new.pmt"}, OFN_OVERWRITEPROMPT, "No"),
+              (Lines{kReplace, kReplace, "taken"}));
     EXPECT_EQ(taken_, in_folder("new.pmt"));
-    EXPECT_EQ(try_names(GetSaveFileNameA, OFN_OVERWRITEPROMPT, {"notes.txt"}, "Yes"),
-              (Lines{kReplace, "taken"}));
+    EXPECT_EQ(save({"notes.txt"}, OFN_OVERWRITEPROMPT, "Yes"), (Lines{kReplace, "taken"}));
     EXPECT_EQ(taken_, in_folder("notes.txt"));
 }
 
 TEST_F(FileDialogs, NamesHaveToFit) {
     const auto choose = [this](const std::string& name, DWORD room) {
-        user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
-        script.await("the dialog", [] { return !user::system_dialog().empty(); });
-        script.then("name", [&] { user::choose_file(name); });
-        return ask(GetSaveFileNameA, 0, script, room);
+        try_names(GetSaveFileNameA, 0, {name}, "OK", room);
+        return taken_;
     };
     const std::string name = in_folder("exact.txt");
     const auto length = static_cast<DWORD>(name.size());
@@ -160,7 +155,7 @@ TEST_F(FileDialogs, ListWhatTheFilterSaysWhateverTheCase) {
         std::sort(names.begin(), names.end());
         return names;
     };
-    try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, {in_folder("nodot")}); // to be in the folder
+    open({in_folder("nodot")}); // to be in the folder
     user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
     script.await("the dialog", [] { return user::system_dialog() == "Open"; });
     script.await("the turtles", [&] {
@@ -182,9 +177,7 @@ TEST_F(FileDialogs, ListWhatTheFilterSaysWhateverTheCase) {
 }
 
 TEST_F(FileDialogs, OtherWindowsLiveOnAndTheOwnerTakesItAlong) {
-    HWND other = CreateWindowExA(0, "Logging", "Other", WS_OVERLAPPEDWINDOW, 30, 30, 300, 200,
-                                 nullptr, nullptr, nullptr, nullptr);
-    ShowWindow(other, SW_SHOW);
+    HWND other = show_other();
     settle();
     take_log();
     user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });

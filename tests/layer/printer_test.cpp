@@ -1,13 +1,9 @@
 // Printing: the desktop's dialog, the printer that it gives, its jobs, and the page that comes out.
 #include "tests/contract/test_windows.h"
-#include "tests/files/folder.h"
+#include "tests/files/read_only.h"
 
-#include <csignal>
 #include <filesystem>
-#include <functional>
 #include <string>
-
-#include <sys/resource.h>
 
 namespace {
 
@@ -23,18 +19,6 @@ BOOL CALLBACK AskedProc(HDC device, int) {
 
 class Printing : public Windows {
   protected:
-    // Opens the print dialog for a user who does this with it; whether it was accepted.
-    bool ask(user::Script& script, PRINTDLGA& dialog) const {
-        dialog.lStructSize = sizeof dialog;
-        dialog.hwndOwner = window_;
-        dialog.nFromPage = dialog.nToPage = dialog.nCopies = 1;
-        script.start();
-        const bool chosen = PrintDlgA(&dialog) != FALSE;
-        EXPECT_EQ(user::system_dialog(), "");
-        EXPECT_EQ(user::question(), "");
-        return chosen;
-    }
-
     // The printer that writes into a file, which is replaced when it exists.
     HDC printer_to(const std::string& path, bool exists = false) const {
         user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
@@ -45,8 +29,13 @@ class Printing : public Windows {
             script.then("replace it", [] { user::answer("Yes"); });
         }
         PRINTDLGA dialog{};
+        dialog.lStructSize = sizeof dialog;
+        dialog.hwndOwner = window_;
+        dialog.nFromPage = dialog.nToPage = dialog.nCopies = 1;
         dialog.Flags = PD_RETURNDC;
-        EXPECT_TRUE(ask(script, dialog));
+        script.start();
+        EXPECT_TRUE(PrintDlgA(&dialog));
+        EXPECT_EQ(user::system_dialog() + user::question(), "");
         EXPECT_NE(dialog.hDC, nullptr);
         EXPECT_EQ(SetAbortProc(dialog.hDC, AskedProc), 1);
         return dialog.hDC;
@@ -98,23 +87,20 @@ TEST_F(Printing, AnUnfinishedJobLeavesTheOldFile) {
     const Folder folder;
     const std::string path = folder.path("page.pdf");
     write_file(path, "old");
-    HDC deleted = printer_to(path, true);
-    EXPECT_GT(start(deleted), 0);
-    EXPECT_GT(StartPage(deleted), 0);
-    LineTo(deleted, 100, 100);
-    EXPECT_TRUE(DeleteDC(deleted));
-    EXPECT_EQ(content_of(path), "old");
-
-    HDC aborted = printer_to(path, true);
-    EXPECT_GT(start(aborted), 0);
-    EXPECT_GT(StartPage(aborted), 0);
-    LineTo(aborted, 100, 100);
-    go_on = FALSE;
-    EXPECT_LE(EndPage(aborted), 0);
-    go_on = TRUE;
-    EXPECT_LE(EndDoc(aborted), 0);
-    EXPECT_TRUE(DeleteDC(aborted));
-    EXPECT_EQ(content_of(path), "old");
+    for (const bool aborted : {false, true}) {
+        HDC printer = printer_to(path, true);
+        EXPECT_GT(start(printer), 0);
+        EXPECT_GT(StartPage(printer), 0);
+        LineTo(printer, 100, 100);
+        if (aborted) {
+            go_on = FALSE;
+            EXPECT_LE(EndPage(printer), 0);
+            go_on = TRUE;
+            EXPECT_LE(EndDoc(printer), 0);
+        }
+        EXPECT_TRUE(DeleteDC(printer));
+        EXPECT_EQ(content_of(path), "old");
+    }
     EXPECT_EQ(folder.count(), 1);
 }
 
@@ -123,18 +109,12 @@ TEST_F(Printing, AFullDiskOrAFolderThatWentLeavesNothing) {
     const std::string path = folder.path("page.pdf");
     write_file(path, "old");
     HDC printer = printer_to(path, true);
-    const auto signal_before = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit small{500, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    const bool ended = start(printer) > 0 && StartPage(printer) > 0 &&
-                       LineTo(printer, 100, 100) == 1 && EndPage(printer) > 0 &&
-                       EndDoc(printer) > 0;
-    DeleteDC(printer);
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, signal_before);
-    EXPECT_FALSE(ended);
+    {
+        const FullDisk disk(500);
+        EXPECT_FALSE(start(printer) > 0 && StartPage(printer) > 0 &&
+                     LineTo(printer, 100, 100) == 1 && EndPage(printer) > 0 && EndDoc(printer) > 0);
+        DeleteDC(printer);
+    }
     EXPECT_EQ(content_of(path), "old");
     EXPECT_EQ(folder.count(), 1);
 

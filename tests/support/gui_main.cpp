@@ -1,7 +1,7 @@
 // The main of test programs that open windows: the platform's own, which calls this.
 #include "platform/win32.h"
 
-#include "tests/support/run_tests.h"
+#include <gtest/gtest.h>
 
 #include <sstream>
 #include <string>
@@ -20,5 +20,6 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR command_line, int) {
     }
     arguments.push_back(nullptr);
     int count = static_cast<int>(words.size());
-    return pelmora_test::run_tests(&count, arguments.data());
+    testing::InitGoogleTest(&count, arguments.data());
+    return RUN_ALL_TESTS();
 }

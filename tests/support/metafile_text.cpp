@@ -38,9 +38,6 @@ std::string description(const Reader& header) {
     const std::uint32_t count = header.u32(60);
     const std::uint32_t offset = header.u32(64);
     std::string text;
-    if (count < 2 || !header.has(offset, std::size_t{count} * 2)) {
-        return text;
-    }
     for (std::uint32_t i = 0; i + 2 < count; ++i) {
         const std::uint32_t unit = header.u16(offset + 2 * i);
         text += unit == 0 ? '/' : static_cast<char>(unit);

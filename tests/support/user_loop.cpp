@@ -29,4 +29,40 @@ void settle() {
     run(script);
 }
 
+HWND show_owner() {
+    WNDCLASSEXA plain{};
+    plain.cbSize = sizeof plain;
+    plain.lpfnWndProc = DefWindowProcA;
+    plain.lpszClassName = "Owner";
+    RegisterClassExA(&plain);
+    HWND owner = CreateWindowExA(0, "Owner", "Owner", WS_OVERLAPPEDWINDOW, 20, 20, 300, 200,
+                                 nullptr, nullptr, nullptr, nullptr);
+    ShowWindow(owner, SW_SHOW);
+    return owner;
+}
+
+std::vector<std::string> alerts_of(const std::function<void()>& action,
+                                   const std::function<void(HWND)>& look) {
+    std::vector<std::string> texts;
+    HWND last = nullptr;
+    user::Script script([](const std::string&) {});
+    script.await("an alert, for ever", [&] {
+        const HWND alert = user::find_window("Dialog");
+        if (alert != nullptr && alert != last) {
+            last = alert;
+            texts.push_back(user::text(alert, IDC_MESSAGE_TEXT));
+            if (look) {
+                look(alert);
+            }
+            if (IsWindow(alert)) {
+                user::press(alert, "Return");
+            }
+        }
+        return false;
+    });
+    script.start();
+    action();
+    return texts;
+}
+
 } // namespace pelmora_test

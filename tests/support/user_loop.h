@@ -3,7 +3,9 @@
 
 #include "platform/user.h"
 
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace pelmora_test {
 
@@ -13,5 +15,13 @@ void end_script(const std::string& failure);
 
 // Handles what is waiting.
 void settle();
+
+// Shows a window that only owns what a test opens; the caller's to destroy.
+HWND show_owner();
+
+// Runs `action`, which opens alerts, and dismisses each; the texts that they showed, in order.
+// Before it is dismissed, `look` is called with it.
+std::vector<std::string> alerts_of(const std::function<void()>& action,
+                                   const std::function<void(HWND)>& look = nullptr);
 
 } // namespace pelmora_test

@@ -53,6 +53,9 @@ class Answers {
                      [title, action = std::move(action)] { action(user::find_window(title)); });
         return *this;
     }
+    Answers& press(const std::string& title, const char* key) {
+        return dialog(title, [key](HWND dialog) { user::press(dialog, key); });
+    }
     Answers& gone(const std::string& title) {
         script_.await("the end of " + title,
                       [title] { return user::find_window(title) == nullptr; });

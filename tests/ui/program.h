@@ -1,7 +1,6 @@
 // The program's windows in the hands of a test, without its start-up.
 #pragma once
 
-#include "tests/support/alerts.h"
 #include "tests/support/user_loop.h"
 #include "ui/population_window.h"
 

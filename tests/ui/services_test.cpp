@@ -11,7 +11,6 @@
 #include <climits>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <utility>
 
@@ -40,16 +39,7 @@ TEST(Services, TheStatusTextFitsItsLine) {
     SetStatusText(before.c_str());
 }
 
-TEST(Services, TheStatusLineAndDialogsHaveTheirPlaces) {
-    const PopulationWindow window(small_params(8));
-    RECT client{};
-    GetClientRect(window.handle(), &client);
-    const RECT line = StatusRect(window.handle());
-    EXPECT_EQ(line.left, 4);
-    EXPECT_EQ(line.right, client.right - 4);
-    EXPECT_EQ(line.bottom, client.bottom - 2);
-    EXPECT_EQ(line.top, line.bottom - 17);
-
+TEST(Services, DialogsStandInTheUpperMiddle) {
     RECT desktop{};
     GetWindowRect(GetDesktopWindow(), &desktop);
     alerts_of([] { ShowMessage(nullptr, "where"); },
@@ -100,8 +90,7 @@ TEST(Services, ALogFileThatCannotBeOpenedSwallowsItsLines) {
     EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
     fs::current_path(before);
     EXPECT_EQ(content_of(folder.path("drawing.txt")), "");
-    std::ifstream log(folder.path("stdout.txt"));
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(log), {}),
+    EXPECT_EQ(content_of(folder.path("stdout.txt")),
               "------ THIS IS PELMORA ----------\nanother\n");
 }
 

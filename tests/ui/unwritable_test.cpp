@@ -27,10 +27,7 @@ TEST(Unwritable, FilesAreNotMentioned) {
         answers.to(window, command);
         EXPECT_STREQ(StatusText(), "before");
     }
-    Answers()
-        .file(full)
-        .dialog("Enhanced Metafile Mapping", [](HWND dialog) { user::press(dialog, "Return"); })
-        .to(window, IDM_SAVE_METAFILE);
+    Answers().file(full).press("Enhanced Metafile Mapping", "Return").to(window, IDM_SAVE_METAFILE);
     EXPECT_EQ(folder.count(), 1);
 }
 
@@ -38,7 +35,7 @@ TEST(Unwritable, PagesAreNotMentioned) {
     const PopulationWindow window(small_params(8));
     window.record()->selected = 0;
     Answers()
-        .dialog("Print Pensize", [](HWND dialog) { user::press(dialog, "Return"); })
+        .press("Print Pensize", "Return")
         .print_to("/dev/full")
         .question("Yes")
         .to(window, IDM_PRINT_TURTLE);
