@@ -7,6 +7,7 @@
 #include <algorithm>
 
 namespace pelmora {
+
 void draw_reset(DrawContext* ctx) {
     ctx->heading = ctx->home_heading;
     ctx->pen_up = ctx->home_pen_up;

@@ -82,14 +82,15 @@ RECT draw_measure(DrawContext* ctx, const ExprNode* tree);
 void draw_place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode mode,
                 int y_offset);
 
-// Draws the program to fill such a target: a measuring run, then a drawing run placed by its
-// bounds. The context is left as the drawing run leaves it. The device is taken to be a surface:
-// of its pens and lines only what can be seen there is sure to be made.
+// Draws the program to fill such a target: what a measuring run, and then a drawing run placed by
+// its bounds, would show there. The context is left as the drawing run leaves it. The device is
+// taken to be a surface: of pens and lines only those are sure to be made that can be seen there,
+// so the pen that stays selected may be an earlier one, or the device's own.
 void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
               FitMode mode, int y_offset);
 
 // Takes back the pen that drawing leaves selected: at its end the device's stock pen is selected
-// again and the program's last pen released.
+// again, and what was selected is released.
 class DevicePen {
   public:
     explicit DevicePen(HDC device) : device_(device) {}

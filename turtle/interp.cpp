@@ -29,10 +29,11 @@ class Turtle {
 
     void forward(const CodeWord& word) {
         const Direction direction = heading_.direction();
+        // In this order, as everywhere: pictures and scores depend on the last bit.
         x_ += direction.cos * word.distance * scale_x_;
         y_ += direction.sin * word.distance * scale_y_;
         path_.move(x_, y_, pen_up_);
-        if constexpr (std::is_same_v<Path, TracedPath>) {
+        if constexpr (Path::kKeepsMoves) {
             path_.keep(heading_.place(), word.number, color_, pen_up_);
         }
         distance_ += word.distance;
@@ -263,13 +264,18 @@ int run(HDC device, DrawContext* ctx, const Path& path, std::int64_t steps, Line
     for (;;) {
         if (run.go_on(device != nullptr)) {
             run.turtle().renew_pen(device, ctx->pen_width);
-        } else if (!run.at_spin()) {
-            break;
-        } else if constexpr (std::is_same_v<Heading, WholeHeading>) {
-            device == nullptr ? run.spin() : run.enter_loop(); // for a device each colour is due
-        } else {
-            run.enter_loop();
+            continue;
         }
+        if (!run.at_spin()) {
+            break;
+        }
+        if constexpr (std::is_same_v<Heading, WholeHeading>) {
+            if (device == nullptr) { // a device is due every colour on the way
+                run.spin();
+                continue;
+            }
+        }
+        run.enter_loop();
     }
     run.turtle().finish(ctx);
     ctx->repeats = add_count(ctx->repeats, run.repeats());

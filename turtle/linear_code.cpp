@@ -234,12 +234,12 @@ void Assembler::close_pass(const Item& item) {
 
 // To the loop that ends here.
 void Assembler::find_spin(const Open& loop) {
-    constexpr std::uint32_t kFewestSteps = 16; // below, a spin is no gain
+    constexpr std::int64_t kFewestSteps = 16; // below, a spin is no gain
     CodeWord& first = *code_.words.at(loop.word);
     const std::uint32_t body = loop.word + 1;
     const std::uint32_t steps = code_.words.at(body)->leg;
     const bool only_steps = here() - 1 - body == steps;
-    if (!only_steps || steps * static_cast<std::uint32_t>(first.number) < kFewestSteps) {
+    if (!only_steps || std::int64_t{steps} * first.number < kFewestSteps) {
         return;
     }
     for (std::uint32_t at = body; at < body + steps; ++at) {

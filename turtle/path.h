@@ -14,6 +14,8 @@ namespace pelmora {
 // end.
 class MeasuredPath {
   public:
+    static constexpr bool kKeepsMoves = false;
+
     explicit MeasuredPath(RECT* bounds) : bounds_(bounds) {}
 
     void move(double x, double y, std::int32_t /*pen_up*/) {
@@ -45,6 +47,8 @@ class MeasuredPath {
 // nothing is drawn.
 class DrawnPath {
   public:
+    static constexpr bool kKeepsMoves = false;
+
     DrawnPath(HDC device, double x, double y)
         : device_(device), x_(device_round(x)), y_(device_round(y)) {}
 

@@ -53,6 +53,7 @@ class Walker {
     void go(const TracedMove& move) {
         const Direction& direction = kDirections[move.place];
         const auto distance = static_cast<double>(move.distance);
+        // As a run does it, to the last bit.
         at_ += Pair{direction.cos, direction.sin} * Pair{distance, distance} * scale_;
     }
 
@@ -85,7 +86,7 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
     const TracedMove* const end = move + trace.count;
     while (move != end) {
         std::uint32_t color = move->color;
-        if ((color & kTracedPenUp) != 0) {
+        if (color >= kTracedPenUp) {
             walker.go(*move++);
             continue;
         }

@@ -15,7 +15,7 @@ namespace pelmora {
 struct TracedMove {
     std::uint16_t place;   // of the direction in its table
     std::int16_t distance; // turtle units
-    std::uint32_t color;   // components as packed; kTracedPenUp: no line
+    std::uint32_t color;   // components as packed, and kTracedPenUp where no line is drawn
 };
 static_assert(sizeof(TracedMove) == 8);
 
@@ -32,6 +32,8 @@ struct Trace {
 // Measures, and keeps the moves.
 class TracedPath : public MeasuredPath {
   public:
+    static constexpr bool kKeepsMoves = true;
+
     TracedPath(RECT* bounds, Trace* trace)
         : MeasuredPath(bounds), next_(trace->moves), trace_(trace) {}
 

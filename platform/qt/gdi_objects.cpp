@@ -19,6 +19,14 @@ constexpr std::uint32_t kWhite = pixel_of(RGB(255, 255, 255));
 // The pen released last, for the next one: a picture has a new pen for each of its colours.
 Pen* spare_pen = nullptr;
 
+void release(Pen* pen) {
+#ifdef PELMORA_SANITIZE // they see what is done with a pen that was released
+    delete pen;
+#else
+    delete std::exchange(spare_pen, pen);
+#endif
+}
+
 // System colours stand for brushes as small numbers.
 constexpr std::uintptr_t kSystemColors = 64;
 
@@ -102,7 +110,7 @@ HBITMAP CreateCompatibleBitmap(HDC device, int width, int height) {
 
 BOOL DeleteObject(HGDIOBJ handle) {
     GdiObject* object = gdi_object(handle);
-    if (object == nullptr) {
+    if (object == nullptr || object == spare_pen) {
         return FALSE;
     }
     if (object->stock) {
@@ -111,7 +119,7 @@ BOOL DeleteObject(HGDIOBJ handle) {
     switch (object->kind) {
     case GdiKind::pen:
         forget_recorded_pen(object);
-        delete std::exchange(spare_pen, static_cast<Pen*>(object));
+        release(static_cast<Pen*>(object));
         return TRUE;
     case GdiKind::brush:
         delete static_cast<Brush*>(object);

@@ -9,6 +9,7 @@
 #include <csignal>
 
 #include <sys/resource.h>
+#include <sys/sysinfo.h>
 #include <unistd.h>
 
 #ifdef __GLIBC__
@@ -37,16 +38,19 @@ void return_large_memory_at_once() {
 #endif
 }
 
-// Bred programs may grow without end. Where the system promises more memory than it has, it would
-// kill the program, or another one, when that comes out; so the program is told in time, and says
-// what ended it.
+// Bred programs may grow without end. Where the system promises more memory than there is, it would
+// kill the program, or another one, when that comes out; so what the whole machine has is the
+// limit, and the program is told, and says what ended it. (Other programs' shares cannot be known.)
 void ask_for_no_more_memory_than_there_is() {
 #ifndef PELMORA_SANITIZE // they take more addresses than there is memory
-    const auto pages = static_cast<rlim_t>(::sysconf(_SC_PHYS_PAGES));
-    const auto page = static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
+    struct sysinfo machine {};
     rlimit data{};
-    if (::getrlimit(RLIMIT_DATA, &data) == 0 && pages * page < data.rlim_cur) {
-        data.rlim_cur = pages * page;
+    if (::sysinfo(&machine) != 0 || ::getrlimit(RLIMIT_DATA, &data) != 0) {
+        return;
+    }
+    const rlim_t there = (rlim_t{machine.totalram} + machine.totalswap) * machine.mem_unit;
+    if (there < data.rlim_cur) {
+        data.rlim_cur = there;
         ::setrlimit(RLIMIT_DATA, &data);
     }
 #endif

@@ -4,6 +4,7 @@
 #include "tests/support/trees.h"
 #include "tests/turtle/plain_interp.h"
 #include "tests/turtle/recording_device.h"
+#include "turtle/pen.h"
 
 #include <gtest/gtest.h>
 
@@ -114,12 +115,15 @@ DrawContext random_start(Dice& dice) {
     return ctx;
 }
 
+ExprNode* random_program(Grove& grove, Dice& dice) {
+    return dice.one_in(5) ? random_spins(grove, dice) : random_tree(grove, dice, 1 + dice.below(7));
+}
+
 TEST(Interp, DoesWhatThePlainOneDoes) {
     for (unsigned seed = 0; seed < 20000; ++seed) {
         Dice dice(seed);
         Grove grove;
-        const ExprNode* tree = dice.one_in(5) ? random_spins(grove, dice)
-                                              : random_tree(grove, dice, 1 + dice.below(7));
+        const ExprNode* tree = random_program(grove, dice);
         const DrawContext start = random_start(dice);
         DrawContext plain_ctx = start;
         DrawContext ctx = start;
@@ -161,12 +165,14 @@ TEST(Interp, DrawsInOneRunWhatTwoPlainOnesDo) {
     for (unsigned seed = 0; seed < 5000; ++seed) {
         Dice dice(seed);
         Grove grove;
-        const ExprNode* tree = random_tree(grove, dice, 1 + dice.below(7));
+        const ExprNode* tree = random_program(grove, dice);
         DrawContext start = random_start(dice);
         start.home_heading = start.heading;
         start.home_pen_up = start.pen_up;
         start.home_pen_width = start.pen_width;
         start.home_red = start.red;
+        start.home_green = dice.below(256);
+        start.home_blue = dice.below(256);
         start.max_steps = dice.one_in(9) ? kDefaultMaxSteps + 1 : start.max_steps;
         const FitMode mode = dice.one_in(2) ? FitMode::stretch : FitMode::uniform;
 
@@ -179,8 +185,7 @@ TEST(Interp, DrawsInOneRunWhatTwoPlainOnesDo) {
         draw_place(&plain, bounds, 88, 50, mode, 7);
         plain.x = plain.origin_x;
         plain.y = plain.origin_y;
-        DeleteObject(SelectObject(recording_device(), CreatePen(PS_SOLID, plain.pen_width,
-                                                                static_cast<COLORREF>(plain.red))));
+        pen_renew(recording_device(), plain.pen_width, plain.red, plain.green, plain.blue);
         log += plain_interp(recording_device(), &plain, tree, nullptr).lines;
         const std::string plain_lines = visible(take_record());
 
@@ -256,6 +261,14 @@ TEST(Interp, TakesNoTimeForWhatCostsNoStep) {
     out = run(grove.nested(REPEAT_3, 200'000, grove.call(BLOCK, {toggle, step})), INT16_MAX);
     EXPECT_EQ(out.ctx.steps, INT16_MAX + 1);
     EXPECT_EQ(out.ctx.distance, 16383);
+
+    // Every repeat has children that are left out, and ends in another pen state than it begins.
+    ExprNode* deep = step;
+    for (int i = 0; i < 60; ++i) {
+        ExprNode* never = grove.call(IF_PEN_UP, {grove.call(BLOCK, {step}), step});
+        deep = grove.call(REPEAT_2, {grove.leaf(PEN_DOWN), never, deep, grove.leaf(PEN_UP)});
+    }
+    EXPECT_EQ(run(deep).ctx.steps, kDefaultMaxSteps + 1);
 }
 
 TEST(Interp, RunsAMillionLevels) {
