@@ -43,6 +43,13 @@ std::vector<BareLine> lines_of(const pelmora::ExprNode* program, pelmora::DrawCo
     return lines;
 }
 
+std::vector<BareLine> seen(std::vector<BareLine> lines) {
+    std::erase_if(lines, [](const BareLine& line) {
+        return line.ends[0].x == line.ends[1].x && line.ends[0].y == line.ends[1].y;
+    });
+    return lines;
+}
+
 void walk(const std::vector<BareLine>& lines, const platform::PixelView& pixels,
           const platform::PixelRect& clip) {
     for (const BareLine& line : lines) {

@@ -14,8 +14,12 @@ struct BareLine {
     std::uint32_t pixel; // what the layer writes for the pen's colour
 };
 
-// What draw_run() draws from this placement on, which it leaves behind it.
+// What draw_run() draws from this placement on, which it leaves behind it: half of the lines have
+// no length.
 std::vector<BareLine> lines_of(const pelmora::ExprNode* program, pelmora::DrawContext* placed);
+
+// Those that have a length.
+std::vector<BareLine> seen(std::vector<BareLine> lines);
 
 // Walks them into an image.
 void walk(const std::vector<BareLine>& lines, const platform::PixelView& pixels,

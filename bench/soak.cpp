@@ -1,7 +1,7 @@
 // Breeds generation after generation and looks at the memory. Arguments: how many generations, how
-// many turtles, the seed, and what the user does between the generations: nothing, "retire" (about
+// many turtles, the seed, and what the user does between the generations: "look", "retire" (about
 // half of the turtles, at random) or "mutate" (five of them). Status 1 when more memory is resident
-// than 1.25 times what is alive and 50 MB.
+// than 1.25 times what is alive and 50 MB, 2 when the arguments are wrong.
 #include "bench/generations.h"
 #include "bench/resident.h"
 #include "evolve/breed.h"
@@ -80,10 +80,14 @@ bool soak(int generations, std::int32_t size, double seed, const std::string& us
 } // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
-    int generations = 5000;
-    int size = 48;
-    double seed = 0.5;
+    int generations = 0;
+    int size = 0;
+    double seed = 0;
     std::string user;
     std::istringstream(arguments) >> generations >> size >> seed >> user;
+    if (generations <= 0 || size <= 0 || (user != "look" && user != "retire" && user != "mutate")) {
+        std::fputs("Usage: pelmora_soak GENERATIONS TURTLES SEED look|retire|mutate\n", stderr);
+        return 2;
+    }
     return soak(generations, params_population_size(size), seed, user) ? 0 : 1;
 }

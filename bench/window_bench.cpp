@@ -76,16 +76,27 @@ DrawContext placed(const ExprNode* program, DrawContext context) {
     return context;
 }
 
-std::vector<std::vector<BareLine>> lines_of_all(const Population& pop, const DrawContext& context) {
-    std::vector<std::vector<BareLine>> all;
-    for (int i = 0; i < pop.size; ++i) {
-        DrawContext start = placed(pop.lifers[i].program, context);
-        all.push_back(lines_of(pop.lifers[i].program, &start));
+using Pictures = std::vector<std::vector<BareLine>>;
+
+Pictures all_lines(BredWindow& bred) {
+    Pictures all;
+    for (int i = 0; i < bred.bred().size; ++i) {
+        const ExprNode* program = bred.bred().lifers[i].program;
+        DrawContext start = placed(program, *bred.context());
+        all.push_back(lines_of(program, &start));
     }
     return all;
 }
 
-double count_of(const std::vector<std::vector<BareLine>>& all) {
+Pictures seen_lines(BredWindow& bred) {
+    Pictures all = all_lines(bred);
+    for (std::vector<BareLine>& lines : all) {
+        lines = seen(std::move(lines));
+    }
+    return all;
+}
+
+double count_of(const Pictures& all) {
     std::size_t count = 0;
     for (const auto& lines : all) {
         count += lines.size();
@@ -103,9 +114,9 @@ void evolve_by_command(benchmark::State& state, int seed) {
 
 constexpr platform::PixelRect kWholeCell{0, 0, kCell, kCell};
 
+template <Pictures (*lines_of_window)(BredWindow&)>
 void evolve_bare(benchmark::State& state, int seed) {
-    BredWindow& bred = bred_window(seed);
-    const auto all = lines_of_all(bred.bred(), *bred.context());
+    const Pictures all = lines_of_window(bred_window(seed));
     std::vector<std::uint32_t> drawing(kCellPixels);
     std::vector<std::uint32_t> cells(kCellPixels * kLifers);
     for ([[maybe_unused]] auto _ : state) {
@@ -140,7 +151,7 @@ void draw_moves(benchmark::State& state, int seed) {
             trace_draw(bred.device(), &places[i], traces[i]);
         }
     }
-    state.counters["unit"] = count_of(lines_of_all(pop, *bred.context()));
+    state.counters["unit"] = count_of(seen_lines(bred));
 }
 
 // Drawing runs of the programs themselves, as for a device that needs every pen and line.
@@ -157,12 +168,12 @@ void draw_all(benchmark::State& state, int seed) {
             draw_run(bred.device(), &context, pop.lifers[i].program, nullptr);
         }
     }
-    state.counters["unit"] = count_of(lines_of_all(pop, *bred.context()));
+    state.counters["unit"] = count_of(all_lines(bred));
 }
 
+template <Pictures (*lines_of_window)(BredWindow&)>
 void walk_all(benchmark::State& state, int seed) {
-    BredWindow& bred = bred_window(seed);
-    const auto all = lines_of_all(bred.bred(), *bred.context());
+    const Pictures all = lines_of_window(bred_window(seed));
     std::vector<std::uint32_t> drawing(kCellPixels);
     for ([[maybe_unused]] auto _ : state) {
         for (const std::vector<BareLine>& lines : all) {
@@ -232,13 +243,17 @@ void add_window_figures(std::vector<Figure>* figures) {
     RegisterWindowClasses(nullptr);
     bred_window(0);
     figures->push_back(figure_of_seeds("line drawn into a cell / walked alone", 2.0,
-                                       {"a line drawn", draw_moves}, {"a line walked", walk_all}));
+                                       {"a line drawn", draw_moves},
+                                       {"a line walked", walk_all<seen_lines>}));
     figures->push_back(figure_of_seeds("the same, by a run of the program with all its pens", 0,
-                                       {"a line drawn by a run", draw_all},
-                                       {"a line walked once more", walk_all}));
+                                       {"any line drawn by a run", draw_all},
+                                       {"any line walked", walk_all<all_lines>}));
     figures->push_back(figure_of_seeds("Evolve of 48 / clearing, walking, copying alone", 3.0,
                                        {kEvolve, evolve_by_command},
-                                       {"Evolve of 48, bare", evolve_bare}));
+                                       {"Evolve of 48, bare", evolve_bare<all_lines>}));
+    figures->push_back(figure_of_seeds("the same, walking those lines alone that have a length", 0,
+                                       {"Evolve of 48 again", evolve_by_command},
+                                       {"Evolve of 48, barest", evolve_bare<seen_lines>}));
     figures->push_back(
         {"milliseconds of an Evolve of 48, a frame of the screen having 16.7", {}, 16.7, slowest});
     benchmark::RegisterBenchmark("grid of 48 painted", paint);

@@ -19,10 +19,9 @@ void pop_cross(const Population* pop, const Lifer* parent_a, const Lifer* parent
                Lifer* child_b, GrowthBudget* budget) {
     // The children's own cells are the working cells, crosswise: a line stays in the cell that it
     // was copied to, and parent A's line is the second child.
-    ExprCounts counts_b;
-    ExprCounts counts_a;
-    lifer_set_program(child_b, expr_copy_tree(parent_a->program, &counts_b));
-    lifer_set_program(child_a, expr_copy_tree(parent_b->program, &counts_a));
+    CrossoverCounts counts;
+    lifer_set_program(child_b, expr_copy_tree(parent_a->program, &counts.t1));
+    lifer_set_program(child_a, expr_copy_tree(parent_b->program, &counts.t2));
     if (!rng_coin(pop->PCROSS)) {
         return;
     }
@@ -31,8 +30,7 @@ void pop_cross(const Population* pop, const Lifer* parent_a, const Lifer* parent
         mutant =
             expr_random_tree(pop->MAX_DEPTH >> 1, pop->MAX_CHILD, pop->PFNODE, pop->PCOLOR, budget);
     }
-    expr_crossover_counted(child_b->program, counts_b, child_a->program, counts_a, mutant,
-                           pop->PFNODE);
+    expr_crossover(child_b->program, child_a->program, mutant, pop->PFNODE, &counts);
 }
 
 void pop_breed(const Population* cur, Population* next) {

@@ -53,16 +53,14 @@ ExprNode* random_function(std::int32_t max_child) {
     return node;
 }
 
-ExprNode* pick_function(ExprNode* tree, const ExprCounts& counts) {
-    return expr_nth_function(tree, rng_range(0, counts.functions - 1));
-}
-
-ExprNode* pick_node(ExprNode* tree, const ExprCounts& counts) {
-    return expr_nth_node(tree, rng_range(0, counts.nodes - 1));
-}
-
-ExprCounts counts_of(const ExprNode* tree) {
-    return {expr_count_nodes(tree), expr_count_functions(tree)};
+// A random node, or one of the functions. `known`, when given, is what there is in the tree.
+ExprNode* pick(ExprNode* tree, bool function, const ExprCounts* known) {
+    if (function) {
+        const int functions = known != nullptr ? known->functions : expr_count_functions(tree);
+        return expr_nth_function(tree, rng_range(0, functions - 1));
+    }
+    const int nodes = known != nullptr ? known->nodes : expr_count_nodes(tree);
+    return expr_nth_node(tree, rng_range(0, nodes - 1));
 }
 
 } // namespace
@@ -100,16 +98,12 @@ ExprNode* expr_random_tree(std::int32_t depth, std::int32_t max_child, double pf
     return root;
 }
 
-void expr_crossover(ExprNode* t1, ExprNode* t2, ExprNode* mutant, double pfnode) {
-    expr_crossover_counted(t1, counts_of(t1), t2, counts_of(t2), mutant, pfnode);
-}
-
-void expr_crossover_counted(ExprNode* t1, const ExprCounts& counts1, ExprNode* t2,
-                            const ExprCounts& counts2, ExprNode* mutant, double pfnode) {
+void expr_crossover(ExprNode* t1, ExprNode* t2, ExprNode* mutant, double pfnode,
+                    const CrossoverCounts* known) {
     assert(t1->slot != nullptr && t2->slot != nullptr);
-    const auto pick = rng_coin(pfnode) ? pick_function : pick_node;
-    ExprNode* a = pick(t1, counts1);
-    ExprNode* b = pick(t2, counts2);
+    const bool functions = rng_coin(pfnode) != 0;
+    ExprNode* a = pick(t1, functions, known != nullptr ? &known->t1 : nullptr);
+    ExprNode* b = pick(t2, functions, known != nullptr ? &known->t2 : nullptr);
     ExprNode** hole1 = a->slot;
     ExprNode** hole2 = b->slot;
     if (mutant == nullptr) {
@@ -133,7 +127,7 @@ int expr_mutate(ExprNode* tree, std::int32_t depth, std::int32_t max_child, doub
     if (mutant == nullptr) {
         return 0;
     }
-    ExprNode* old = (rng_coin(pfnode) ? pick_function : pick_node)(tree, counts_of(tree));
+    ExprNode* old = pick(tree, rng_coin(pfnode) != 0, nullptr);
     ExprNode** hole = old->slot;
     expr_free_tree(old);
     expr_place(hole, mutant);

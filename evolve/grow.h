@@ -26,12 +26,12 @@ ExprNode* expr_random_tree(std::int32_t depth, std::int32_t max_child, double pf
 // Exchanges two random subtrees of two whole trees, held in the cells that their roots' slots name.
 // With `mutant` (a tree with a null slot, taken over) one of the two is lost, the other moves into
 // the other tree, and the mutant fills its hole. The caller reads its cells again: the roots may
-// have changed.
-void expr_crossover(ExprNode* t1, ExprNode* t2, ExprNode* mutant, double pfnode);
-
-// The same where it is known already what there is in the trees.
-void expr_crossover_counted(ExprNode* t1, const ExprCounts& counts1, ExprNode* t2,
-                            const ExprCounts& counts2, ExprNode* mutant, double pfnode);
+// have changed. `known`, when given, is what there is in the two; it need not be counted then.
+struct CrossoverCounts {
+    ExprCounts t1, t2;
+};
+void expr_crossover(ExprNode* t1, ExprNode* t2, ExprNode* mutant, double pfnode,
+                    const CrossoverCounts* known = nullptr);
 
 // Replaces a random node of `tree`, held in the cell that its root's slot names, by a new random
 // subtree. Returns 1, or 0 when none could be grown (depth below 1) and the tree is unchanged.

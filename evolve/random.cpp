@@ -6,7 +6,7 @@
 namespace pelmora {
 namespace {
 
-constexpr std::size_t kEntries = 55;
+constexpr std::size_t kEntries = kRandomEntries;
 constexpr std::size_t kShortLag = 24;
 
 // The last 55 numbers of the stream, and which of them was handed out last.

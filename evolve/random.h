@@ -23,9 +23,11 @@ double rng_clock_seed();
 // earlier stream left there (0 at program start) and takes part in the new one.
 void rng_seed(double seed);
 
-// Where the stream stands, and back to there: a seed alone does not lead to the same numbers again.
+// Where the stream stands, and back to there, so that the same generation can be bred again and
+// again: a seed alone does not lead to the same numbers.
+inline constexpr std::size_t kRandomEntries = 55;
 struct RandomState {
-    std::array<double, 55> table;
+    std::array<double, kRandomEntries> table;
     std::size_t index;
 };
 RandomState rng_save();

@@ -5,6 +5,7 @@
 #include "model/walk.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <new>
 #include <utility>
@@ -66,10 +67,12 @@ ExprNode* expr_copy_node(const ExprNode* node) {
 // more than all else that copying or releasing a node does. So these two have none, and as both
 // take families in one order they go straight through memory, which is asked for ahead of them: by
 // itself a processor looks ahead to the end of a page.
-constexpr std::ptrdiff_t kAhead = 2048;
+constexpr std::uintptr_t kAhead = 2048;
 
+// Any address will do, also one that nothing has.
 void prefetch_after(const void* memory) {
-    __builtin_prefetch(static_cast<const char*>(memory) + kAhead);
+    __builtin_prefetch(
+        reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(memory) + kAhead));
 }
 
 ExprNode* expr_copy_tree(const ExprNode* root, ExprCounts* counts) {
