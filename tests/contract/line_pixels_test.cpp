@@ -182,30 +182,6 @@ class LinePixels : public testing::Test {
     HBITMAP bitmap_ = CreateCompatibleBitmap(screen_, kSize, kSize);
 };
 
-// A slanted line, a dot, and where the rule itself might be misread.
-TEST_F(LinePixels, AreTheKnownOnes) {
-    struct Known {
-        Line line;
-        const char* rows[6];
-    };
-    const Known known[] = {
-        {{0, {1, 1}, {6, 3}}, {"......", ".##...", "...##.", ".....#", "......"}},
-        {{1, {6, 3}, {1, 1}}, {".......", "..#....", "...##..", ".....##", "......."}},
-        {{3, {2, 1}, {2, 1}}, {"..#..", ".###.", "..#..", "....."}},
-        {{2, {2, 1}, {7, 1}}, {".#######.", ".#######.", "........."}},
-        {{3, {2, 2}, {7, 4}},
-         {".........", "..####...", ".#######.", ".#######.", "....#####", ".......#."}},
-    };
-    for (const Known& k : known) {
-        const std::string picture = drawn(k.line);
-        for (int y = 0; y < 6 && k.rows[y] != nullptr; ++y) {
-            const std::string row = k.rows[y];
-            EXPECT_EQ(picture.substr(static_cast<std::size_t>(y * (kSize + 1)), row.size()), row)
-                << "width " << k.line.width << ", row " << y;
-        }
-    }
-}
-
 TEST_F(LinePixels, FollowTheRuleInAllDirections) {
     for (const int width : {0, 1, 2, 3, 4, 5}) {
         for (int i = 0; i < 21 * 21; ++i) {

@@ -5,15 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -133,50 +129,11 @@ TEST(Metafile, HasAHeaderThatFitsTheScreen) {
               (Lines{std::to_string(millimeters_x * 1000), std::to_string(millimeters_y * 1000)}));
 }
 
-// In every map mode the screen is a whole number of units wide and high.
-TEST(Metafile, BoundsFollowTheMapMode) {
-    std::mt19937 random(1); // the same every time
-    for (const auto& [mode, in_a_millimeter] : {std::pair(MM_LOMETRIC, 10.0),
-                                                {MM_HIMETRIC, 100.0},
-                                                {MM_LOENGLISH, 100 / 25.4},
-                                                {MM_HIENGLISH, 1000 / 25.4}}) {
-        for (int i = 0; i < 25; ++i) {
-            int places[4];
-            for (int& place : places) {
-                place = static_cast<int>(random() % 60'001) - 30'000;
-            }
-            const auto& [x0, y0, x1, y1] = places;
-            const std::string bytes = recorded(&kFrame, nullptr, [&, m = mode](HDC device) {
-                EXPECT_EQ(SetMapMode(device, m), MM_TEXT);
-                line(device, places[0], places[1], places[2], places[3]);
-            });
-            // The pixel nearest to a place, of two the one or the other.
-            const auto expect_pixel = [&, m = mode, units = in_a_millimeter](
-                                          std::size_t offset, int place, std::size_t axis) {
-                const double extent = std::round(field(bytes, 80 + axis) * units);
-                const double exact = place * field(bytes, 72 + axis) / extent;
-                EXPECT_NEAR(field(bytes, offset), exact, 0.500001) << m;
-            };
-            expect_pixel(8, std::min(x0, x1), 0);
-            expect_pixel(12, -std::max(y0, y1), 4);
-            expect_pixel(16, std::max(x0, x1), 0);
-            expect_pixel(20, -std::min(y0, y1), 4);
-        }
-    }
-}
-
 TEST(Metafile, MayBeEmpty) {
     const auto nothing = [](HDC) {};
     EXPECT_EQ(
         metafile_lines(recorded(&kFrame, kDescription, nothing)),
         (Lines{"HEADER bounds 0 0 -1 -1 frame 0 0 5000 3000 handles 1 description A/B", "EOF"}));
-    const std::string bytes = recorded(nullptr, nullptr, nothing);
-    const auto before_first = [&bytes](std::size_t axis) {
-        return std::to_string(-field(bytes, 80 + axis) * 100 / field(bytes, 72 + axis));
-    };
-    EXPECT_EQ(bytes.size(), 108U + 20U);
-    EXPECT_EQ(numbers(bytes, 8, 4), (Lines{"0", "0", "-1", "-1"}));
-    EXPECT_EQ(numbers(bytes, 24, 4), (Lines{"0", "0", before_first(0), before_first(4)}));
 }
 
 TEST(Metafile, LivesInMemoryWithoutAName) {

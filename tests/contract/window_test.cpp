@@ -383,16 +383,6 @@ TEST_F(Windows, SlidersAndArrowsNotifyAsOnWindows) {
     script.then("their lines", [] {
         EXPECT_EQ(take_log(), (Lines{"change -1", "change 1", "change -1"}));
     });
-    script.then("a right click beside the groove",
-                [&] { user::click_control(dialog(), IDC_PCROSS, user::Button::right); });
-    script.then("and a left one", [&] {
-        EXPECT_EQ(take_log(), Lines{});
-        user::click_control(dialog(), IDC_PCROSS);
-    });
-    script.then("its lines", [&] {
-        const std::string there = " at " + std::to_string(user::position(dialog(), IDC_PCROSS));
-        EXPECT_EQ(mouse_lines(), (Lines{"3" + there, "8" + there}));
-    });
     script.then("type", [&] { user::type(dialog(), IDC_TURTLES, "12345678901234567890"); });
     script.then("read", [&] {
         char cut[8];

@@ -66,18 +66,6 @@ TEST(Eps, HasAHeaderTheProgramAndItsCall) {
     }
 }
 
-TEST(Eps, BlocksRepeatsAndBranches) {
-    EXPECT_EQ(body("( BLOCK ( FWD_10 ) ( REPEAT_3 ( RIGHT_90 ) ( FWD_5 ) )"
-                   " ( IF_PEN_UP ( PEN_DOWN ) ( RED_8 ) ) )"),
-              "   \n      10 forward\n      3\n      {\n         90 right\n         5 forward\n"
-              "      }\n      repeat\n      ispenup\n      {\n         pendown\n      }\n      {\n"
-              "         8 addred\n      }\n      ifelse\n   \n");
-    EXPECT_EQ(body("( REPEAT_100 ( LEFT_15 ) ( GRN_16 ) ( BLU_64 ) ( PEN_UP ) )"),
-              "   100\n   {\n      15 left\n      16 addgrn\n      64 addblu\n      penup\n   }\n"
-              "   repeat\n");
-    EXPECT_EQ(body("( REPEAT_50 )"), "   50\n   {\n   }\n   repeat\n");
-}
-
 TEST(Eps, ABranchHasJustTwoChildren) {
     const auto branch = [](const std::string& first, const std::string& second) {
         return "   ispendown\n   {\n      " + first + "\n   }\n   {\n      " + second +

@@ -21,7 +21,8 @@ TEST(MemoryDeathTest, NodesArraysAndDepthAreFatal) {
         }
     };
     const testing::ExitedWithCode fatal(2);
-    EXPECT_EXIT(without_memory([] { expr_new_node(TERMINAL); }), fatal, "^fatal - out of memory\r?\n$");
+    EXPECT_EXIT(without_memory([] { expr_new_node(TERMINAL); }), fatal,
+                "^fatal - out of memory\r?\n$");
     EXPECT_EXIT(without_memory([] { expr_new_children(40'000); }), fatal,
                 "^fatal - allocating 40000 children\r?\n$");
     EXPECT_EXIT(without_memory([&] { expr_count_nodes(deep.get()); }), fatal,

@@ -190,20 +190,6 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
     EXPECT_FALSE(std::filesystem::exists(folder.path("none.emf")));
     EXPECT_EQ(metaPenSize, "");
 
-    for (const auto& [typed, width] :
-         {std::pair("-3", "3"), {"99999999999", "2147483647"}, {"abc", "0"}}) {
-        Answers()
-            .file(folder.path("pen.emf"))
-            .dialog(title,
-                    [typed = typed](HWND dialog) {
-                        user::type(dialog, IDC_PEN_SIZE, typed);
-                        user::press(dialog, "Return");
-                    })
-            .to(window, IDM_SAVE_METAFILE);
-        const Texts lines = metafile_lines(content_of(folder.path("pen.emf")));
-        ASSERT_GT(lines.size(), 2U);
-        EXPECT_EQ(lines[2], std::string("CREATEPEN 1 width ") + width + " color 0x000000");
-    }
     metaPenSize = "1";
     metaMapCode = "LM";
 }
