@@ -90,8 +90,9 @@ TEST(Services, ALogFileThatCannotBeOpenedSwallowsItsLines) {
     EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
     fs::current_path(before);
     EXPECT_EQ(content_of(folder.path("drawing.txt")), "");
-    EXPECT_EQ(content_of(folder.path("stdout.txt")),
-              "------ THIS IS PELMORA ----------\nanother\n");
+    std::string log = content_of(folder.path("stdout.txt"));
+    std::erase(log, '\r'); // its lines end as the platform's texts do
+    EXPECT_EQ(log, "------ THIS IS PELMORA ----------\nanother\n");
 }
 
 } // namespace
