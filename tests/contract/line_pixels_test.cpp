@@ -182,17 +182,6 @@ class LinePixels : public testing::Test {
     HBITMAP bitmap_ = CreateCompatibleBitmap(screen_, kSize, kSize);
 };
 
-TEST_F(LinePixels, FollowTheRuleInAllDirections) {
-    for (const int width : {0, 1, 2, 3, 4, 5}) {
-        for (int i = 0; i < 21 * 21; ++i) {
-            const Place to{i % 21 - 10 + kSize / 2, i / 21 - 10 + kSize / 2};
-            if (!compare({width, {kSize / 2, kSize / 2}, to})) {
-                return;
-            }
-        }
-    }
-}
-
 TEST_F(LinePixels, FollowTheRuleAnywhere) {
     std::mt19937 random(1); // the same every time
     const auto within = [&random](int reach) {

@@ -94,25 +94,6 @@ TEST(Draw, Scores) {
     EXPECT_DOUBLE_EQ(draw_score(&ctx), 6300);
 }
 
-TEST(Draw, ResetsToTheHomeState) {
-    DrawContext ctx = fresh(0.5);
-    const RECT small{0, 0, 10, 10};
-    RECT inset = small;
-    rect_inset(&inset, 1, 2);
-    EXPECT_EQ(inset.left + 10 * inset.top + 100 * inset.right + 1000 * inset.bottom, 8921);
-    draw_run(nullptr, &ctx,
-             tree_of("( REPEAT_2 ( FWD_1 ) ( RIGHT_1 ) ( RED_1 ) ( PEN_UP ) )").get(), &inset);
-    ctx.home_heading = 5;
-    ctx.home_pen_width = 6;
-    ctx.home_blue = 7;
-    draw_reset(&ctx);
-    EXPECT_EQ(ctx.heading + 10 * ctx.pen_width + 100 * ctx.blue, 765);
-    EXPECT_EQ(ctx.steps + ctx.turns + ctx.color_changes + ctx.repeats + ctx.repetitions, 0);
-    EXPECT_EQ(ctx.distance + ctx.pen_up + ctx.red, 0);
-    EXPECT_EQ(ctx.max_steps, kDefaultMaxSteps);
-    EXPECT_EQ(ctx.multipliers[REPMULT], 0.5);
-}
-
 // C libraries differ in the last bit, which is what the table is for: so its bits are held by a
 // sum.
 TEST(HeadingTable, HoldsTheCosinesAndSines) {

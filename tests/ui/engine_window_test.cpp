@@ -46,27 +46,6 @@ class Editor {
     HWND window_;
 };
 
-TEST(EngineWindow, FramesItsControls) {
-    const Editor editor("( BLOCK ( FWD_100 ) ( LEFT_90 ) ( FWD_50 ) )");
-    EXPECT_EQ(user::text(editor.handle(), IDC_LIMIT), "10240");
-    EXPECT_EQ(user::text(editor.handle(), IDC_REDRAW), "Redraw...");
-    EXPECT_EQ(editor.record()->stepLimit, 10240);
-    for (const auto& [width, height] : {std::pair(400, 300), {150, 600}}) {
-        user::resize(editor.handle(), width, height);
-        settle();
-        RECT client{};
-        GetClientRect(editor.handle(), &client);
-        for (const int y : {0, 1, 36, 37}) {
-            EXPECT_EQ(user::pixel(editor.handle(), client.right / 2, y), RGB(0, 0, 0)) << y;
-        }
-        for (const LONG x : {LONG{0}, LONG{1}, client.right - 2, client.right - 1}) {
-            EXPECT_EQ(user::pixel(editor.handle(), x, 4), RGB(0, 0, 0)) << x;
-        }
-        EXPECT_EQ(user::pixel(editor.handle(), 5, 38), RGB(255, 255, 255));
-        EXPECT_EQ(user::pixel(editor.handle(), 5, 5), RGB(255, 255, 255));
-    }
-}
-
 // What a limit draws is looked at in the tour.
 TEST(EngineWindow, TheLimitCountsOnceRedrawIsPressed) {
     const Editor editor("( BLOCK ( FWD_10 ) ( LEFT_90 ) ( FWD_10 ) ( LEFT_90 ) ( FWD_100 ) )");
