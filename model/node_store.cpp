@@ -101,8 +101,7 @@ void release(Slab* slab) {
 
 // Whether a fresh slab is at hand now, and they fit into it.
 bool renew_for_brothers(std::size_t n) {
-    const std::size_t bytes = n * (sizeof(ExprNode) + sizeof(ExprNode*));
-    return bytes <= kLargestShared && next_slab();
+    return n * kBrotherBytes <= kLargestShared && next_slab();
 }
 
 void give_back(std::uintptr_t address, std::size_t count) {
@@ -137,7 +136,8 @@ ExprNode** node_store_detail::new_brothers_apart(std::size_t n) {
     for (std::size_t i = 0; children != nullptr && i < n; ++i) {
         children[i] = static_cast<ExprNode*>(node_store_new_node());
         if (children[i] == nullptr) {
-            return nullptr; // the end of the program
+            // The end of the program. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
+            return nullptr;
         }
     }
     return children;

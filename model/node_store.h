@@ -95,12 +95,15 @@ struct SlabAtHand {
 };
 inline constinit SlabAtHand at_hand{nullptr, nullptr, nullptr};
 
+// What each brother takes: itself and its element of the array.
+inline constexpr std::size_t kBrotherBytes = sizeof(ExprNode) + sizeof(void*);
+
 } // namespace node_store_detail
 
 // Here, as a call would cost copying a tenth of its time.
 inline ExprNode** node_store_new_brothers(std::size_t n) {
     using namespace node_store_detail;
-    const std::size_t bytes = n * (sizeof(ExprNode) + sizeof(ExprNode*));
+    const std::size_t bytes = n * kBrotherBytes;
     if (bytes > static_cast<std::size_t>(at_hand.limit - at_hand.cursor)) {
         return new_brothers_apart(n);
     }

@@ -17,6 +17,7 @@ inline std::int32_t device_saturate(std::int64_t v) {
 // it costs more than the rest of a step.
 inline std::int32_t device_round(double v) {
     if (v >= 0.0 && v < kDeviceTop) [[likely]] { // nearly always, and then towards zero is down
+        // lround() is a call, too. NOLINTNEXTLINE(bugprone-incorrect-roundings)
         return static_cast<std::int32_t>(v + 0.5);
     }
     // In this order a position that is not a number has a defined place, too.

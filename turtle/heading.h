@@ -83,7 +83,7 @@ class WholeHeading {
   private:
     // Any way in turns of one direction.
     void turn_far(std::int64_t degrees) {
-        constexpr std::int64_t kRange = 2 * kFullTurn;
+        constexpr std::int64_t kRange = std::int64_t{2} * kFullTurn;
         std::int64_t place = place_ + degrees;
         if (place > kRange) {
             const std::int64_t closed = (place - kRange + kFullTurn - 1) / kFullTurn;
@@ -99,7 +99,7 @@ class WholeHeading {
 
     // How often turns can be made that close no circle.
     [[nodiscard]] std::int64_t times_in_circle(const Sum& sum) const {
-        const std::int64_t above = 2 * kFullTurn - (place_ + sum.most);
+        const std::int64_t above = std::int64_t{2} * kFullTurn - (place_ + sum.most);
         const std::int64_t below = place_ + sum.least;
         if (above < 0 || below < 0) {
             return 0;
