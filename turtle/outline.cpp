@@ -40,7 +40,8 @@ constexpr PenStates only(PenState pen) {
 
 // Leaves out the children that no branch ever chooses: bred programs have most of their nodes there
 // in the end. A repeat is first taken to come back to the pen state it starts with. Where it does
-// not, and something was left out of it, it is looked at once more for both states.
+// not, and something was left out of it, it is looked at once more for both states. When that comes
+// to more than one look at everything, all repeats are taken to start in both, from the beginning.
 class Surveyor {
   public:
     Surveyor(std::int64_t budget, Outline* outline) : budget_(budget), outline_(*outline) {}
@@ -70,7 +71,7 @@ class Surveyor {
     void open(Item item, const ExprNode* const* children, int count);
     void close();
     [[nodiscard]] bool has_wrong_start(const Open& done) const;
-    void look_again(Open* repeat);
+    void look_again();
     void take(const Course& course);
     [[nodiscard]] PenState choosing() const;
     [[nodiscard]] PenStates states_here() const;
@@ -78,7 +79,8 @@ class Surveyor {
     std::int64_t budget_;
     std::size_t skipped_ = 0;
     std::size_t seen_again_ = 0;
-    bool cut_ = false; // the run ends before what comes now
+    bool either_ = false; // repeats are taken to start in both pen states
+    bool cut_ = false;    // the run ends before what comes now
     Outline& outline_;
     WorkStack<Open, 32> open_;
 };
@@ -179,9 +181,8 @@ void Surveyor::open(Item item, const ExprNode* const* children, int count) {
         cut_ = true;
         return;
     }
-    // So that all the second looks take no more than twice the time of one at everything.
-    const bool too_many = seen_again_ > outline_.items.size();
-    const PenStates states = too_many && item.kind == ItemKind::repeat ? kEither : states_here();
+    const bool both = either_ && item.kind == ItemKind::repeat;
+    const PenStates states = both ? kEither : states_here();
     item.function = static_cast<std::uint32_t>(outline_.functions.size());
     outline_.items.push(item);
     outline_.functions.push({});
@@ -191,7 +192,7 @@ void Surveyor::open(Item item, const ExprNode* const* children, int count) {
 
 void Surveyor::close() {
     if (has_wrong_start(open_.top())) {
-        look_again(&open_.top());
+        look_again();
         return;
     }
     const Open done = open_.pop();
@@ -211,14 +212,21 @@ bool Surveyor::has_wrong_start(const Open& done) const {
     return skipped_ != done.skipped && done.states != kEither && done.pass[start].leaves != start;
 }
 
-void Surveyor::look_again(Open* repeat) {
-    seen_again_ += outline_.items.size() - repeat->inside;
-    outline_.items.shrink(repeat->inside);
-    outline_.functions.shrink(repeat->item.function + 1);
-    skipped_ = repeat->skipped;
-    repeat->pass = kStandStill;
-    repeat->next = repeat->first;
-    repeat->states = kEither;
+// At the repeat on top, or at everything.
+void Surveyor::look_again() {
+    constexpr std::size_t kFew = 1000; // items that nobody waits for
+    if (seen_again_ > outline_.items.size() + kFew) {
+        either_ = true;
+        open_.shrink(1);
+    }
+    Open& again = open_.top();
+    seen_again_ += outline_.items.size() - again.inside;
+    outline_.items.shrink(again.inside);
+    outline_.functions.shrink(again.item.function + 1);
+    skipped_ = again.skipped;
+    again.pass = kStandStill;
+    again.next = again.first;
+    again.states = either_ ? again.states : kEither;
 }
 
 void Surveyor::take(const Course& course) {

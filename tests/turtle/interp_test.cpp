@@ -269,6 +269,15 @@ TEST(Interp, TakesNoTimeForWhatCostsNoStep) {
         deep = grove.call(REPEAT_2, {grove.leaf(PEN_DOWN), never, deep, grove.leaf(PEN_UP)});
     }
     EXPECT_EQ(run(deep).ctx.steps, kDefaultMaxSteps + 1);
+
+    // The same where nothing on the way down costs a step.
+    ExprNode* idle = grove.call(BLOCK, {});
+    ExprNode* never = grove.call(IF_PEN_UP, {idle, idle});
+    deep = grove.leaf(PEN_UP);
+    for (int i = 0; i < 200'000; ++i) {
+        deep = grove.call(REPEAT_2, {never, deep});
+    }
+    EXPECT_EQ(run(deep).ctx.steps, kDefaultMaxSteps + 1);
 }
 
 TEST(Interp, RunsAMillionLevels) {
