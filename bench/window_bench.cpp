@@ -209,13 +209,16 @@ void copy_cells(benchmark::State& state) {
 
 using SeededRun = void (*)(benchmark::State&, int seed);
 
+// A run that is null is one that an earlier figure has.
 Figure figure_of_seeds(const char* text, double target, std::pair<const char*, SeededRun> top,
                        std::pair<const char*, SeededRun> bottom) {
     Figure figure{text, {}, target};
     for (int seed = 0; seed < kSeeds; ++seed) {
         const auto add = [seed](const std::pair<const char*, SeededRun>& run) {
             std::string name = std::string(run.first) + ", seed " + std::to_string(seed);
-            benchmark::RegisterBenchmark(name.c_str(), run.second, seed);
+            if (run.second != nullptr) {
+                benchmark::RegisterBenchmark(name.c_str(), run.second, seed);
+            }
             return name;
         };
         figure.ratios.push_back({add(top), add(bottom)});
@@ -252,7 +255,7 @@ void add_window_figures(std::vector<Figure>* figures) {
                                        {kEvolve, evolve_by_command},
                                        {"Evolve of 48, bare", evolve_bare<all_lines>}));
     figures->push_back(figure_of_seeds("the same, walking those lines alone that have a length", 0,
-                                       {"Evolve of 48 again", evolve_by_command},
+                                       {kEvolve, nullptr},
                                        {"Evolve of 48, barest", evolve_bare<seen_lines>}));
     figures->push_back(
         {"milliseconds of an Evolve of 48, a frame of the screen having 16.7", {}, 16.7, slowest});

@@ -89,16 +89,16 @@ void Surveyor::survey(const ExprNode* root, PenState pen) {
     const bool any = root != nullptr;
     outline_.items.push({ItemKind::block, 0, 1, 0});
     outline_.functions.push({});
-    open_.push({{ItemKind::block, 0, 1, 0},
-                kStandStill,
-                &root,
-                &root,
-                &root + any,
-                only(pen),
-                0,
-                1,
-                pen,
-                0});
+    open_.push({.item = {ItemKind::block, 0, 1, 0},
+                .pass = kStandStill,
+                .first = &root,
+                .next = &root,
+                .end = &root + any,
+                .states = only(pen),
+                .skipped = 0,
+                .inside = outline_.items.size(),
+                .pen = pen,
+                .steps = 0});
     while (!open_.empty()) {
         Open& top = open_.top();
         if (top.next == top.end || cut_) {
@@ -114,7 +114,7 @@ void Surveyor::child(const ExprNode* node) {
         fault(Fault::null_child, open_.top().next - 1 - open_.top().first);
     } else if (node->kind == TERMINAL) {
         terminal(node->op);
-    } else if (states_here() == 0) {
+    } else if (open_.top().item.kind == ItemKind::branch && states_here() == 0) {
         ++skipped_;
         outline_.items.push({ItemKind::terminal, 0, 0, 0}); // to have something in its place
     } else if (node->kind == FUNCTION) {
