@@ -129,13 +129,6 @@ TEST(Metafile, HasAHeaderThatFitsTheScreen) {
               (Lines{std::to_string(millimeters_x * 1000), std::to_string(millimeters_y * 1000)}));
 }
 
-TEST(Metafile, MayBeEmpty) {
-    const auto nothing = [](HDC) {};
-    EXPECT_EQ(
-        metafile_lines(recorded(&kFrame, kDescription, nothing)),
-        (Lines{"HEADER bounds 0 0 -1 -1 frame 0 0 5000 3000 handles 1 description A/B", "EOF"}));
-}
-
 TEST(Metafile, LivesInMemoryWithoutAName) {
     HDC device = CreateEnhMetaFileA(nullptr, nullptr, nullptr, kDescription);
     ASSERT_NE(device, nullptr);

@@ -47,15 +47,6 @@ class ClipboardOf : public testing::Test {
     DrawContext ctx_{};
 };
 
-TEST_F(ClipboardOf, CopyPlacesASquarePicture) {
-    ASSERT_TRUE(copy("( BLOCK ( FWD_50 ) ( LEFT_90 ) ( FWD_10 ) )"));
-    // 54 by 14 units fill 20320 by 20320; the path itself keeps its margins of 2.
-    const Texts records = metafile_lines(user::copied("image/x-emf"));
-    ASSERT_EQ(records.size(), 9U);
-    EXPECT_NE(records[0].find(" handles 2 description Pelmora/MetaFile"), std::string::npos);
-    EXPECT_EQ(records[7], "LINETO 18815 -14514");
-}
-
 TEST_F(ClipboardOf, ATurtleWithoutAProgramIsAnEmptyPicture) {
     set_text("old");
     ASSERT_TRUE(copy(""));

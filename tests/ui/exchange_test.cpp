@@ -194,33 +194,6 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
     metaMapCode = "LM";
 }
 
-TEST(Exchange, PrintingFollowsItsDialogs) {
-    const Folder folder;
-    const PopulationWindow window(small_params(8));
-    give_program(window, 2, "( BLOCK ( FWD_100 ) ( LEFT_90 ) ( FWD_50 ) )");
-    const std::string title = "Print Pensize";
-    const auto type_width = [&](const char* shown, const char* typed) {
-        return [=](HWND dialog) {
-            EXPECT_EQ(user::text(dialog, IDC_PEN_SIZE), shown);
-            user::type(dialog, IDC_PEN_SIZE, typed);
-            user::press(dialog, "Return");
-        };
-    };
-    const std::string page = folder.path("page.pdf");
-    Answers().press(title, "Esc").to(window, IDM_PRINT_TURTLE);
-    EXPECT_EQ(user::system_dialog(), "");
-    Answers().dialog(title, type_width("0", "4")).print_to(page).to(window, IDM_PRINT_TURTLE);
-    EXPECT_GT(content_of(page).size(), 500U);
-    EXPECT_EQ(folder.count(), 1);
-    Answers()
-        .dialog(title, type_width("4", "")) // stays open
-        .dialog(title, type_width("", "  7 "))
-        .cancel()
-        .to(window, IDM_PRINT_TURTLE);
-    EXPECT_EQ(printPenWidth, "  7 ");
-    printPenWidth = "0";
-}
-
 // In blocks of as many children as the text form has.
 TEST(Exchange, AMillionLeavesGoThroughEveryCommand) {
     const Folder folder;
