@@ -5,11 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -127,6 +131,41 @@ TEST(Metafile, HasAHeaderThatFitsTheScreen) {
     EXPECT_EQ(numbers(bytes, 72, 2), (Lines{std::to_string(pixels_x), std::to_string(pixels_y)}));
     EXPECT_EQ(numbers(bytes, 100, 2),
               (Lines{std::to_string(millimeters_x * 1000), std::to_string(millimeters_y * 1000)}));
+}
+
+// In every map mode the screen is a whole number of units wide and high.
+TEST(Metafile, BoundsFollowTheMapMode) {
+    struct Mode {
+        int mode;
+        double units; // in a millimetre
+    };
+    std::mt19937 random(1); // the same every time
+    for (const Mode& mode : {Mode{MM_LOMETRIC, 10}, Mode{MM_HIMETRIC, 100},
+                             Mode{MM_LOENGLISH, 100 / 25.4}, Mode{MM_HIENGLISH, 1000 / 25.4}}) {
+        for (int i = 0; i < 25; ++i) {
+            const auto anywhere = [&random] {
+                return static_cast<int>(random() % 60'001) - 30'000;
+            };
+            const int x0 = anywhere();
+            const int y0 = anywhere();
+            const int x1 = anywhere();
+            const int y1 = anywhere();
+            const std::string bytes = recorded(&kFrame, nullptr, [&](HDC device) {
+                EXPECT_EQ(SetMapMode(device, mode.mode), MM_TEXT);
+                line(device, x0, y0, x1, y1);
+            });
+            // The pixel nearest to a place, of two the one or the other.
+            const auto expect_pixel = [&](std::size_t offset, int place, std::size_t axis) {
+                const double extent = std::round(field(bytes, 80 + axis) * mode.units);
+                const double exact = place * field(bytes, 72 + axis) / extent;
+                EXPECT_NEAR(field(bytes, offset), exact, 0.500001) << mode.mode;
+            };
+            expect_pixel(8, std::min(x0, x1), 0);
+            expect_pixel(12, -std::max(y0, y1), 4);
+            expect_pixel(16, std::max(x0, x1), 0);
+            expect_pixel(20, -std::min(y0, y1), 4);
+        }
+    }
 }
 
 TEST(Metafile, LivesInMemoryWithoutAName) {

@@ -4,7 +4,6 @@
 #include "tests/support/trees.h"
 
 #include <gtest/gtest.h>
-#include <set>
 
 namespace pelmora {
 namespace {
@@ -23,26 +22,6 @@ TEST(Expr, CountsAndPicks) {
         EXPECT_EQ(expr_nth_node(tree.get(), n)->op, nodes[n]) << n;
         EXPECT_EQ(expr_nth_function(tree.get(), n)->op, functions[std::min(n, 4)]) << n;
     }
-}
-
-TEST(Expr, CopySharesNothing) {
-    ExprNode* cell = nullptr;
-    expr_place(&cell, tree_of(kProgram).release());
-    ExprTree tree(cell);
-    const ExprTree copy(expr_copy_tree(tree.get()));
-    EXPECT_EQ(copy->slot, nullptr);
-    std::set<const void*> parts;
-    for (const ExprNode* root : {tree.get(), copy.get()}) {
-        EXPECT_TRUE(links_hold(root));
-        expr_walk_preorder(root, [&](const ExprNode* node) {
-            EXPECT_TRUE(parts.insert(node).second);
-            EXPECT_TRUE(node->children == nullptr || parts.insert(node->children).second);
-            return true;
-        });
-    }
-    EXPECT_EQ(line_of(tree.get()), kProgram);
-    tree.reset();
-    EXPECT_EQ(line_of(copy.get()), kProgram);
 }
 
 TEST(Expr, ArraysOfEverySizeAreEmpty) {

@@ -1,6 +1,5 @@
 #include "model/parse.h"
 
-#include "model/print.h"
 #include "tests/support/trees.h"
 
 #include <gtest/gtest.h>
@@ -76,15 +75,6 @@ TEST(Parse, ReportsFaultsOfBlocks) {
          // Of 64 children the last has to touch the closing parenthesis.
          {"( BLOCK" + forward + " )", "( BLOCK )", failed + many + " )>\nEXPR: " + start},
          {"( BLOCK" + forward + ") )", "( BLOCK" + forward + " )", many + " )>\nEXPR: " + start}});
-}
-
-TEST(Parse, MillionLevels) {
-    constexpr int kDepth = 1'000'000;
-    const std::string text = times(kDepth, " ( BLOCK ") + times(kDepth, " ) ");
-    const ExprTree tree(parse_expr(text.c_str()));
-    const ExprTree copy(expr_copy_tree(tree.get()));
-    EXPECT_EQ(expr_count_nodes(copy.get()), kDepth);
-    EXPECT_TRUE(written(expr_write_line, copy.get()) == text);
 }
 
 TEST(Parse, MalformedTextEndsInTime) {

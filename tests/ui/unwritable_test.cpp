@@ -1,5 +1,4 @@
 // Files that can be opened, but not written: a device that is always full.
-#include "files/printing.h"
 #include "services/status.h"
 #include "tests/files/folder.h"
 #include "tests/ui/answers.h"
@@ -29,16 +28,6 @@ TEST(Unwritable, FilesAreNotMentioned) {
     }
     Answers().file(full).press("Enhanced Metafile Mapping", "Return").to(window, IDM_SAVE_METAFILE);
     EXPECT_EQ(folder.count(), 1);
-}
-
-TEST(Unwritable, PagesAreNotMentioned) {
-    const PopulationWindow window(small_params(8));
-    window.record()->selected = 0;
-    Answers()
-        .press("Print Pensize", "Return")
-        .print_to("/dev/full")
-        .question("Yes")
-        .to(window, IDM_PRINT_TURTLE);
 }
 
 } // namespace
