@@ -1,6 +1,5 @@
 #include "tests/support/failing_new.h"
 
-#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <new>
@@ -27,33 +26,6 @@ bool granted() {
     return good_left != 0 && good_left-- != 0;
 }
 
-// Aligned blocks are cut out of plain ones, the address of the plain one in front: there is no
-// aligned allocation that every platform has.
-void* aligned(std::size_t bytes, std::align_val_t alignment) {
-    const auto align = static_cast<std::uintptr_t>(alignment);
-    void* plain = __real_malloc(bytes + align + sizeof plain);
-    if (plain == nullptr) {
-        return nullptr;
-    }
-    const auto start = reinterpret_cast<std::uintptr_t>(plain) + sizeof plain;
-    auto* cut = reinterpret_cast<void**>((start + align - 1) / align * align);
-    cut[-1] = plain;
-    return cut;
-}
-
-void free_aligned(void* memory) {
-    if (memory != nullptr) {
-        std::free(static_cast<void**>(memory)[-1]);
-    }
-}
-
-void* or_abort(void* memory) {
-    if (memory == nullptr) {
-        std::abort();
-    }
-    return memory;
-}
-
 } // namespace
 
 void* __wrap_malloc(std::size_t bytes) {
@@ -73,71 +45,36 @@ pelmora_test::FailingNew::~FailingNew() {
     good_left = kNoLimit;
 }
 
-// The whole family is replaced, so that every release finds the allocation it matches.
+// Only what can tell of failure is replaced, and what it ends in: the other forms come down to
+// these. Both releases are, as a checker of memory asks for the pair of an allocation.
 // NOLINTBEGIN(misc-new-delete-overloads)
 using Align = std::align_val_t;
 using NoThrow = std::nothrow_t;
 
 void* operator new(std::size_t n) {
-    return or_abort(__real_malloc(n));
+    void* memory = __real_malloc(n);
+    if (memory == nullptr) {
+        std::abort();
+    }
+    return memory;
 }
-void* operator new[](std::size_t n) {
-    return or_abort(__real_malloc(n));
+void operator delete(void* p) noexcept {
+    std::free(p);
 }
-void* operator new(std::size_t n, Align a) {
-    return or_abort(aligned(n, a));
-}
-void* operator new[](std::size_t n, Align a) {
-    return or_abort(aligned(n, a));
+void operator delete(void* p, std::size_t) noexcept {
+    std::free(p);
 }
 
 void* operator new(std::size_t n, const NoThrow&) noexcept {
     return granted() ? __real_malloc(n) : nullptr;
 }
 void* operator new[](std::size_t n, const NoThrow&) noexcept {
-    return granted() ? __real_malloc(n) : nullptr;
+    return granted() ? ::operator new[](n) : nullptr;
 }
 void* operator new(std::size_t n, Align a, const NoThrow&) noexcept {
-    return granted() ? aligned(n, a) : nullptr;
+    return granted() ? ::operator new(n, a) : nullptr;
 }
 void* operator new[](std::size_t n, Align a, const NoThrow&) noexcept {
-    return granted() ? aligned(n, a) : nullptr;
-}
-
-void operator delete(void* p) noexcept {
-    std::free(p);
-}
-void operator delete[](void* p) noexcept {
-    std::free(p);
-}
-void operator delete(void* p, std::size_t) noexcept {
-    std::free(p);
-}
-void operator delete[](void* p, std::size_t) noexcept {
-    std::free(p);
-}
-void operator delete(void* p, const NoThrow&) noexcept {
-    std::free(p);
-}
-void operator delete[](void* p, const NoThrow&) noexcept {
-    std::free(p);
-}
-void operator delete(void* p, Align) noexcept {
-    free_aligned(p);
-}
-void operator delete[](void* p, Align) noexcept {
-    free_aligned(p);
-}
-void operator delete(void* p, std::size_t, Align) noexcept {
-    free_aligned(p);
-}
-void operator delete[](void* p, std::size_t, Align) noexcept {
-    free_aligned(p);
-}
-void operator delete(void* p, Align, const NoThrow&) noexcept {
-    free_aligned(p);
-}
-void operator delete[](void* p, Align, const NoThrow&) noexcept {
-    free_aligned(p);
+    return granted() ? ::operator new[](n, a) : nullptr;
 }
 // NOLINTEND(misc-new-delete-overloads)
