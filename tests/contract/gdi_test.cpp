@@ -1,69 +1,23 @@
 // Drawing calls: what they paint, what they return, and what survives.
-#include "platform/win32.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/contract/canvas.h"
 
 namespace {
 
-constexpr COLORREF kWhite = RGB(255, 255, 255);
-constexpr COLORREF kBlack = RGB(0, 0, 0);
-constexpr COLORREF kInk = RGB(0x12, 0x34, 0x56);
+using namespace pelmora_test;
+
 constexpr int kWidth = 12;
 constexpr int kHeight = 8;
 
-// A bitmap of its own in the screen's colours, in a device context.
-class Canvas {
-  public:
-    Canvas(int width, int height) {
-        HDC screen = GetDC(nullptr);
-        dc_ = CreateCompatibleDC(screen);
-        bitmap_ = CreateCompatibleBitmap(screen, width, height);
-        SelectObject(dc_, bitmap_);
-        EXPECT_EQ(ReleaseDC(nullptr, screen), 1);
-    }
-    ~Canvas() {
-        EXPECT_TRUE(DeleteDC(dc_));
-        EXPECT_TRUE(DeleteObject(bitmap_));
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-
-    HDC dc() const { return dc_; }
-    HBITMAP bitmap() const { return bitmap_; }
-
-  private:
-    HDC dc_;
-    HBITMAP bitmap_;
-};
-
 class Gdi : public testing::Test {
   protected:
-    Gdi() { clear(); }
+    Gdi() { canvas_.clear(); }
     ~Gdi() override { DeleteObject(ink_); }
 
-    void clear() {
-        const RECT all{0, 0, kWidth, kHeight};
-        EXPECT_NE(FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))), 0);
-    }
-    // A character a pixel: "." white, "#" ink, "0" black, "?" anything else.
-    static std::string picture(HDC device, int width, int height) {
-        std::string rows;
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x) {
-                const COLORREF pixel = GetPixel(device, x, y);
-                rows += pixel == kWhite ? '.' : pixel == kInk ? '#' : pixel == kBlack ? '0' : '?';
-            }
-            rows += '\n';
-        }
-        return rows;
-    }
     // Without the rows and columns that are white up to the edges: "" when nothing was drawn.
     std::string drawn() const {
         std::string rows;
         std::string blank;
-        const std::string all = picture(dc_, kWidth, kHeight);
+        const std::string all = canvas_.picture();
         for (std::size_t at = 0; at < all.size(); at += kWidth + 1) {
             const std::string row = all.substr(at, kWidth);
             const std::size_t end = row.find_last_not_of('.');
@@ -106,17 +60,17 @@ TEST_F(Gdi, FillsAndFramesToTheEdgesThatAreLeftOut) {
         if (c.filled != nullptr) {
             EXPECT_NE(FillRect(dc_, &c.area, ink_), 0);
             EXPECT_EQ(drawn(), c.filled);
-            clear();
+            canvas_.clear();
         }
         EXPECT_EQ(FrameRect(dc_, &c.area, ink_), c.framed != nullptr ? 1 : 0);
         EXPECT_EQ(drawn(), c.framed != nullptr ? c.framed : "");
-        clear();
+        canvas_.clear();
     }
 }
 
 TEST_F(Gdi, ColoursAreExact) {
     Canvas copy(3, 1);
-    EXPECT_EQ(picture(copy.dc(), 3, 1), "000\n");
+    EXPECT_EQ(copy.picture(), "000\n");
     for (const COLORREF color : {RGB(1, 2, 3), RGB(254, 127, 128), RGB(255, 0, 0), RGB(0, 0, 8)}) {
         HBRUSH brush = CreateSolidBrush(color);
         const RECT first{0, 0, 1, 1};
@@ -163,10 +117,10 @@ TEST_F(Gdi, CopiesWhatLiesInBothPictures) {
     FillRect(dc_, &corner, ink_);
     EXPECT_EQ(SelectObject(other.dc(), canvas_.bitmap()), nullptr); // in one device at a time
     EXPECT_EQ(BitBlt(other.dc(), 1, 1, 100, 100, dc_, 1, 0, SRCCOPY), 1);
-    EXPECT_EQ(picture(other.dc(), 4, 4), "0000\n"
-                                         "0##.\n"
-                                         "0##.\n"
-                                         "0...\n");
+    EXPECT_EQ(other.picture(), "0000\n"
+                               "0##.\n"
+                               "0##.\n"
+                               "0...\n");
     struct Case {
         int x, y, width, height, from_x, from_y;
         const char* drawn;
@@ -181,7 +135,7 @@ TEST_F(Gdi, CopiesWhatLiesInBothPictures) {
         {0, 0, 4, 4, 10, 10, ""},
     };
     for (const Case& c : cases) {
-        clear();
+        canvas_.clear();
         EXPECT_EQ(BitBlt(dc_, c.x, c.y, c.width, c.height, other.dc(), c.from_x, c.from_y, SRCCOPY),
                   1);
         EXPECT_EQ(drawn(), c.drawn) << c.x << ',' << c.y;

@@ -1,7 +1,5 @@
 // The pixels of lines, each asked by itself by a second reading of the rules.
-#include "platform/win32.h"
-
-#include <gtest/gtest.h>
+#include "tests/contract/canvas.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,9 +12,9 @@
 
 namespace {
 
+using namespace pelmora_test;
+
 constexpr int kSize = 32;
-constexpr COLORREF kWhite = RGB(255, 255, 255);
-constexpr COLORREF kInk = RGB(0x12, 0x34, 0x56);
 
 using Number = std::int64_t;
 
@@ -112,14 +110,7 @@ bool in_line(const Line& line, Place pixel) {
 
 class LinePixels : public testing::Test {
   protected:
-    LinePixels() { SelectObject(device_, bitmap_); }
-    ~LinePixels() override {
-        DeleteDC(device_);
-        DeleteObject(bitmap_);
-        ReleaseDC(nullptr, screen_);
-    }
-
-    // The rows of the picture that one line makes: "." white, "#" ink, "?" anything else.
+    // The picture that one line makes.
     std::string drawn(const Line& line) {
         return drawn(line.width, [&line](HDC device) {
             EXPECT_EQ(MoveToEx(device, static_cast<int>(line.from.x), static_cast<int>(line.from.y),
@@ -131,26 +122,23 @@ class LinePixels : public testing::Test {
 
     template <typename Draw>
     std::string drawn(int width, Draw draw) {
-        const RECT all{0, 0, kSize, kSize};
-        FillRect(device_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-        HGDIOBJ before = SelectObject(device_, CreatePen(PS_SOLID, width, kInk));
-        draw(device_);
-        DeleteObject(SelectObject(device_, before));
-        return picture([this](int x, int y) {
-            const COLORREF pixel = GetPixel(device_, x, y);
-            return pixel == kWhite ? '.' : pixel == kInk ? '#' : '?';
-        });
+        canvas_.clear();
+        HGDIOBJ before = SelectObject(canvas_.dc(), CreatePen(PS_SOLID, width, kInk));
+        draw(canvas_.dc());
+        DeleteObject(SelectObject(canvas_.dc(), before));
+        return canvas_.picture();
     }
 
     static std::string expected(const std::vector<Line>& lines) {
-        return picture([&lines](int x, int y) {
-            return std::any_of(lines.begin(), lines.end(),
-                               [&](const Line& line) {
-                                   return in_line(line, {x, y});
-                               })
-                       ? '#'
-                       : '.';
-        });
+        std::string rows;
+        for (int y = 0; y < kSize; ++y) {
+            for (int x = 0; x < kSize; ++x) {
+                const auto here = [x, y](const Line& line) { return in_line(line, {x, y}); };
+                rows += std::any_of(lines.begin(), lines.end(), here) ? '#' : '.';
+            }
+            rows += '\n';
+        }
+        return rows;
     }
 
     // Whether the line has the pixels of the rule; says so when it has not.
@@ -165,21 +153,7 @@ class LinePixels : public testing::Test {
     }
 
   private:
-    template <typename Pixel>
-    static std::string picture(Pixel pixel) {
-        std::string rows;
-        for (int y = 0; y < kSize; ++y) {
-            for (int x = 0; x < kSize; ++x) {
-                rows += pixel(x, y);
-            }
-            rows += '\n';
-        }
-        return rows;
-    }
-
-    HDC screen_ = GetDC(nullptr);
-    HDC device_ = CreateCompatibleDC(screen_);
-    HBITMAP bitmap_ = CreateCompatibleBitmap(screen_, kSize, kSize);
+    Canvas canvas_{kSize, kSize};
 };
 
 TEST_F(LinePixels, FollowTheRuleAnywhere) {

@@ -204,36 +204,12 @@ struct Outcome {
     DrawContext ctx;
 };
 
-Outcome run(const ExprNode* tree, int max_steps = kDefaultMaxSteps, double heading = 0) {
+Outcome run(const ExprNode* tree, int max_steps = kDefaultMaxSteps) {
     DrawContext ctx{};
-    ctx.home_heading = heading;
     ctx.max_steps = max_steps;
     draw_reset(&ctx);
     const int result = draw_run(nullptr, &ctx, tree, nullptr);
     return {result, ctx};
-}
-
-TEST(Interp, Turns) {
-    const struct {
-        double from;
-        const char* program;
-        double to;
-        int circles_right, circles_left;
-    } cases[] = {
-        {350, "( RIGHT_15 )", 5, 1, 0},
-        {270, "( RIGHT_90 )", 360, 0, 0},
-        {360, "( RIGHT_1 )", 1, 1, 0},
-        {0, "( BLOCK ( REPEAT_3 ( LEFT_90 ) ) ( LEFT_90 ) )", -360, 0, 0},
-        {0, "( REPEAT_5 ( LEFT_90 ) )", -90, 0, 1},
-        {350.5, "( RIGHT_10 )", 0.5, 1, 0},
-    };
-    for (const auto& c : cases) {
-        const DrawContext ctx = run(tree_of(c.program).get(), 99, c.from).ctx;
-        EXPECT_EQ(ctx.heading, c.to) << c.program;
-        EXPECT_EQ(ctx.circles_right, c.circles_right) << c.program;
-        EXPECT_EQ(ctx.circles_left, c.circles_left) << c.program;
-        EXPECT_EQ(ctx.circles, c.circles_right + c.circles_left) << c.program;
-    }
 }
 
 // Each would take hours, or more memory than there is, if what costs no step cost time.
