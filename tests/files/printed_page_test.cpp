@@ -1,11 +1,8 @@
 // The page that comes out of printing a turtle, as another program shows it.
 #include "files/printing.h"
-#include "resources/resource.h"
 #include "tests/files/folder.h"
+#include "tests/support/answers.h"
 #include "tests/support/trees.h"
-#include "tests/support/user_loop.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -49,13 +46,10 @@ class Page {
     std::size_t first_ = 0;
 };
 
-void choose_printing(user::Script& script) {
-    std::remove("printed.pdf"); // nobody answers whether it is to be replaced
-    script.await("the print dialog", [] { return !user::system_dialog().empty(); });
-    script.then("the path", [path = std::filesystem::absolute("printed.pdf").string()] {
-        user::print_to_file(path);
-    });
-    script.start();
+// Where pages go; nobody answers whether one is to be replaced.
+std::string new_page() {
+    std::remove("printed.pdf");
+    return std::filesystem::absolute("printed.pdf").string();
 }
 
 // The paper and the margin of the printer that writes files, in its pixels.
@@ -64,18 +58,11 @@ struct Paper {
 };
 
 Paper paper(HWND owner) {
-    PRINTDLGA dialog{};
-    dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = owner;
-    dialog.Flags = PD_RETURNDC;
-    dialog.nCopies = 1;
-    user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
-    choose_printing(script);
-    EXPECT_TRUE(PrintDlgA(&dialog));
-    const Paper found{
-        GetDeviceCaps(dialog.hDC, PHYSICALWIDTH), GetDeviceCaps(dialog.hDC, PHYSICALHEIGHT),
-        GetDeviceCaps(dialog.hDC, PHYSICALOFFSETX), GetDeviceCaps(dialog.hDC, PHYSICALOFFSETY)};
-    DeleteDC(dialog.hDC);
+    HDC printer = printer_to(owner, new_page());
+    const Paper found{GetDeviceCaps(printer, PHYSICALWIDTH), GetDeviceCaps(printer, PHYSICALHEIGHT),
+                      GetDeviceCaps(printer, PHYSICALOFFSETX),
+                      GetDeviceCaps(printer, PHYSICALOFFSETY)};
+    DeleteDC(printer);
     return found;
 }
 
@@ -83,15 +70,14 @@ Paper paper(HWND owner) {
 Page printed(HWND owner, const ExprNode* tree, int width) {
     DrawContext ctx{};
     ctx.max_steps = kDefaultMaxSteps;
-    user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
-    script.await("the pen's width", [] { return user::find_window("Print Pensize") != nullptr; });
-    script.then("type it", [=] {
-        HWND dialog = user::find_window("Print Pensize");
-        user::type(dialog, IDC_PEN_SIZE, std::to_string(width));
-        user::press(dialog, "Return");
-    });
-    choose_printing(script);
-    EXPECT_EQ(PrintTurtleTree(owner, &ctx, tree), 1);
+    Answers()
+        .dialog("Print Pensize",
+                [width](HWND dialog) {
+                    user::type(dialog, IDC_PEN_SIZE, std::to_string(width));
+                    user::press(dialog, "Return");
+                })
+        .print_to(new_page())
+        .during([&] { EXPECT_EQ(PrintTurtleTree(owner, &ctx, tree), 1); });
     EXPECT_TRUE(runs("pdfinfo printed.pdf"));
     const std::string told = content_of("told.txt");
     EXPECT_NE(told.find("Pages:           1\n"), std::string::npos) << told;

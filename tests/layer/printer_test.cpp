@@ -1,6 +1,7 @@
 // Printing: the desktop's dialog, the printer that it gives, its jobs, and the page that comes out.
 #include "tests/contract/test_windows.h"
 #include "tests/files/read_only.h"
+#include "tests/support/answers.h"
 
 #include <filesystem>
 #include <string>
@@ -19,26 +20,10 @@ BOOL CALLBACK AskedProc(HDC device, int) {
 
 class Printing : public Windows {
   protected:
-    // The printer that writes into a file, which is replaced when it exists.
     HDC printer_to(const std::string& path, bool exists = false) const {
-        user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
-        script.await("the dialog", [] { return user::system_dialog() == "Print"; });
-        script.then("a file", [path] { user::print_to_file(path); });
-        if (exists) {
-            script.await("the question", [] { return !user::question().empty(); });
-            script.then("replace it", [] { user::answer("Yes"); });
-        }
-        PRINTDLGA dialog{};
-        dialog.lStructSize = sizeof dialog;
-        dialog.hwndOwner = window_;
-        dialog.nFromPage = dialog.nToPage = dialog.nCopies = 1;
-        dialog.Flags = PD_RETURNDC;
-        script.start();
-        EXPECT_TRUE(PrintDlgA(&dialog));
-        EXPECT_EQ(user::system_dialog() + user::question(), "");
-        EXPECT_NE(dialog.hDC, nullptr);
-        EXPECT_EQ(SetAbortProc(dialog.hDC, AskedProc), 1);
-        return dialog.hDC;
+        HDC printer = pelmora_test::printer_to(window_, path, exists);
+        EXPECT_EQ(SetAbortProc(printer, AskedProc), 1);
+        return printer;
     }
 
     static int start(HDC printer) {
@@ -71,16 +56,6 @@ TEST_F(Printing, AJobGoesThroughItsCallsInOrder) {
     EXPECT_TRUE(DeleteDC(printer));
     EXPECT_EQ(content_of(path).substr(0, 5), "%PDF-");
     EXPECT_EQ(folder.count(), 1);
-
-    HDC memory = CreateCompatibleDC(nullptr);
-    for (HDC other : {memory, HDC{nullptr}}) {
-        EXPECT_LE(SetAbortProc(other, AskedProc), 0);
-        EXPECT_LE(start(other), 0);
-        EXPECT_LE(StartPage(other), 0);
-        EXPECT_LE(EndPage(other), 0);
-        EXPECT_LE(EndDoc(other), 0);
-    }
-    DeleteDC(memory);
 }
 
 TEST_F(Printing, AnUnfinishedJobLeavesTheOldFile) {

@@ -1,6 +1,5 @@
 #include "model/expr.h"
 
-#include "model/walk.h"
 #include "tests/support/trees.h"
 
 #include <gtest/gtest.h>
@@ -35,24 +34,6 @@ TEST(Expr, ArraysOfEverySizeAreEmpty) {
     }
     EXPECT_TRUE(std::all_of(nodes.begin(), nodes.end(), expr_free_node));
     EXPECT_TRUE(expr_free_node(nullptr));
-}
-
-TEST(Expr, WalksKeepTheirOrderAndStop) {
-    const ExprTree tree = tree_of("( BLOCK ( REPEAT_2 ( FWD_1 ) ( FWD_2 ) ) ( FWD_3 ) )");
-    for (const std::size_t visits : {2, 4, 6}) {
-        std::vector<OpCode> seen;
-        const auto visit = [&](const ExprNode* node) {
-            seen.push_back(node->op);
-            return seen.size() % visits != 0;
-        };
-        EXPECT_EQ(expr_walk_preorder(tree.get(), visit), visits == 6);
-        const std::vector<OpCode> pre{BLOCK, REPEAT_2, FWD_1, FWD_2, FWD_3};
-        EXPECT_EQ(seen, std::vector(pre.begin(), pre.begin() + std::min(visits, pre.size())));
-        seen.clear();
-        EXPECT_EQ(expr_walk_postorder(tree.get(), visit), visits == 6);
-        const std::vector<OpCode> post{FWD_1, FWD_2, REPEAT_2, FWD_3, BLOCK};
-        EXPECT_EQ(seen, std::vector(post.begin(), post.begin() + std::min(visits, post.size())));
-    }
 }
 
 // Slabs come and go in every order; what is still live must not move or change.

@@ -110,30 +110,10 @@ TEST(Breeding, FiveGenerationsHeedTheMarksOnceAndMeasureTheFourUnseen) {
     }
     EXPECT_TRUE(scores(*window.record()->current) == measured_scores(window));
     const std::vector<double> fourth = scores(*window.record()->previous);
+    retire_all_but(window, {});
     window.command(IDM_REVERT);
     EXPECT_TRUE(fourth == measured_scores(window));
     EXPECT_TRUE(all_live(window));
-}
-
-TEST(Breeding, RevertGoesBackAndForthAndEvolveBreedsAnew) {
-    const PopulationWindow window(small_params(16));
-    const std::vector<std::string> first = window.programs();
-    EXPECT_EQ(alerts_of([&] { window.command(IDM_REVERT); }),
-              std::vector<std::string>{"You must evolve the population before you can revert it."});
-    EXPECT_TRUE(window.programs() == first);
-    window.command(IDM_EVOLVE);
-    const std::vector<std::string> second = window.programs();
-    retire_all_but(window, {});
-    window.command(IDM_REVERT);
-    EXPECT_TRUE(window.programs() == first);
-    EXPECT_TRUE(all_live(window));
-    window.command(IDM_REVERT);
-    EXPECT_TRUE(window.programs() == second);
-    window.command(IDM_REVERT);
-    window.command(IDM_EVOLVE);
-    EXPECT_FALSE(window.programs() == second);
-    window.command(IDM_REVERT);
-    EXPECT_TRUE(window.programs() == first);
 }
 
 TEST(Breeding, MutateAndReplaceTouchTheSelectedTurtleAlone) {

@@ -95,16 +95,6 @@ TEST(EngineWindow, EditorsStandAloneOnCopies) {
     EXPECT_FALSE(IsWindow(first));
 }
 
-TEST(EngineWindow, AMissingProgramIsRefused) {
-    const Editor editor(ExprTree{});
-    const auto texts = alerts_of([&] {
-        SendMessageA(editor.handle(), WM_COMMAND, IDM_PRINT_TURTLE, 0);
-        SendMessageA(editor.handle(), WM_COMMAND, IDM_SAVE_EPS, 0);
-    });
-    EXPECT_EQ(texts, (std::vector<std::string>{"FATAL, turtle expression is NULL!",
-                                               "You must select a turtle to save."}));
-}
-
 TEST(EngineWindow, NoMemoryIsTold) {
     prepare_program();
     const auto texts = alerts_of([] {

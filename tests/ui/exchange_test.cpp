@@ -5,9 +5,9 @@
 #include "resources/resource.h"
 #include "services/status.h"
 #include "tests/files/folder.h"
+#include "tests/support/answers.h"
 #include "tests/support/metafile_text.h"
 #include "tests/support/trees.h"
-#include "tests/ui/answers.h"
 #include "tests/ui/program.h"
 #include "ui/breeding_commands.h"
 

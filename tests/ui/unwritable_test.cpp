@@ -1,7 +1,8 @@
 // Files that can be opened, but not written: a device that is always full.
 #include "services/status.h"
 #include "tests/files/folder.h"
-#include "tests/ui/answers.h"
+#include "tests/support/answers.h"
+#include "tests/ui/program.h"
 
 #include <filesystem>
 

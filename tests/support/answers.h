@@ -1,8 +1,8 @@
-// A user's answers to the dialogs of the exchange commands.
+// A user's answers to dialogs.
 #pragma once
 
 #include "resources/resource.h"
-#include "tests/ui/program.h"
+#include "tests/support/user_loop.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@
 
 namespace pelmora_test {
 
-// What a user does with the dialogs that a command opens, in order.
+// What a user does with the dialogs that something opens, in order.
 class Answers {
   public:
     Answers()
@@ -73,12 +73,19 @@ class Answers {
         script_.then("then", std::move(action));
         return *this;
     }
-    // Gives the command, which returns when the last dialog is answered.
-    void to(const PopulationWindow& window, int command) { to(window.handle(), command); }
-    void to(HWND window, int command) {
+    // Does what opens the dialogs, and returns when the last is answered.
+    void during(const std::function<void()>& action) {
         script_.start();
-        SendMessageA(window, WM_COMMAND, MAKEWPARAM(static_cast<unsigned>(command), 0), 0);
+        action();
         settle();
+    }
+    // Gives a command to a window.
+    void to(HWND window, int command) {
+        during([=] { SendMessageA(window, WM_COMMAND, WPARAM(command), 0); });
+    }
+    template <class Window>
+    void to(const Window& window, int command) {
+        to(window.handle(), command);
     }
 
   private:
@@ -89,5 +96,23 @@ class Answers {
     std::string failure_ = "the script did not end";
     user::Script script_;
 };
+
+// The printer that the print dialog gives for a file, which is replaced when it exists; the
+// caller's to delete.
+inline HDC printer_to(HWND owner, const std::string& path, bool exists = false) {
+    PRINTDLGA dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner;
+    dialog.nFromPage = dialog.nToPage = dialog.nCopies = 1;
+    dialog.Flags = PD_RETURNDC;
+    Answers answers;
+    answers.print_to(path);
+    if (exists) {
+        answers.question("Yes");
+    }
+    answers.during([&] { EXPECT_TRUE(PrintDlgA(&dialog)); });
+    EXPECT_NE(dialog.hDC, nullptr);
+    return dialog.hDC;
+}
 
 } // namespace pelmora_test
