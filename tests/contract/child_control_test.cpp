@@ -80,10 +80,7 @@ TEST_F(ChildControls, DigitFieldsTakeDigitsOnlyFromTheKeyboard) {
     press({"Ctrl+A", "Ctrl+Ins", "End", "Shift+Ins"});
     EXPECT_EQ(user::text(window_, kEdit), "123123");
     ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
-    HGLOBAL letters = GlobalAlloc(GMEM_MOVEABLE, 3);
-    std::copy_n("4x", 3, static_cast<char*>(GlobalLock(letters)));
-    GlobalUnlock(letters);
-    EXPECT_EQ(SetClipboardData(CF_TEXT, letters), letters);
+    offer_text("4x");
     CloseClipboard();
     press({"Shift+Ins"});
     EXPECT_EQ(user::text(window_, kEdit), "1231234x");

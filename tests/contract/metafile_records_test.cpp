@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -29,23 +29,6 @@ constexpr RECT kFrame{0, 0, 5000, 3000};
 std::string content_of(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
-}
-
-// The number at an offset of a metafile's bytes.
-std::int32_t field(const std::string& bytes, std::size_t offset) {
-    std::uint32_t value = 0;
-    for (std::size_t i = 4; i-- > 0;) {
-        value = value << 8U | static_cast<unsigned char>(bytes.at(offset + i));
-    }
-    return static_cast<std::int32_t>(value);
-}
-
-Lines numbers(const std::string& bytes, std::size_t offset, int count) {
-    Lines texts;
-    for (int i = 0; i < count; ++i, offset += 4) {
-        texts.push_back(std::to_string(field(bytes, offset)));
-    }
-    return texts;
 }
 
 void line(HDC device, int x0, int y0, int x1, int y1) {
@@ -115,55 +98,53 @@ TEST(Metafile, HasAHeaderThatFitsTheScreen) {
         line(device, 200, 450, 1000, 450);
         MoveToEx(device, 9999, 9999, nullptr); // draws nothing
     });
-    const int millimeters_x = field(bytes, 80);
-    const int millimeters_y = field(bytes, 84);
-    EXPECT_GT(millimeters_x, 0);
-    EXPECT_GT(millimeters_y, 0);
-    const auto hundredths = [](int pixel, int millimeters, int pixels) {
-        return std::to_string(pixel * millimeters * 100 / pixels);
+    const int wide = metafile_number(bytes, 80); // millimetres
+    const int high = metafile_number(bytes, 84);
+    EXPECT_TRUE(wide > 0 && high > 0);
+    const auto text = [](std::initializer_list<int> numbers) {
+        std::string all;
+        for (const int number : numbers) {
+            all.append(" ").append(std::to_string(number));
+        }
+        return all;
     };
     // Bounds, frame and device; what is the same on every screen is held by tests/agreement.
-    EXPECT_EQ(numbers(bytes, 8, 4), (Lines{"100", "400", "1000", "500"}));
-    EXPECT_EQ(numbers(bytes, 24, 4), (Lines{hundredths(100, millimeters_x, pixels_x),
-                                            hundredths(400, millimeters_y, pixels_y),
-                                            hundredths(1000, millimeters_x, pixels_x),
-                                            hundredths(500, millimeters_y, pixels_y)}));
-    EXPECT_EQ(numbers(bytes, 72, 2), (Lines{std::to_string(pixels_x), std::to_string(pixels_y)}));
-    EXPECT_EQ(numbers(bytes, 100, 2),
-              (Lines{std::to_string(millimeters_x * 1000), std::to_string(millimeters_y * 1000)}));
+    EXPECT_EQ(metafile_numbers(bytes, 8, 4), " 100 400 1000 500");
+    EXPECT_EQ(metafile_numbers(bytes, 24, 4),
+              text({100 * wide * 100 / pixels_x, 400 * high * 100 / pixels_y,
+                    1000 * wide * 100 / pixels_x, 500 * high * 100 / pixels_y}));
+    EXPECT_EQ(metafile_numbers(bytes, 72, 2), text({pixels_x, pixels_y}));
+    EXPECT_EQ(metafile_numbers(bytes, 100, 2), text({wide * 1000, high * 1000}));
 }
 
 // In every map mode the screen is a whole number of units wide and high.
 TEST(Metafile, BoundsFollowTheMapMode) {
-    struct Mode {
-        int mode;
-        double units; // in a millimetre
-    };
+    const std::pair<int, double> modes[] = {// and its units in a millimetre
+                                            {MM_LOMETRIC, 10},
+                                            {MM_HIMETRIC, 100},
+                                            {MM_LOENGLISH, 100 / 25.4},
+                                            {MM_HIENGLISH, 1000 / 25.4}};
     std::mt19937 random(1); // the same every time
-    for (const Mode& mode : {Mode{MM_LOMETRIC, 10}, Mode{MM_HIMETRIC, 100},
-                             Mode{MM_LOENGLISH, 100 / 25.4}, Mode{MM_HIENGLISH, 1000 / 25.4}}) {
+    for (const auto& [mode, units] : modes) {
         for (int i = 0; i < 25; ++i) {
-            const auto anywhere = [&random] {
-                return static_cast<int>(random() % 60'001) - 30'000;
-            };
-            const int x0 = anywhere();
-            const int y0 = anywhere();
-            const int x1 = anywhere();
-            const int y1 = anywhere();
-            const std::string bytes = recorded(&kFrame, nullptr, [&](HDC device) {
-                EXPECT_EQ(SetMapMode(device, mode.mode), MM_TEXT);
-                line(device, x0, y0, x1, y1);
+            std::array<int, 4> ends;
+            std::generate(ends.begin(), ends.end(),
+                          [&] { return static_cast<int>(random() % 60'001) - 30'000; });
+            const auto [x0, y0, x1, y1] = ends;
+            const std::string bytes = recorded(&kFrame, nullptr, [&, mode = mode](HDC device) {
+                EXPECT_EQ(SetMapMode(device, mode), MM_TEXT);
+                line(device, ends[0], ends[1], ends[2], ends[3]);
             });
             // The pixel nearest to a place, of two the one or the other.
-            const auto expect_pixel = [&](std::size_t offset, int place, std::size_t axis) {
-                const double extent = std::round(field(bytes, 80 + axis) * mode.units);
-                const double exact = place * field(bytes, 72 + axis) / extent;
-                EXPECT_NEAR(field(bytes, offset), exact, 0.500001) << mode.mode;
-            };
-            expect_pixel(8, std::min(x0, x1), 0);
-            expect_pixel(12, -std::max(y0, y1), 4);
-            expect_pixel(16, std::max(x0, x1), 0);
-            expect_pixel(20, -std::min(y0, y1), 4);
+            const int bounds[] = {std::min(x0, x1), -std::max(y0, y1), std::max(x0, x1),
+                                  -std::min(y0, y1)};
+            for (std::size_t side = 0; side < 4; ++side) {
+                const std::size_t axis = side % 2 * 4;
+                const double extent = std::round(metafile_number(bytes, 80 + axis) * units);
+                EXPECT_NEAR(metafile_number(bytes, 8 + 4 * side),
+                            bounds[side] * metafile_number(bytes, 72 + axis) / extent, 0.500001)
+                    << mode;
+            }
         }
     }
 }

@@ -35,6 +35,17 @@ TEST_F(Windows, AreMadeAndDestroyedInOrder) {
     EXPECT_EQ(take_log(), (Lines{"destroy"})); // what was posted went with it
 }
 
+// Fills an area outside of painting.
+void fill(HWND window, const RECT& area) {
+    HDC device = GetDC(window);
+    FillRect(device, &area, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    ReleaseDC(window, device);
+}
+
+HWND create(const char* name) {
+    return CreateWindowExA(0, name, "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+}
+
 TEST_F(Windows, FaultyClassesAndWindowsAreRefused) {
     WNDCLASSEXA again{};
     again.cbSize = sizeof again;
@@ -42,18 +53,14 @@ TEST_F(Windows, FaultyClassesAndWindowsAreRefused) {
     again.lpszClassName = "Logging";
     EXPECT_EQ(RegisterClassExA(&again), 0);
     EXPECT_EQ(GetLastError(), ERROR_CLASS_ALREADY_EXISTS);
-    EXPECT_EQ(
-        CreateWindowExA(0, "No such class", "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
-        nullptr);
+    EXPECT_EQ(create("No such class"), nullptr);
     EXPECT_NE(GetLastError(), ERROR_SUCCESS);
     on_message = [](HWND window, UINT message, WPARAM) {
         return message == WM_CREATE ? LRESULT{DestroyWindow(window)} : 0;
     };
-    EXPECT_EQ(CreateWindowExA(0, "Logging", "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
-              nullptr);
+    EXPECT_EQ(create("Logging"), nullptr);
     on_message = [](HWND, UINT message, WPARAM) { return message == WM_CREATE ? -1 : 0; };
-    EXPECT_EQ(CreateWindowExA(0, "Logging", "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
-              nullptr);
+    EXPECT_EQ(create("Logging"), nullptr);
     EXPECT_EQ(GetDC(reinterpret_cast<HWND>(12345)), nullptr);
 }
 
@@ -95,13 +102,8 @@ TEST_F(Windows, PaintAfterEverythingElseAndEraseOnlyWhenAsked) {
 }
 
 TEST_F(Windows, DrawingOutsidePaintingStaysAndPaintingIsClipped) {
-    HBRUSH ink = CreateSolidBrush(RGB(1, 2, 3));
-    HDC dc = GetDC(window_);
-    const RECT left{0, 0, 50, 50};
-    FillRect(dc, &left, ink);
-    ReleaseDC(window_, dc);
-
-    on_message = [ink](HWND window, UINT message, WPARAM) -> LRESULT {
+    fill(window_, {0, 0, 50, 50});
+    on_message = [](HWND window, UINT message, WPARAM) -> LRESULT {
         if (message != WM_PAINT) {
             return 0;
         }
@@ -114,7 +116,7 @@ TEST_F(Windows, DrawingOutsidePaintingStaysAndPaintingIsClipped) {
         EXPECT_EQ(paint.rcPaint.left, 100);
         EXPECT_EQ(paint.rcPaint.right, 140);
         const RECT all{0, 0, 400, 400};
-        FillRect(on, &all, ink);
+        FillRect(on, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
         EndPaint(window, &paint);
         return 1;
     };
@@ -124,22 +126,18 @@ TEST_F(Windows, DrawingOutsidePaintingStaysAndPaintingIsClipped) {
     InvalidateRect(window_, &two, FALSE);
     settle();
     on_message = nullptr;
-    EXPECT_EQ(user::pixel(window_, 10, 10), RGB(1, 2, 3));
-    EXPECT_EQ(user::pixel(window_, 119, 29), RGB(1, 2, 3));
-    EXPECT_EQ(user::pixel(window_, 139, 39), RGB(1, 2, 3));
+    EXPECT_EQ(user::pixel(window_, 10, 10), RGB(0, 0, 0));
+    EXPECT_EQ(user::pixel(window_, 119, 29), RGB(0, 0, 0));
+    EXPECT_EQ(user::pixel(window_, 139, 39), RGB(0, 0, 0));
     EXPECT_EQ(user::pixel(window_, 120, 10), RGB(255, 255, 255)); // between the two parts
     EXPECT_EQ(user::pixel(window_, 119, 35), RGB(255, 255, 255));
     InvalidateRect(window_, nullptr, TRUE);
     settle();
     EXPECT_EQ(user::pixel(window_, 10, 10), RGB(255, 255, 255));
-    DeleteObject(ink);
 }
 
 TEST_F(Windows, AMoveAndAnExposureLeaveWhatIsDrawn) {
-    HDC dc = GetDC(window_);
-    const RECT square{0, 0, 50, 50};
-    FillRect(dc, &square, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-    ReleaseDC(window_, dc);
+    fill(window_, {0, 0, 50, 50});
     RECT place{};
     GetWindowRect(window_, &place);
     MoveWindow(window_, place.left + 30, place.top + 10, place.right - place.left,

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -18,11 +17,8 @@ using namespace pelmora_test;
 using Texts = std::vector<std::string>;
 
 void set_text(const std::string& text) {
-    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
-    GlobalUnlock(memory);
     ASSERT_TRUE(OpenClipboard(nullptr) && EmptyClipboard());
-    EXPECT_EQ(SetClipboardData(CF_TEXT, memory), memory);
+    offer_text(text);
     EXPECT_TRUE(CloseClipboard());
 }
 

@@ -21,10 +21,7 @@ class Clipboards : public Windows {
   protected:
     void copy(const std::string& text, bool with_picture) const {
         ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
-        HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-        std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
-        GlobalUnlock(memory);
-        EXPECT_EQ(SetClipboardData(CF_TEXT, memory), memory);
+        offer_text(text);
         if (with_picture) {
             HDC device = CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
             LineTo(device, 100, 50);

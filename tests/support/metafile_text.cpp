@@ -1,6 +1,5 @@
 #include "tests/support/metafile_text.h"
 
-#include <cstdint>
 #include <cstdio>
 
 namespace pelmora_test {
@@ -14,13 +13,7 @@ class Reader {
     std::uint32_t u16(std::size_t offset) const { return byte(offset) | byte(offset + 1) << 8U; }
     std::uint32_t u32(std::size_t offset) const { return u16(offset) | u16(offset + 2) << 16U; }
     std::string numbers(std::size_t offset, int count) const {
-        std::string text;
-        for (int i = 0; i < count; ++i) {
-            text += ' ';
-            text += std::to_string(static_cast<std::int32_t>(u32(offset)));
-            offset += 4;
-        }
-        return text;
+        return metafile_numbers(bytes_, at_ + offset, count);
     }
 
   private:
@@ -101,6 +94,18 @@ std::vector<std::string> metafile_lines(const std::string& bytes) {
         return damaged("count of records");
     }
     return lines;
+}
+
+std::int32_t metafile_number(const std::string& bytes, std::size_t offset) {
+    return static_cast<std::int32_t>(Reader(bytes).u32(offset));
+}
+
+std::string metafile_numbers(const std::string& bytes, std::size_t offset, int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i, offset += 4) {
+        text.append(" ").append(std::to_string(metafile_number(bytes, offset)));
+    }
+    return text;
 }
 
 } // namespace pelmora_test

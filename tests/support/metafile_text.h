@@ -1,6 +1,7 @@
 // Enhanced metafiles as text: a line for each record, to be compared whole.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -11,5 +12,9 @@ namespace pelmora_test {
 // the header as "HEADER bounds l t r b frame l t r b handles n description NAME/PICTURE". A fault
 // in the structure (sizes, counts) ends the list with "DAMAGED" and what is wrong.
 std::vector<std::string> metafile_lines(const std::string& bytes);
+
+// The number at an offset of a metafile's bytes, and `count` from there on, such as " 1 -2".
+std::int32_t metafile_number(const std::string& bytes, std::size_t offset);
+std::string metafile_numbers(const std::string& bytes, std::size_t offset, int count);
 
 } // namespace pelmora_test

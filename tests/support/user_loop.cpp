@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace pelmora_test {
 
 void run(user::Script& script) {
@@ -39,6 +41,13 @@ HWND show_owner() {
                                  nullptr, nullptr, nullptr, nullptr);
     ShowWindow(owner, SW_SHOW);
     return owner;
+}
+
+void offer_text(const std::string& text) {
+    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+    GlobalUnlock(memory);
+    EXPECT_EQ(SetClipboardData(CF_TEXT, memory), memory);
 }
 
 std::vector<std::string> alerts_of(const std::function<void()>& action,

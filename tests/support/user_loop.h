@@ -19,6 +19,9 @@ void settle();
 // Shows a window that only owns what a test opens; the caller's to destroy.
 HWND show_owner();
 
+// Gives a text to the clipboard, which the caller has opened.
+void offer_text(const std::string& text);
+
 // Runs `action`, which opens alerts, and dismisses each; the texts that they showed, in order.
 // Before it is dismissed, `look` is called with it.
 std::vector<std::string> alerts_of(const std::function<void()>& action,
