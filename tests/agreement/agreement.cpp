@@ -59,21 +59,6 @@ constexpr Known kPopulations[] = {
      0xB8DC72C3510B3C0CU},
 };
 
-// The pixels of an area, row by row, as 0x..RRGGBB.
-struct Picture {
-    int width, height;
-    std::vector<std::uint32_t> pixels;
-
-    Picture part(const RECT& area) const {
-        Picture result{area.right - area.left, area.bottom - area.top, {}};
-        for (int y = area.top; y < area.bottom; ++y) {
-            const auto row = pixels.begin() + std::ptrdiff_t{y} * width;
-            result.pixels.insert(result.pixels.end(), row + area.left, row + area.right);
-        }
-        return result;
-    }
-};
-
 // Fowler, Noll and Vo's hash, on whole values: a single one that differs always shows.
 template <class Values>
 std::uint64_t hash_of(const Values& values) {
@@ -93,8 +78,8 @@ class Report {
     void number(int program, const std::string& kind, double value) {
         line(program, kind, std::bit_cast<std::uint64_t>(value));
     }
-    void picture(int program, const std::string& kind, const Picture& picture) {
-        line(program, kind, hash_of(picture.pixels));
+    void pixels(int program, const std::string& kind, const std::vector<std::uint32_t>& pixels) {
+        line(program, kind, hash_of(pixels));
     }
     void file(int program, const std::string& kind, const std::string& bytes) {
         line(program, kind + " " + std::to_string(bytes.size()), hash_of(bytes));
@@ -186,10 +171,6 @@ void resize(HWND window, const Size& size) {
     } while (!has_size(window, size));
 }
 
-Picture shown(HWND window, const RECT& area) {
-    return {area.right - area.left, area.bottom - area.top, user::pixels(window, area)};
-}
-
 void redraw(HWND window) {
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
     UpdateWindow(window);
@@ -208,17 +189,17 @@ void uncover(HWND window, const LogoWindow* record) {
 // The grid with its frames, and the cells' own pictures; `first` is the program of the first cell.
 void report_cells(Report* report, int first, HWND window, const LogoWindow* record) {
     constexpr int kAround = 6; // frames and gaps
-    const RECT whole{0, 0, kGrid.width, kGrid.height};
     resize(window, kGrid);
-    const Picture framed = shown(window, whole);
-    uncover(window, record);
-    const Picture bare = shown(window, whole);
+    std::vector<std::vector<std::uint32_t>> framed;
     for (int i = 0; i < record->lifeCount; ++i) {
         const RECT cell = LogoCellRect(record, i);
-        report->picture(first + i, "cell", bare.part(cell));
-        report->picture(first + i, "framed cell",
-                        framed.part({cell.left - kAround, cell.top - kAround, cell.right + kAround,
-                                     cell.bottom + kAround}));
+        framed.push_back(user::pixels(window, {cell.left - kAround, cell.top - kAround,
+                                               cell.right + kAround, cell.bottom + kAround}));
+    }
+    uncover(window, record);
+    for (int i = 0; i < record->lifeCount; ++i) {
+        report->pixels(first + i, "cell", user::pixels(window, LogoCellRect(record, i)));
+        report->pixels(first + i, "framed cell", framed[static_cast<std::size_t>(i)]);
     }
 }
 
@@ -230,8 +211,8 @@ void report_single_views(Report* report, int first, HWND window, LogoWindow* rec
         for (int i = 0; i < record->lifeCount; ++i) {
             record->zoomTree = record->current->lifers[i].program;
             redraw(window);
-            report->picture(first + i, "single " + name_of(size),
-                            shown(window, {0, 0, size.width, size.height}));
+            report->pixels(first + i, "single " + name_of(size),
+                           user::pixels(window, {0, 0, size.width, size.height}));
         }
     }
     record->showGrid = 1;
@@ -245,8 +226,8 @@ void report_editors(Report* report, int first, HWND editor, const LogoWindow* re
         for (int i = 0; i < record->lifeCount; ++i) {
             engine->tree.reset(expr_copy_tree(record->current->lifers[i].program));
             redraw(editor);
-            report->picture(first + i, "editor " + name_of(size),
-                            shown(editor, {0, kEditorTop, size.width, size.height}));
+            report->pixels(first + i, "editor " + name_of(size),
+                           user::pixels(editor, {0, kEditorTop, size.width, size.height}));
         }
     }
 }

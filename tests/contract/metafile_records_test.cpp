@@ -160,9 +160,6 @@ TEST(Metafile, LivesInMemoryWithoutAName) {
     SetLastError(ERROR_SUCCESS);
     EXPECT_EQ(CloseEnhMetaFile(nullptr), nullptr);
     EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
-    SetLastError(ERROR_SUCCESS);
-    EXPECT_EQ(SetMapMode(nullptr, MM_TEXT), 0);
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
 }
 
 TEST(Metafile, IsRefusedWhereItCannotBeWritten) {

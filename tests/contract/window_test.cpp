@@ -7,7 +7,6 @@
 #include <functional>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace {
 

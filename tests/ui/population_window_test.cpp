@@ -35,10 +35,10 @@ TEST(PopulationWindow, CellsFillRowAfterRow) {
         ASSERT_EQ(record->columns, columns) << width;
         for (int i = 0; i < 20; ++i) {
             const RECT cell = LogoCellRect(record, i);
-            ASSERT_EQ(cell.left, 6 + 100 * (i % columns));
-            ASSERT_EQ(cell.top, 6 + 100 * (i / columns));
-            ASSERT_EQ(cell.right - cell.left, 88);
-            ASSERT_EQ(cell.bottom - cell.top, 88);
+            const LONG left = 6 + 100 * (i % columns);
+            const LONG top = 6 + 100 * (i / columns);
+            ASSERT_TRUE(cell.left == left && cell.right == left + 88) << i;
+            ASSERT_TRUE(cell.top == top && cell.bottom == top + 88) << i;
             const auto hit = [&](LONG x, LONG y) {
                 return LogoHitTest(window.handle(), record, {x, y});
             };
