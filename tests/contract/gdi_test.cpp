@@ -142,16 +142,6 @@ TEST_F(Gdi, CopiesWhatLiesInBothPictures) {
     }
 }
 
-TEST_F(Gdi, KnowsWhatCanBeSeen) {
-    for (const RECT& seen : {RECT{0, 0, 1, 1}, {-5, -5, 1, 1}, {11, 7, 50, 50}, {-9, -9, 99, 99}}) {
-        EXPECT_TRUE(RectVisible(dc_, &seen)) << seen.left;
-    }
-    for (const RECT& unseen :
-         {RECT{-5, -5, 0, 0}, {12, 0, 50, 50}, {0, 8, 5, 9}, {4, 4, 4, 6}, {4, 4, 6, 4}}) {
-        EXPECT_FALSE(RectVisible(dc_, &unseen)) << unseen.left;
-    }
-}
-
 // Where memory ran out, the program goes on without a picture.
 TEST_F(Gdi, WithoutABitmapNothingFails) {
     HDC screen = GetDC(nullptr);

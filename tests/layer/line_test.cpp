@@ -32,7 +32,6 @@ class Canvas {
             }
         }
     }
-    void plot(int x, int y) { pixels_[static_cast<std::size_t>(y * kSize + x)] = 1; }
     bool operator==(const Canvas&) const = default;
 
   private:
@@ -75,17 +74,14 @@ TEST(Line, FarAndEmptyOnesTouchNothingElse) {
         canvas.line({10, 0, 12, kSize}, -far, 7, far, 7, width);
         Canvas two;
         for (int row = 7 - width / 2; row < 7 - width / 2 + width; ++row) {
-            two.plot(10, row);
-            two.plot(11, row);
+            two.line({10, 0, 12, kSize}, 0, row, kSize, row);
         }
         EXPECT_TRUE(canvas == two);
     }
     Canvas full;
     full.line({10, 7, 12, 8}, -far, far, far, -far, far); // a pen wider than all
-    full.line({10, 7, 12, 8}, 0, 0, 0, 0, far);
     Canvas two;
-    two.plot(10, 7);
-    two.plot(11, 7);
+    two.line({10, 7, 12, 8}, 0, 7, 30, 7);
     EXPECT_TRUE(full == two);
 }
 

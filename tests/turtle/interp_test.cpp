@@ -199,44 +199,38 @@ TEST(Interp, DrawsInOneRunWhatTwoPlainOnesDo) {
     }
 }
 
-struct Outcome {
-    int result;
-    DrawContext ctx;
-};
-
-Outcome run(const ExprNode* tree, int max_steps = kDefaultMaxSteps) {
+DrawContext run(const ExprNode* tree, int max_steps = kDefaultMaxSteps) {
     DrawContext ctx{};
     ctx.max_steps = max_steps;
     draw_reset(&ctx);
-    const int result = draw_run(nullptr, &ctx, tree, nullptr);
-    return {result, ctx};
+    draw_run(nullptr, &ctx, tree, nullptr);
+    return ctx;
 }
 
 // Each would take hours, or more memory than there is, if what costs no step cost time.
 TEST(Interp, TakesNoTimeForWhatCostsNoStep) {
     Grove grove;
-    Outcome out = run(grove.nested(REPEAT_100, 9, grove.call(BLOCK, {})));
-    EXPECT_EQ(out.result, 1);
-    EXPECT_EQ(out.ctx.steps, 0);
-    EXPECT_EQ(out.ctx.repetitions, INT32_MAX);
+    DrawContext out = run(grove.nested(REPEAT_100, 9, grove.call(BLOCK, {})));
+    EXPECT_EQ(out.steps, 0);
+    EXPECT_EQ(out.repetitions, INT32_MAX);
 
     ExprNode* step = grove.leaf(FWD_1);
     ExprNode* skipped = grove.call(IF_PEN_UP, {step, grove.call(REPEAT_2, {})});
     out = run(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {grove.many(31, skipped), step})));
-    EXPECT_EQ(out.ctx.steps, kDefaultMaxSteps + 1);
-    EXPECT_EQ(out.ctx.repetitions, INT32_MAX);
+    EXPECT_EQ(out.steps, kDefaultMaxSteps + 1);
+    EXPECT_EQ(out.repetitions, INT32_MAX);
 
     // A pass that lifts the pen and leaves nothing to do for the next, a million times around.
     ExprNode* lift = grove.call(IF_PEN_DOWN, {grove.leaf(PEN_UP), grove.call(BLOCK, {})});
     ExprNode* lifts = grove.nested(REPEAT_2, 1'000'000, lift);
     out = run(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {grove.leaf(PEN_DOWN), lifts})));
-    EXPECT_EQ(out.ctx.steps, kDefaultMaxSteps + 1);
+    EXPECT_EQ(out.steps, kDefaultMaxSteps + 1);
 
     // Every pass leaves the pen as the pass before did not.
     ExprNode* toggle = grove.call(IF_PEN_UP, {grove.leaf(PEN_DOWN), grove.leaf(PEN_UP)});
     out = run(grove.nested(REPEAT_3, 200'000, grove.call(BLOCK, {toggle, step})), INT16_MAX);
-    EXPECT_EQ(out.ctx.steps, INT16_MAX + 1);
-    EXPECT_EQ(out.ctx.distance, 16383);
+    EXPECT_EQ(out.steps, INT16_MAX + 1);
+    EXPECT_EQ(out.distance, 16383);
 
     // Every repeat has children that are left out, and ends in another pen state than it begins.
     ExprNode* deep = step;
@@ -244,7 +238,7 @@ TEST(Interp, TakesNoTimeForWhatCostsNoStep) {
         ExprNode* never = grove.call(IF_PEN_UP, {grove.call(BLOCK, {step}), step});
         deep = grove.call(REPEAT_2, {grove.leaf(PEN_DOWN), never, deep, grove.leaf(PEN_UP)});
     }
-    EXPECT_EQ(run(deep).ctx.steps, kDefaultMaxSteps + 1);
+    EXPECT_EQ(run(deep).steps, kDefaultMaxSteps + 1);
 
     // The same where nothing on the way down costs a step.
     ExprNode* idle = grove.call(BLOCK, {});
@@ -253,7 +247,7 @@ TEST(Interp, TakesNoTimeForWhatCostsNoStep) {
     for (int i = 0; i < 200'000; ++i) {
         deep = grove.call(REPEAT_2, {never, deep});
     }
-    EXPECT_EQ(run(deep).ctx.steps, kDefaultMaxSteps + 1);
+    EXPECT_EQ(run(deep).steps, kDefaultMaxSteps + 1);
 }
 
 TEST(Interp, RunsAMillionLevels) {
@@ -262,17 +256,17 @@ TEST(Interp, RunsAMillionLevels) {
     for (int i = 0; i < 1'000'000; ++i) {
         chain = grove.call(i % 3 == 0 ? IF_PEN_DOWN : BLOCK, {chain, grove.leaf(RED_1)});
     }
-    EXPECT_EQ(run(chain, INT32_MAX).ctx.steps, 666'667);
-    EXPECT_EQ(run(grove.nested(REPEAT_2, 1'000'000, chain)).ctx.steps, kDefaultMaxSteps + 1);
+    EXPECT_EQ(run(chain, INT32_MAX).steps, 666'667);
+    EXPECT_EQ(run(grove.nested(REPEAT_2, 1'000'000, chain)).steps, kDefaultMaxSteps + 1);
 }
 
 TEST(Interp, EndsTheLogOfARun) {
     Grove grove;
     ExprNode* fault = grove.call(IF_PEN_UP, {});
     testing::internal::CaptureStderr();
-    const Outcome out = run(grove.nested(REPEAT_100, 5, fault));
+    const DrawContext out = run(grove.nested(REPEAT_100, 5, fault));
     const std::string log = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(out.ctx.repeats, 101'010'101);
+    EXPECT_EQ(out.repeats, 101'010'101);
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 10240);
     EXPECT_EQ(log.substr(0, 39), "ERROR INTERPLOGO: NUM CHILDREN is 0!\nER");
 }

@@ -143,14 +143,17 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
     const PopulationWindow window(small_params(8));
     give_program(window, 2, "( BLOCK ( FWD_10 ) ( RED_64 ) ( LEFT_90 ) ( PEN_UP ) ( FWD_5 ) )");
     const std::string title = "Enhanced Metafile Mapping";
+    const auto shows = [](HWND dialog, const char* pen, int mode) {
+        EXPECT_EQ(user::text(dialog, IDC_PEN_SIZE), pen);
+        EXPECT_TRUE(user::checked(dialog, mode));
+    };
     metaPenSize = "1";
     metaMapCode = "LM";
     Answers()
         .file(folder.path("turtle"))
         .dialog(title,
-                [](HWND dialog) {
-                    EXPECT_EQ(user::text(dialog, IDC_PEN_SIZE), "1");
-                    EXPECT_TRUE(user::checked(dialog, IDC_LOW_METRIC));
+                [&](HWND dialog) {
+                    shows(dialog, "1", IDC_LOW_METRIC);
                     user::click_control(dialog, IDC_HIGH_ENGLISH);
                     user::type(dialog, IDC_PEN_SIZE, "3");
                 })
@@ -164,9 +167,8 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
     Answers()
         .file(folder.path("none.emf"))
         .dialog(title,
-                [](HWND dialog) {
-                    EXPECT_EQ(user::text(dialog, IDC_PEN_SIZE), "3");
-                    EXPECT_TRUE(user::checked(dialog, IDC_HIGH_ENGLISH));
+                [&](HWND dialog) {
+                    shows(dialog, "3", IDC_HIGH_ENGLISH);
                     user::type(dialog, IDC_PEN_SIZE, "");
                     user::press(dialog, "Return");
                 })
