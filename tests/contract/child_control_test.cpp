@@ -1,6 +1,7 @@
 // Controls in windows of classes, and radio buttons, as the program relies on them.
 #include "resources/resource.h"
 #include "tests/contract/test_windows.h"
+#include "tests/support/answers.h"
 
 #include <gtest/gtest.h>
 
@@ -162,17 +163,15 @@ INT_PTR CALLBACK MarkingProc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
 }
 
 TEST_F(Windows, OneRadioButtonOfAGroupIsMarkedByMouseAndArrows) {
-    const auto dialog = [] { return user::find_window("Enhanced Metafile Mapping"); };
-    const auto marked = [&] {
+    const auto marked = [](HWND dialog) {
         std::string all;
         for (int id = IDC_LOW_METRIC; id <= IDC_TEXT_MODE; ++id) {
-            EXPECT_EQ(IsDlgButtonChecked(dialog(), id) == BST_CHECKED, user::checked(dialog(), id));
-            all += user::checked(dialog(), id) ? 'x' : '-';
+            EXPECT_EQ(IsDlgButtonChecked(dialog, id) == BST_CHECKED, user::checked(dialog, id));
+            all += user::checked(dialog, id) ? 'x' : '-';
         }
         return all;
     };
-    user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
-    script.await("the dialog", [&] { return dialog() != nullptr; });
+    Answers answers;
     const std::pair<const char*, std::function<void(HWND)>> steps[] = {
         {"---x-", [](HWND box) { user::click_control(box, IDC_LOW_METRIC); }},
         {"x----", [](HWND box) { user::press(box, "Down"); }},
@@ -181,13 +180,15 @@ TEST_F(Windows, OneRadioButtonOfAGroupIsMarkedByMouseAndArrows) {
         {"----x", [](HWND box) { user::press(box, "Return"); }},
     };
     for (const auto& [marks, action] : steps) {
-        script.then(marks, [&, m = marks, act = &action] {
-            EXPECT_EQ(marked(), m);
-            (*act)(dialog());
+        answers.dialog("Enhanced Metafile Mapping", [&, m = marks, act = &action](HWND box) {
+            EXPECT_EQ(marked(box), m);
+            (*act)(box);
         });
     }
-    script.start();
-    EXPECT_EQ(DialogBoxParamA(nullptr, MAKEINTRESOURCEA(IDD_METAFILE), window_, MarkingProc, 0), 7);
+    answers.during([&] {
+        EXPECT_EQ(DialogBoxParamA(nullptr, MAKEINTRESOURCEA(IDD_METAFILE), window_, MarkingProc, 0),
+                  7);
+    });
     EXPECT_EQ(take_log(), (Lines{"1012", "1013", "2", "1016", "1"}));
 }
 

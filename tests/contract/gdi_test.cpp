@@ -125,15 +125,13 @@ TEST_F(Gdi, CopiesWhatLiesInBothPictures) {
         int x, y, width, height, from_x, from_y;
         const char* drawn;
     };
-    const Case cases[] = {
-        {-1, -1, 8, 8, 0, 0, "##\n##\n"},
-        {2, 1, 8, 8, -2, -2, "\n\n\n....0000\n....0##\n....0##\n....0\n"},
-        {11, 7, 4, 4, 1, 1, "\n\n\n\n\n\n\n...........#\n"},
-        {2, 1, 1, 2, 1, 1, "\n..#\n..#\n"},
-        {2, 1, 0, 2, 1, 1, ""},
-        {50, 1, 4, 4, 0, 0, ""},
-        {0, 0, 4, 4, 10, 10, ""},
-    };
+    const Case cases[] = {{-1, -1, 8, 8, 0, 0, "##\n##\n"},
+                          {2, 1, 8, 8, -2, -2, "\n\n\n....0000\n....0##\n....0##\n....0\n"},
+                          {11, 7, 4, 4, 1, 1, "\n\n\n\n\n\n\n...........#\n"},
+                          {2, 1, 1, 2, 1, 1, "\n..#\n..#\n"},
+                          {2, 1, 0, 2, 1, 1, ""},
+                          {50, 1, 4, 4, 0, 0, ""},
+                          {0, 0, 4, 4, 10, 10, ""}};
     for (const Case& c : cases) {
         canvas_.clear();
         EXPECT_EQ(BitBlt(dc_, c.x, c.y, c.width, c.height, other.dc(), c.from_x, c.from_y, SRCCOPY),

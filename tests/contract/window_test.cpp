@@ -1,6 +1,7 @@
 // Windows, their messages and their dialogs, as the program relies on them.
 #include "resources/resource.h"
 #include "tests/contract/test_windows.h"
+#include "tests/support/answers.h"
 
 #include <algorithm>
 #include <cstring>
@@ -218,10 +219,6 @@ INT_PTR open_dialog(HWND owner, int id = IDD_ABOUT, DLGPROC procedure = EndingPr
     return DialogBoxParamA(nullptr, MAKEINTRESOURCEA(static_cast<WORD>(id)), owner, procedure, 5);
 }
 
-bool about_is_open() {
-    return user::find_window("About") != nullptr;
-}
-
 TEST_F(Windows, DialogsEndByKeyButtonAndCloseBox) {
     const std::pair<const char*, std::function<void(HWND)>> ways[] = {
         {"command 1", [](HWND dialog) { user::press(dialog, "Return"); }},
@@ -230,78 +227,55 @@ TEST_F(Windows, DialogsEndByKeyButtonAndCloseBox) {
         {"command 2", [](HWND dialog) { user::close(dialog); }},
     };
     for (const auto& [line, way] : ways) {
-        user::Script script(end_script);
         INT_PTR result = 0;
-        script.then("open", [&] { PostMessageA(window_, WM_USER, 0, 0); });
-        on_message = [&](HWND window, UINT message, WPARAM) -> LRESULT {
-            result = message == WM_USER ? open_dialog(window) : result;
-            return 0;
-        };
-        script.await("the dialog", about_is_open);
-        script.then("a key for the owner, which must not hear it", [&] {
-            user::press(window_, "Ctrl+E");
-            user::click(window_, 9, 9);
-        });
-        script.then("end it", [&, w = &way] { (*w)(user::find_window("About")); });
-        script.await("its end", [] { return !about_is_open(); });
-        run(script);
-        EXPECT_EQ(take_log(), (Lines{"user 0", "init 5", line}));
-        EXPECT_EQ(result, 40 + (std::strcmp(line, "command 1") == 0 ? 1 : 2));
+        Answers()
+            .dialog("About",
+                    [&](HWND) { // which its owner must not hear
+                        user::press(window_, "Ctrl+E");
+                        user::click(window_, 9, 9);
+                    })
+            .dialog("About", way)
+            .gone("About")
+            .during([&] { result = open_dialog(window_); });
+        EXPECT_EQ(take_log(), (Lines{"init 5", line}));
+        EXPECT_EQ(result, std::strcmp(line, "command 1") == 0 ? 41 : 42);
     }
 }
 
 TEST_F(Windows, ADialogGoesWithItsOwnerAndOtherWindowsLiveOn) {
-    user::Script script(end_script);
-    INT_PTR result = 0;
     HWND other = show_other();
-    on_message = [&](HWND window, UINT message, WPARAM) -> LRESULT {
-        if (message == WM_USER) {
-            result = open_dialog(window);
-            EXPECT_FALSE(IsWindow(window));
-        }
-        return 0;
-    };
-    script.then("open", [&] {
-        take_log();
-        PostMessageA(window_, WM_USER, 0, 0);
-    });
-    script.await("the dialog", about_is_open);
-    script.then("use the other window", [&] { user::click(other, 5, 6); });
-    script.then("paint it", [&] { InvalidateRect(other, nullptr, FALSE); });
-    script.then("destroy the owner", [&] { DestroyWindow(window_); });
-    script.await("its end", [] { return !about_is_open(); });
-    run(script);
-    EXPECT_NE(result, IDOK);
-    EXPECT_EQ(take_log(), (Lines{"user 0", "init 5", "left 1 at 5,6", "paint", "destroy"}));
+    settle();
+    take_log();
+    Answers()
+        .dialog("About", [&](HWND) { user::click(other, 5, 6); })
+        .then([&] { InvalidateRect(other, nullptr, FALSE); })
+        .then([&] { DestroyWindow(window_); })
+        .gone("About")
+        .during([&] { EXPECT_NE(open_dialog(window_), IDOK); });
+    EXPECT_FALSE(IsWindow(window_));
+    EXPECT_EQ(take_log(), (Lines{"init 5", "left 1 at 5,6", "paint", "destroy"}));
     DestroyWindow(other);
 }
 
 TEST_F(Windows, TwoDialogsEndInAnyOrderAndWaitingWindowsHearNoInput) {
     HWND other = show_other();
-    on_message = [&](HWND window, UINT message, WPARAM) -> LRESULT {
-        return message == WM_USER ? open_dialog(window, window == other ? IDD_MESSAGE : IDD_ABOUT)
-                                  : 0;
+    settle();
+    take_log();
+    on_message = [](HWND window, UINT message, WPARAM) -> LRESULT {
+        return message == WM_USER ? open_dialog(window, IDD_MESSAGE) : 0;
     };
-    user::Script script(end_script);
-    script.then("the first, with a click already waiting behind it", [&] {
-        take_log();
-        PostMessageA(window_, WM_USER, 0, 0);
-        user::click(window_, 9, 9);
-        user::close(window_);
-    });
-    script.await("it", about_is_open);
-    script.then("the second", [&] { PostMessageA(other, WM_USER, 0, 0); });
-    script.await("it too", [] { return user::find_window("Dialog") != nullptr; });
-    script.then("end the first", [] { user::click_control(user::find_window("About"), IDOK); });
-    script.then("its owner hears again", [&] {
-        EXPECT_EQ(user::find_window("About"), nullptr);
-        user::click(window_, 8, 8);
-        user::press(user::find_window("Dialog"), "Return");
-    });
-    script.await("the end", [] { return user::find_window("Dialog") == nullptr; });
-    run(script);
-    EXPECT_EQ(take_log(), (Lines{"user 0", "init 5", "user 0", "init 5", "command 1",
-                                 "left 1 at 8,8", "command 1"}));
+    user::click(window_, 9, 9); // waits behind the first
+    user::close(window_);
+    Answers()
+        .dialog("About", [&](HWND) { PostMessageA(other, WM_USER, 0, 0); })
+        .dialog("Dialog", [](HWND) { user::click_control(user::find_window("About"), IDOK); })
+        .gone("About")
+        .then([&] { user::click(window_, 8, 8); }) // its owner hears again
+        .press("Dialog", "Return")
+        .gone("Dialog")
+        .during([&] { open_dialog(window_); });
+    EXPECT_EQ(take_log(),
+              (Lines{"init 5", "user 0", "init 5", "command 1", "left 1 at 8,8", "command 1"}));
     DestroyWindow(other);
 }
 

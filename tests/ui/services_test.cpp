@@ -53,19 +53,17 @@ TEST(Services, DialogsStandInTheUpperMiddle) {
 }
 
 TEST(Services, TypedNumbersReadAsFarAsTheyGo) {
-    const std::pair<const char*, int> cases[] = {
-        {"48", 48},
-        {" \t\n7", 7},
-        {"-5", -5},
-        {"+6x", 6},
-        {"", 0},
-        {" ", 0},
-        {"abc", 0},
-        {"--4", 0},
-        {"99999999999", INT_MAX},
-        {"-99999999999999999999999", -INT_MAX},
-        {"2147483648", INT_MAX},
-    };
+    const std::pair<const char*, int> cases[] = {{"48", 48},
+                                                 {" \t\n7", 7},
+                                                 {"-5", -5},
+                                                 {"+6x", 6},
+                                                 {"", 0},
+                                                 {" ", 0},
+                                                 {"abc", 0},
+                                                 {"--4", 0},
+                                                 {"99999999999", INT_MAX},
+                                                 {"-99999999999999999999999", -INT_MAX},
+                                                 {"2147483648", INT_MAX}};
     for (const auto& [text, number] : cases) {
         EXPECT_EQ(TypedNumber(text), number) << text;
     }
