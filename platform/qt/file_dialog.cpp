@@ -167,9 +167,6 @@ void set_up(QFileDialog& dialog, const OPENFILENAMEA& request) {
         dialog.setNameFilters(filters);
         dialog.selectNameFilter(filters.value(static_cast<int>(request.nFilterIndex) - 1));
     }
-    if (request.lpstrFile[0] != '\0') {
-        dialog.selectFile(QFile::decodeName(request.lpstrFile));
-    }
 }
 
 // Puts the path into the request. False when it has no room.

@@ -104,7 +104,7 @@ struct OPENFILENAMEA {
     HWND hwndOwner;
     LPCSTR lpstrFilter; // pairs of a text and a pattern, each with its zero, and one more zero
     DWORD nFilterIndex; // from 1
-    LPSTR lpstrFile;    // in: the name proposed; out: the full path
+    LPSTR lpstrFile;    // out: the full path. Here: no name is proposed
     DWORD nMaxFile;     // bytes of room
     DWORD Flags;
 };

@@ -2,6 +2,8 @@
 #include "ui/engine_window.h"
 
 #include "resources/resource.h"
+#include "tests/files/folder.h"
+#include "tests/support/answers.h"
 #include "tests/support/failing_new.h"
 #include "tests/support/trees.h"
 #include "tests/ui/program.h"
@@ -50,10 +52,10 @@ class Editor {
 TEST(EngineWindow, TheLimitCountsOnceRedrawIsPressed) {
     const Editor editor("( BLOCK ( FWD_10 ) ( LEFT_90 ) ( FWD_10 ) ( LEFT_90 ) ( FWD_100 ) )");
     int last = 10240;
-    for (const auto& [typed, limit] : {std::pair("1", 1),
-                                       {"", 0},
+    for (const auto& [typed, limit] : {std::pair("", 0),
                                        {"99999999999", 2147483647},
-                                       {"12a-b4", 124}}) { // digits only
+                                       {"12a-b4", 124}, // digits only
+                                       {"1", 1}}) {
         user::type(editor.handle(), IDC_LIMIT, typed);
         settle();
         EXPECT_EQ(editor.record()->stepLimit, last);
@@ -62,6 +64,11 @@ TEST(EngineWindow, TheLimitCountsOnceRedrawIsPressed) {
         EXPECT_EQ(editor.record()->stepLimit, limit);
         last = limit;
     }
+    const Folder folder;
+    Answers().file(folder.path("limited.ps")).to(editor, IDM_SAVE_EPS);
+    const std::string text = content_of(folder.path("limited.ps"));
+    EXPECT_NE(text.find("\r\n%%BoundingBox: -2 -2 12 2\r\n"), std::string::npos);
+    EXPECT_NE(text.find("\r\n/MAXSTEPS 1 def\r\n"), std::string::npos);
     user::resize(editor.handle(), 200, 30); // no room for a drawing
     settle();
 }

@@ -119,25 +119,6 @@ TEST(Exchange, ALoadOfFewTurtlesLeavesTheOthersAndRemakesAll) {
     EXPECT_EQ(window.programs(), wanted);
 }
 
-TEST(Exchange, TheEditorsPostScriptHasItsLimit) {
-    const Folder folder;
-    const PopulationWindow window(small_params(8));
-    give_program(window, 2, "( BLOCK ( FWD_10 ) ( FWD_50 ) )");
-    window.command(IDM_EDIT_TURTLE);
-    settle();
-    HWND editor = user::find_window("Turtle Editor");
-    user::type(editor, IDC_LIMIT, "1");
-    settle();
-    user::click_control(editor, IDC_REDRAW);
-    settle();
-    Answers().file(folder.path("limited.ps")).to(editor, IDM_SAVE_EPS);
-    user::close(editor);
-    settle();
-    const std::string text = content_of(folder.path("limited.ps"));
-    EXPECT_NE(text.find("\r\n%%BoundingBox: -2 -2 12 2\r\n"), std::string::npos);
-    EXPECT_NE(text.find("\r\n/MAXSTEPS 1 def\r\n"), std::string::npos);
-}
-
 TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
     const Folder folder;
     const PopulationWindow window(small_params(8));
@@ -239,20 +220,23 @@ TEST(Exchange, AMillionLeavesGoThroughEveryCommand) {
 // Whatever a dialog stands over may go while it is open.
 TEST(Exchange, ClosingTheWindowEndsItsCommand) {
     const Folder folder;
-    for (const int command : {IDM_LOAD_TURTLE, IDM_SAVE_TURTLE, IDM_SAVE_EPS, IDM_SAVE_METAFILE,
-                              IDM_SAVE_POPULATION, IDM_LOAD_POPULATION, IDM_PRINT_TURTLE}) {
+    for (const int command :
+         {IDM_LOAD_TURTLE, IDM_SAVE_TURTLE, IDM_SAVE_EPS, IDM_SAVE_METAFILE, IDM_SAVE_POPULATION,
+          IDM_LOAD_POPULATION, IDM_PRINT_TURTLE, IDM_REVERT}) {
         const PopulationWindow window(small_params(8));
         window.record()->selected = 1;
         HWND handle = window.handle();
         Answers answers;
-        if (command == IDM_PRINT_TURTLE) {
-            answers.dialog("Print Pensize", [handle](HWND) { DestroyWindow(handle); });
+        if (command == IDM_PRINT_TURTLE || command == IDM_REVERT) {
+            answers.dialog(command == IDM_REVERT ? "Dialog" : "Print Pensize",
+                           [handle](HWND) { DestroyWindow(handle); });
         } else {
             answers.then([] {}).then([handle] { DestroyWindow(handle); });
         }
         answers.to(window, command);
         EXPECT_FALSE(IsWindow(handle)) << command;
         EXPECT_EQ(user::system_dialog(), "") << command;
+        EXPECT_EQ(user::find_window("Dialog"), nullptr);
     }
 }
 

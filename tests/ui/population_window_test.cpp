@@ -115,14 +115,4 @@ TEST(PopulationWindow, CreationThatRunsOutOfMemoryTellsSoAndLeavesNothing) {
     EXPECT_EQ(user::count_windows("Pelmora Logo Window"), 0);
 }
 
-TEST(PopulationWindow, ClosingUnderAnAlertEndsTheCommandThere) {
-    const PopulationWindow window(small_params(8));
-    const auto texts = alerts_of([&] { window.command(IDM_MUTATE); },
-                                 [&](HWND) { DestroyWindow(window.handle()); });
-    EXPECT_EQ(texts.size(), 1U);
-    EXPECT_FALSE(IsWindow(window.handle()));
-    settle();
-    EXPECT_EQ(user::find_window("Dialog"), nullptr);
-}
-
 } // namespace
