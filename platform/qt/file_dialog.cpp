@@ -96,7 +96,7 @@ class FileDialog : public QFileDialog {
         }
         if (!path.isEmpty() && acceptable(path)) {
             chosen_ = path;
-            QDialog::accept();
+            QDialog::accept(); // NOLINT(bugprone-parent-virtual-call): not another look at the name
         }
     }
 

@@ -69,7 +69,8 @@ TEST(Eps, DeepProgramsNeedNoDeepStack) {
     constexpr int kLevels = 2000;
     const std::string text = body(times(kLevels, "( REPEAT_2 ") + times(kLevels, " )"));
     EXPECT_EQ(std::count(text.begin(), text.end(), '{'), kLevels);
-    EXPECT_NE(text.find("\n" + std::string(3 * kLevels, ' ') + "}\n"), std::string::npos);
+    EXPECT_NE(text.find("\n" + std::string(std::size_t{3} * kLevels, ' ') + "}\n"),
+              std::string::npos);
 }
 
 } // namespace

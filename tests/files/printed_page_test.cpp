@@ -28,7 +28,7 @@ class Page {
         int start = 0;
         EXPECT_EQ(std::sscanf(bytes_.c_str(), "P6 %d %d 255%n", &width, &height, &start), 2);
         first_ = static_cast<std::size_t>(start) + 1;
-        EXPECT_EQ(bytes_.size(), first_ + 3U * static_cast<unsigned>(width * height));
+        EXPECT_EQ(bytes_.size(), first_ + std::size_t{3} * static_cast<unsigned>(width * height));
     }
     COLORREF at(double x, double y) const {
         const int column = std::clamp(static_cast<int>(x), 0, width - 1);

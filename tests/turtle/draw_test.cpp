@@ -44,15 +44,15 @@ TEST(Draw, ScoresEndAtAHundredEach) {
 TEST(HeadingTable, HoldsTheCosinesAndSines) {
     constexpr double kLastBit = 1.2e-16;
     std::uint64_t sum = 0;
-    for (int heading = -360; heading <= 360; ++heading) {
+    for (int heading = -360; const Direction& direction : kDirections) {
         const double angle = heading * kTurnPerDegree * kRadiansPerTurn;
-        const Direction& direction = kDirections[static_cast<std::size_t>(heading + 360)];
         EXPECT_NEAR(direction.cos, std::cos(angle), kLastBit) << heading;
         EXPECT_NEAR(direction.sin, std::sin(angle), kLastBit) << heading;
         EXPECT_EQ(std::signbit(direction.sin), std::signbit(std::sin(angle))) << heading;
         for (const double number : {direction.cos, direction.sin}) {
             sum = sum * 31 + std::bit_cast<std::uint64_t>(number);
         }
+        ++heading;
     }
     EXPECT_EQ(sum, 8957950805528266310U);
 }

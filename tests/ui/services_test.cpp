@@ -42,14 +42,15 @@ TEST(Services, TheStatusTextFitsItsLine) {
 TEST(Services, DialogsStandInTheUpperMiddle) {
     RECT desktop{};
     GetWindowRect(GetDesktopWindow(), &desktop);
-    alerts_of([] { ShowMessage(nullptr, "where"); },
-              [&desktop](HWND alert) {
-                  RECT place{};
-                  GetWindowRect(alert, &place);
-                  constexpr int kFrame = 40; // a window manager's may be added
-                  EXPECT_NEAR(place.left, (desktop.right - (place.right - place.left)) / 2, kFrame);
-                  EXPECT_NEAR(place.top, (desktop.bottom - (place.bottom - place.top)) / 3, kFrame);
-              });
+    alerts_of(
+        [] { ShowMessage(nullptr, "where"); },
+        [&desktop](HWND alert) {
+            RECT place{};
+            GetWindowRect(alert, &place);
+            constexpr int kFrame = 40; // a window manager's may be added
+            EXPECT_NEAR(place.left, (desktop.right - (place.right - place.left)) / 2.0, kFrame);
+            EXPECT_NEAR(place.top, (desktop.bottom - (place.bottom - place.top)) / 3.0, kFrame);
+        });
 }
 
 TEST(Services, TypedNumbersReadAsFarAsTheyGo) {
