@@ -17,6 +17,7 @@ class LiveNodes : public testing::EmptyTestEventListener {
     pelmora::ExprLive start_{};
 };
 
+// Without memory for it there are no tests. NOLINTNEXTLINE(cert-err58-cpp)
 [[maybe_unused]] const bool listening = [] {
     testing::UnitTest::GetInstance()->listeners().Append(new LiveNodes);
     return true;
