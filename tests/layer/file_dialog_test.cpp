@@ -175,6 +175,8 @@ TEST_F(FileDialogs, OtherWindowsLiveOnAndTheOwnerTakesItAlong) {
         user::click(other, 5, 6);
         InvalidateRect(other, nullptr, FALSE);
     });
+    script.then("a name that exists", [] { user::choose_file(in_folder("notes.txt")); });
+    script.await("the question", [] { return !user::question().empty(); });
     script.then("end", [&] {
         EXPECT_EQ(take_log(), (Lines{"left 1 at 5,6", "paint"}));
         DestroyWindow(window_);

@@ -55,8 +55,12 @@ TEST(Memory, TextOfProgramIsCutAtAChild) {
     }
 }
 
-TEST(Memory, TextsThatAreMissingOrDoNotFit) {
+TEST(Memory, TextsAreJoinedAndCopied) {
+    EXPECT_STREQ(OwnedText(StrJoin("ab", "c")).get(), "abc");
+    EXPECT_STREQ(OwnedText(StrJoin(nullptr, "c")).get(), "c");
+    EXPECT_STREQ(OwnedText(StrJoin("ab", nullptr)).get(), "ab");
     EXPECT_STREQ(OwnedText(StrJoin(nullptr, nullptr)).get(), "");
+    EXPECT_STREQ(OwnedText(StrDup("abc")).get(), "abc");
     EXPECT_EQ(StrDup(nullptr), nullptr);
     const FailingNew none(0);
     EXPECT_EQ(StrDup("a"), nullptr);

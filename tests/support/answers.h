@@ -73,11 +73,13 @@ class Answers {
         script_.then("then", std::move(action));
         return *this;
     }
-    // Does what opens the dialogs, and returns when the last is answered.
+    // Does what opens the dialogs, and returns when all is done that a user does with them.
     void during(const std::function<void()>& action) {
         script_.start();
         action();
-        settle();
+        do {
+            settle();
+        } while (failure_ == kRunning);
     }
     // Gives a command to a window.
     void to(HWND window, int command) {
@@ -93,7 +95,8 @@ class Answers {
         script_.await("a system dialog", [] { return !user::system_dialog().empty(); });
     }
 
-    std::string failure_ = "the script did not end";
+    static constexpr char kRunning[] = "the script did not end";
+    std::string failure_ = kRunning;
     user::Script script_;
 };
 

@@ -45,8 +45,8 @@ pelmora_test::FailingNew::~FailingNew() {
     good_left = kNoLimit;
 }
 
-// Only what can tell of failure is replaced, and what it ends in: the other forms come down to
-// these. Both releases are, as a checker of memory asks for the pair of an allocation.
+// Only what can tell of failure is replaced, and the plain form with its releases, which must not
+// come back to __wrap_malloc. All others are the library's, or those of a checker of memory.
 // NOLINTBEGIN(misc-new-delete-overloads)
 using Align = std::align_val_t;
 using NoThrow = std::nothrow_t;
