@@ -8,7 +8,6 @@
 #include "tests/support/failing_new.h"
 #include "tests/support/trees.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -22,10 +22,9 @@ using namespace pelmora_test;
 // An editor on a program, shown as the command shows it.
 class Editor {
   public:
-    explicit Editor(const std::string& program) : Editor(tree_of(program)) {}
-    explicit Editor(ExprTree tree) {
+    explicit Editor(const std::string& program) {
         prepare_program();
-        window_ = CreateEngineWindow(nullptr, std::move(tree));
+        window_ = CreateEngineWindow(nullptr, tree_of(program));
         ShowWindow(window_, SW_SHOW);
         UpdateWindow(window_);
         settle();

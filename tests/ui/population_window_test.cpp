@@ -13,6 +13,7 @@ namespace {
 
 using namespace pelmora;
 using namespace pelmora_test;
+using Texts = std::vector<std::string>;
 
 TEST(PopulationWindow, OpensInsideTheWorkArea) {
     const PopulationWindow window(small_params(8));
@@ -97,19 +98,16 @@ TEST(PopulationWindow, PaintsWithoutTheSelectionWhileBusy) {
 
 TEST(PopulationWindow, CreationThatRunsOutOfMemoryTellsSoAndLeavesNothing) {
     prepare_program();
-    const std::string arrays = "Could not allocate memory for LogoWindow [2].";
-    const std::vector<std::vector<std::string>> told = {
-        {"Could not allocate memory for LogoWindow [1]."},
-        {arrays},
-        {arrays},
-        {arrays},
-        {"Not enough memory to allocate populations.", "Could not initialize populations."}};
-    for (std::size_t good = 0; good < told.size(); ++good) {
-        const auto create = [&] {
+    for (std::size_t good = 0; good < 5; ++good) {
+        const auto texts = alerts_of([good] {
             const FailingNew memory(good);
             EXPECT_EQ(CreateLogoWindow(nullptr, small_params(8)), nullptr);
-        };
-        EXPECT_EQ(alerts_of(create), told[good]) << good;
+        });
+        const auto step = std::to_string(good == 0 ? 1 : 2); // the record, then its arrays
+        EXPECT_EQ(texts, good < 4
+                             ? Texts{"Could not allocate memory for LogoWindow [" + step + "]."}
+                             : Texts({"Not enough memory to allocate populations.",
+                                      "Could not initialize populations."}));
     }
     settle();
     EXPECT_EQ(user::count_windows("Pelmora Logo Window"), 0);
