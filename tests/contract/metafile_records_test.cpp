@@ -120,8 +120,8 @@ TEST(Metafile, HasAHeaderThatFitsTheScreen) {
 
 // In every map mode the screen is a whole number of units wide and high.
 TEST(Metafile, BoundsFollowTheMapMode) {
-    const std::pair<int, double> modes[] = {// and its units in a millimetre
-                                            {MM_LOMETRIC, 10},
+    // Each with its units in a millimetre.
+    const std::pair<int, double> modes[] = {{MM_LOMETRIC, 10},
                                             {MM_HIMETRIC, 100},
                                             {MM_LOENGLISH, 100 / 25.4},
                                             {MM_HIENGLISH, 1000 / 25.4}};

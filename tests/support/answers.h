@@ -27,19 +27,13 @@ class Answers {
     Answers& operator=(const Answers&) = delete;
 
     Answers& file(const std::string& name) {
-        await_system();
-        script_.then("the name", [name] { user::choose_file(name); });
-        return *this;
+        return system("the name", [name] { user::choose_file(name); });
     }
     Answers& cancel() {
-        await_system();
-        script_.then("cancel", [] { user::cancel_system_dialog(); });
-        return *this;
+        return system("cancel", [] { user::cancel_system_dialog(); });
     }
     Answers& print_to(const std::string& path) {
-        await_system();
-        script_.then("the path", [path] { user::print_to_file(path); });
-        return *this;
+        return system("the path", [path] { user::print_to_file(path); });
     }
     Answers& question(const std::string& button) {
         script_.await("a question", [] { return !user::question().empty(); });
@@ -91,8 +85,11 @@ class Answers {
     }
 
   private:
-    void await_system() {
+    // Does something with a file or print dialog, once one is open.
+    Answers& system(const char* name, std::function<void()> action) {
         script_.await("a system dialog", [] { return !user::system_dialog().empty(); });
+        script_.then(name, std::move(action));
+        return *this;
     }
 
     static constexpr char kRunning[] = "the script did not end";

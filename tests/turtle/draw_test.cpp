@@ -37,7 +37,7 @@ TEST(Draw, ScoresEndAtAHundredEach) {
     ctx.turns = ctx.circles = ctx.color_changes = ctx.repeats = ctx.repetitions = INT32_MAX;
     ctx.multipliers = {1, 2, 4, 8, 16, 32};
     EXPECT_DOUBLE_EQ(draw_score(&ctx), 6300);
-    ctx.color_changes = 0; // beside the repeats, which many populations weigh the same
+    ctx.color_changes = 0; // in a population they often weigh what the repeats do
     EXPECT_DOUBLE_EQ(draw_score(&ctx), 5500);
 }
 
