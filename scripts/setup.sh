@@ -26,9 +26,11 @@ pelmora_packages() {
         as_root=(sudo)
     fi
     echo "Installing: ${missing[*]}"
-    "${as_root[@]}" apt-get update -q
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -q --no-install-recommends "${missing[@]}"
+    # An update that runs by itself holds a lock for a while.
+    local apt_get=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive
+        apt-get -q -o DPkg::Lock::Timeout=300)
+    "${apt_get[@]}" update
+    "${apt_get[@]}" install -y --no-install-recommends "${missing[@]}"
 }
 
 # What building and starting the program needs.
@@ -37,6 +39,8 @@ pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutil
 
 # What the tests and the guided tour need besides.
 pelmora_test_packages=(libgtest-dev xvfb xauth openbox
+    # The sources of the locale in which the tour is taken once more.
+    locales
     # Programs that read what ours writes, and write what ours reads.
     ghostscript emf2svg librsvg2-bin poppler-utils xclip)
 

@@ -6,8 +6,11 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <cerrno>
+#include <clocale>
 #include <csignal>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/sysinfo.h>
 #include <unistd.h>
@@ -17,6 +20,19 @@
 #endif
 
 namespace {
+
+// A program may be started with standard streams that are closed. Their descriptors would then go
+// to what is opened first, the connection to the display say, and the log would be written into
+// that.
+void open_closed_streams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(stream, F_GETFD) == -1 && errno == EBADF) {
+            // Gets the lowest free descriptor, which is this one. Without a null device it stays
+            // closed.
+            [[maybe_unused]] const int opened = ::open("/dev/null", O_RDWR);
+        }
+    }
+}
 
 // The toolkit's own remarks go where the program's error stream went at start. The program sends
 // that stream to a log file of its own, in which they have no place.
@@ -59,6 +75,7 @@ void ask_for_no_more_memory_than_there_is() {
 } // namespace
 
 int main(int argc, char* argv[]) {
+    open_closed_streams();
     return_large_memory_at_once();
     ask_for_no_more_memory_than_there_is();
     remarks = ::dup(STDERR_FILENO);
@@ -73,6 +90,9 @@ int main(int argc, char* argv[]) {
         qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
     }
     QApplication application(argc, argv);
+    // The toolkit has taken over the user's locale. The program's logs are read by programs, too:
+    // their numbers have a point everywhere.
+    std::setlocale(LC_NUMERIC, "C");
     QApplication::setQuitOnLastWindowClosed(false); // the program's loop decides
     platform::KeyFilter keys;
     application.installEventFilter(&keys);
