@@ -9,6 +9,9 @@
 #include "ui/gdi_owners.h"
 #include "ui/window_names.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -58,6 +61,35 @@ void attach_record(HWND window, std::unique_ptr<EngineWindow> record) {
 void EngineDestroy(HWND window) {
     const std::unique_ptr<EngineWindow> released(
         reinterpret_cast<EngineWindow*>(SetWindowLongPtrA(window, 0, 0)));
+}
+
+// --- The keyboard --------------------------------------------------------------------------------
+
+// The tab key walks from the window itself to the limit, to the button and back.
+void move_focus(HWND window, HWND from) {
+    HWND round[] = {window, GetDlgItem(window, IDC_LIMIT), GetDlgItem(window, IDC_REDRAW)};
+    constexpr std::size_t kPlaces = std::size(round);
+    const auto here = static_cast<std::size_t>(std::find(round, round + kPlaces, from) - round);
+    const std::size_t step = GetKeyState(VK_SHIFT) < 0 ? kPlaces - 1 : 1;
+    SetFocus(round[(here + step) % kPlaces]);
+}
+
+// What the controls' own procedures would not do outside a dialog.
+LRESULT CALLBACK ControlKeysProc(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                                 DWORD_PTR editor) {
+    HWND window = reinterpret_cast<HWND>(editor);
+    if (message == WM_KEYDOWN && wparam == VK_TAB) {
+        move_focus(window, control);
+        return 0;
+    }
+    if (message == WM_KEYDOWN && wparam == VK_RETURN) {
+        SendMessageA(window, WM_COMMAND, MAKEWPARAM(IDC_REDRAW, BN_CLICKED), 0);
+        return 0;
+    }
+    if (message == WM_CHAR && (wparam == VK_TAB || wparam == VK_RETURN)) {
+        return 0; // a field beeps at these
+    }
+    return DefSubclassProc(control, message, wparam, lparam);
 }
 
 // --- What the window does ------------------------------------------------------------------------
@@ -148,7 +180,11 @@ HWND CreateEngineWindow(HINSTANCE instance, ExprTree tree) {
     }
     record->limitEdit =
         create_control(window, instance, {"EDIT", "10240", WS_BORDER | ES_NUMBER, 8, IDC_LIMIT});
-    create_control(window, instance, {"BUTTON", "Redraw...", BS_DEFPUSHBUTTON, 120, IDC_REDRAW});
+    HWND button = create_control(window, instance,
+                                 {"BUTTON", "Redraw...", BS_DEFPUSHBUTTON, 120, IDC_REDRAW});
+    for (HWND control : {record->limitEdit, button}) {
+        SetWindowSubclass(control, ControlKeysProc, 0, reinterpret_cast<DWORD_PTR>(window));
+    }
     attach_record(window, std::move(record));
     return window;
 }
@@ -161,6 +197,12 @@ LRESULT CALLBACK EngineWindowProc(HWND window, UINT message, WPARAM wparam, LPAR
     switch (message) {
     case WM_COMMAND:
         if (run_command(window, record, LOWORD(wparam))) {
+            return 0;
+        }
+        break;
+    case WM_KEYDOWN:
+        if (wparam == VK_TAB) {
+            move_focus(window, window);
             return 0;
         }
         break;

@@ -61,9 +61,10 @@ const NumberField kNumberFields[] = {
 
 struct Slider {
     int id;
-    float& value; // 0 to 1
+    float& value;      // 0 to 1
+    LRESULT known = 0; // the position that was shown or taken last
 };
-const Slider kSliders[] = {
+Slider sliders[] = {
     {IDC_FWDMULT, settings.FWDMULT},   {IDC_TURNMULT, settings.TURNMULT},
     {IDC_LOOPMULT, settings.LOOPMULT}, {IDC_CLRMULT, settings.CLRMULT},
     {IDC_RPTMULT, settings.RPTMULT},   {IDC_REPMULT, settings.REPMULT},
@@ -74,22 +75,23 @@ constexpr int kSliderTop = 100;
 
 // --- Messages of the dialog ----------------------------------------------------------------------
 
-void set_up_slider(HWND trackbar, float value) {
+void set_up_slider(HWND trackbar, Slider* slider) {
     constexpr int kTick = 5;
     constexpr int kLine = 5;
     constexpr int kPage = 10;
     // In double: a float product would round some values up that are to be cut.
-    const int position = static_cast<int>(double{value} * kSliderTop);
+    const int position = static_cast<int>(double{slider->value} * kSliderTop);
     SendMessageA(trackbar, TBM_SETTICFREQ, kTick, 0);
     SendMessageA(trackbar, TBM_SETLINESIZE, 0, kLine);
     SendMessageA(trackbar, TBM_SETPAGESIZE, 0, kPage);
     SendMessageA(trackbar, TBM_SETRANGE, FALSE, MAKELPARAM(0, kSliderTop));
     SendMessageA(trackbar, TBM_SETPOS, TRUE, position);
+    slider->known = position;
 }
 
 void on_open(HWND dialog) {
-    for (const Slider& slider : kSliders) {
-        set_up_slider(GetDlgItem(dialog, slider.id), slider.value);
+    for (Slider& slider : sliders) {
+        set_up_slider(GetDlgItem(dialog, slider.id), &slider);
     }
     for (const NumberField& field : kNumberFields) {
         SendMessageA(GetDlgItem(dialog, field.arrows), UDM_SETBUDDY,
@@ -101,17 +103,7 @@ void on_open(HWND dialog) {
     CenterOnDesktop(dialog);
 }
 
-// False for a notification that is not a slider's.
-bool on_slider(HWND trackbar, WORD code) {
-    if (code != TB_PAGEUP && code != TB_PAGEDOWN && code != TB_ENDTRACK) {
-        return false;
-    }
-    const auto* slider =
-        std::find_if(std::begin(kSliders), std::end(kSliders),
-                     [id = GetDlgCtrlID(trackbar)](const Slider& s) { return s.id == id; });
-    if (slider == std::end(kSliders)) {
-        return false;
-    }
+void take_slider(HWND trackbar, Slider* slider) {
     const auto low = static_cast<long>(SendMessageA(trackbar, TBM_GETRANGEMIN, 0, 0));
     const auto high = static_cast<long>(SendMessageA(trackbar, TBM_GETRANGEMAX, 0, 0));
     const auto position = static_cast<long>(SendMessageA(trackbar, TBM_GETPOS, 0, 0));
@@ -120,6 +112,32 @@ bool on_slider(HWND trackbar, WORD code) {
     std::fprintf(stderr, "DLG HSCROLL: Min = %ld, Max = %ld, Pos = %ld, Pct %f\n", low, high,
                  position, double{value});
     slider->value = value;
+    slider->known = position;
+}
+
+// A slider may still be on its way when the dialog ends, with a key or the mouse held. One that did
+// not move keeps its value, which may lie between two positions.
+void take_moved_sliders(HWND dialog) {
+    for (Slider& slider : sliders) {
+        HWND trackbar = GetDlgItem(dialog, slider.id);
+        if (SendMessageA(trackbar, TBM_GETPOS, 0, 0) != slider.known) {
+            take_slider(trackbar, &slider);
+        }
+    }
+}
+
+// False for a notification that is not a slider's.
+bool on_slider(HWND trackbar, WORD code) {
+    if (code != TB_PAGEUP && code != TB_PAGEDOWN && code != TB_ENDTRACK) {
+        return false;
+    }
+    auto* slider =
+        std::find_if(std::begin(sliders), std::end(sliders),
+                     [id = GetDlgCtrlID(trackbar)](const Slider& s) { return s.id == id; });
+    if (slider == std::end(sliders)) {
+        return false;
+    }
+    take_slider(trackbar, slider);
     return true;
 }
 
@@ -141,11 +159,13 @@ void on_accept(HWND dialog) {
             return;
         }
     }
+    take_moved_sliders(dialog);
     settings.accepted = true;
     EndDialog(dialog, IDOK);
 }
 
 void on_dismiss(HWND dialog) {
+    take_moved_sliders(dialog);
     settings.accepted = false;
     EndDialog(dialog, IDCANCEL);
 }

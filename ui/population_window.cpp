@@ -2,6 +2,7 @@
 
 #include "resources/resource.h"
 #include "services/application.h"
+#include "services/held_key.h"
 #include "services/message.h"
 #include "ui/breeding_commands.h"
 #include "ui/exchange_commands.h"
@@ -297,6 +298,12 @@ bool run_command(HWND window, LogoWindow* record, WORD id) {
         ShowMessage(window, command->refusal);
     } else {
         command->run(window, record);
+    }
+    // A held key gives commands faster than they are done: the user sees each one's outcome, and no
+    // more follow once the key is let go.
+    if (IsWindow(window)) {
+        UpdateWindow(window);
+        DropHeldPresses();
     }
     return true;
 }

@@ -101,11 +101,11 @@ UINT IsDlgButtonChecked(HWND window, int id) {
 HWND SetFocus(HWND handle) {
     const Window* focused = window_of_widget(QApplication::focusWidget());
     const HWND previous = focused != nullptr ? focused->handle() : nullptr;
-    const Control* control = control_of(handle);
-    if (control == nullptr) {
+    const Window* window = window_of(handle);
+    if (window == nullptr) {
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return nullptr;
     }
-    control->widget()->setFocus(Qt::OtherFocusReason);
+    window->widget()->setFocus(Qt::OtherFocusReason); // a frame gives it to its client area
     return previous;
 }

@@ -1,15 +1,18 @@
 #include "platform/qt/controls.h"
 
 #include "platform/qt/control_styles.h"
+#include "platform/qt/keyboard.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/resources.h"
 #include "platform/qt/trackbar.h"
 #include "platform/qt/updown.h"
 
+#include <QContextMenuEvent>
 #include <QGroupBox>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -56,7 +59,8 @@ class RadioControl : public ButtonControl {
     }
 };
 
-// Takes digits from the keyboard only; what is pasted or set is not looked at.
+// Takes digits from the keyboard only; what is pasted or set is not looked at. It stands in windows
+// of classes, whose accelerators take the keys for the clipboard, so its menu names none.
 class NumberEdit : public QLineEdit {
   public:
     explicit NumberEdit(QWidget* parent) : QLineEdit(parent) {
@@ -72,6 +76,16 @@ class NumberEdit : public QLineEdit {
             return;
         }
         QLineEdit::keyPressEvent(event);
+    }
+    void contextMenuEvent(QContextMenuEvent* event) override {
+        QMenu* menu = createStandardContextMenu();
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        for (QAction* entry : menu->actions()) {
+            if (entry->text().contains(u'\t')) {
+                entry->setText(entry->text().section(u'\t', 0, 0));
+            }
+        }
+        menu->popup(event->globalPos());
     }
     void inputMethodEvent(QInputMethodEvent* event) override {
         const QString committed = event->commitString();
@@ -220,7 +234,8 @@ void set_up(QWidget* widget, const DialogItem& item, const QRect& area) {
 Control::Control(HWND parent, int id, QWidget* widget)
     : parent_(parent), id_(id), widget_(widget) {}
 
-LRESULT Control::receive(UINT, WPARAM, LPARAM) {
+LRESULT Control::receive(UINT message, WPARAM wparam, LPARAM) {
+    answer_key(*this, message, wparam);
     return 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/qt/child_controls.h"
 #include "platform/qt/device_context.h"
+#include "platform/qt/keyboard.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/resources.h"
 
@@ -361,6 +362,7 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wparam, LPARAM) {
         return 1;
     }
     default:
+        answer_key(*window, message, wparam);
         return 0;
     }
 }

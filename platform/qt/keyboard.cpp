@@ -5,7 +5,7 @@
 #include "platform/qt/resources.h"
 #include "platform/qt/window.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <algorithm>
 #include <cstring>
@@ -20,13 +20,15 @@ namespace {
 // handling it may run a loop of its own, and that loop's keys are new ones.
 const QEvent* returning = nullptr;
 
+constexpr WORD kF10 = 0x79;
+
 constexpr std::pair<int, WORD> kVirtualKeys[] = {
     {Qt::Key_Backspace, 0x08}, {Qt::Key_Tab, 0x09},      {Qt::Key_Return, 0x0D},
     {Qt::Key_Enter, 0x0D},     {Qt::Key_Escape, 0x1B},   {Qt::Key_Space, 0x20},
     {Qt::Key_PageUp, 0x21},    {Qt::Key_PageDown, 0x22}, {Qt::Key_End, 0x23},
     {Qt::Key_Home, 0x24},      {Qt::Key_Left, 0x25},     {Qt::Key_Up, 0x26},
     {Qt::Key_Right, 0x27},     {Qt::Key_Down, 0x28},     {Qt::Key_Insert, 0x2D},
-    {Qt::Key_Delete, 0x2E},
+    {Qt::Key_Delete, 0x2E},    {Qt::Key_Backtab, 0x09},
 };
 
 // The letter at a key's place on a keyboard with Latin letters, for those that have others: virtual
@@ -85,6 +87,18 @@ bool matches(const Accelerator& entry, const MSG& message, const KeyStroke* key)
            held.testFlag(Qt::ControlModifier) == entry.control;
 }
 
+UINT down_message(const QKeyEvent& event) {
+    const bool menu = event.key() == Qt::Key_F10 && event.modifiers() == Qt::NoModifier;
+    return menu || event.modifiers().testFlag(Qt::AltModifier) ? WM_SYSKEYDOWN : WM_KEYDOWN;
+}
+
+void open_menu(const Window& window) {
+    auto* frame = dynamic_cast<Frame*>(window.widget()->window());
+    if (frame != nullptr && !frame->menu_bar()->actions().isEmpty()) {
+        frame->menu_bar()->setActiveAction(frame->menu_bar()->actions().front());
+    }
+}
+
 // The character that a key press makes; 0 for none.
 WORD character(const QKeyEvent& event) {
     const QString text = event.text();
@@ -103,6 +117,9 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
         !watched->isWidgetType()) {
         return false;
     }
+    if (!press) {
+        last_release_.note(static_cast<const QKeyEvent&>(*event));
+    }
     auto* widget = static_cast<QWidget*>(watched);
     Window* window = addressee(widget);
     if (window == nullptr || (!press && control_of(window->handle()) == nullptr)) {
@@ -112,17 +129,38 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
     auto key = std::make_shared<KeyStroke>();
     key->receiver = widget;
     key->event.reset(moved.clone());
-    const UINT down = moved.modifiers().testFlag(Qt::AltModifier) ? WM_SYSKEYDOWN : WM_KEYDOWN;
-    post_input(window->handle(), press ? down : kKeyUp, virtual_key(moved), 0, std::move(key));
+    const bool repeat = moved.isAutoRepeat() || last_release_.repeated_by(moved);
+    const WORD flags = press && repeat ? KF_REPEAT : WORD{0};
+    post_input(window->handle(), press ? down_message(moved) : kKeyUp, virtual_key(moved),
+               MAKELPARAM(1, flags), std::move(key));
     return true;
 }
 
-void return_key(KeyStroke& key) {
-    if (key.receiver != nullptr) {
-        const QEvent* outer = std::exchange(returning, key.event.get());
-        QCoreApplication::sendEvent(key.receiver, key.event.get());
-        returning = outer;
+void LastRelease::note(const QKeyEvent& release) {
+    scan_code_ = release.nativeScanCode();
+    time_ = release.timestamp();
+}
+
+bool LastRelease::repeated_by(const QKeyEvent& press) const {
+    return scan_code_ != 0 && press.nativeScanCode() == scan_code_ && press.timestamp() == time_;
+}
+
+void answer_key(const Window& window, UINT message, WPARAM wparam) {
+    if (message != WM_KEYDOWN && message != WM_SYSKEYDOWN && message != kKeyUp) {
+        return;
     }
+    const std::shared_ptr<KeyStroke> key = take_dispatched_key();
+    if (key == nullptr || key->receiver == nullptr) {
+        return;
+    }
+    const ToolkitScope handlers;
+    if (message == WM_SYSKEYDOWN && wparam == kF10) {
+        open_menu(window);
+        return;
+    }
+    const QEvent* outer = std::exchange(returning, key->event.get());
+    QCoreApplication::sendEvent(key->receiver, key->event.get());
+    returning = outer;
 }
 
 } // namespace platform
@@ -147,6 +185,13 @@ int TranslateAcceleratorA(HWND handle, HACCEL accelerators, MSG* message) {
         }
     }
     return 0;
+}
+
+SHORT GetKeyState(int key) {
+    const std::shared_ptr<KeyStroke> stroke = current_key();
+    const Qt::KeyboardModifiers held =
+        stroke != nullptr ? stroke->event->modifiers() : QGuiApplication::keyboardModifiers();
+    return key == VK_SHIFT && held.testFlag(Qt::ShiftModifier) ? SHORT{-128} : SHORT{0};
 }
 
 BOOL TranslateMessage(const MSG* message) {

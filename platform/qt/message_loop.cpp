@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QEventLoop>
 
+#include <algorithm>
 #include <deque>
 #include <optional>
 #include <utility>
@@ -27,6 +28,7 @@ struct Queue {
     std::deque<Queued> waiting;
     std::optional<int> exit_code; // set once quitting was asked for
     std::shared_ptr<KeyStroke> current_key;
+    std::shared_ptr<KeyStroke> dispatched_key;
     int in_toolkit = 0; // how deep we are in handlers of widgets
 };
 
@@ -125,6 +127,10 @@ std::shared_ptr<KeyStroke> current_key() {
     return queue().current_key;
 }
 
+std::shared_ptr<KeyStroke> take_dispatched_key() {
+    return std::exchange(queue().dispatched_key, nullptr);
+}
+
 bool handle_next_message() {
     MSG message;
     if (!GetMessageA(&message, nullptr, 0, 0)) {
@@ -161,6 +167,23 @@ BOOL GetMessageA(MSG* message, HWND, UINT, UINT) {
     return message->message != WM_QUIT;
 }
 
+BOOL PeekMessageA(MSG* message, HWND, UINT first, UINT last, UINT remove) {
+    process_events(QEventLoop::AllEvents);
+    std::deque<Queued>& waiting = queue().waiting;
+    const auto found = std::find_if(waiting.begin(), waiting.end(), [&](const Queued& entry) {
+        return entry.message.message >= first && entry.message.message <= last && !deaf(entry);
+    });
+    if (found == waiting.end()) {
+        return FALSE;
+    }
+    *message = found->message;
+    if ((remove & PM_REMOVE) != 0) {
+        queue().current_key = std::move(found->key);
+        waiting.erase(found);
+    }
+    return TRUE;
+}
+
 BOOL PostMessageA(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
     if (handle != nullptr && window_of(handle) == nullptr) {
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
@@ -176,14 +199,10 @@ void PostQuitMessage(int exit_code) {
 }
 
 LRESULT DispatchMessageA(const MSG* message) {
-    const std::shared_ptr<KeyStroke> key = current_key();
+    // Put back afterwards: a procedure may run a loop of its own before it decides on its key.
+    std::shared_ptr<KeyStroke> outer = std::exchange(queue().dispatched_key, current_key());
     const LRESULT result =
         send_message(message->hwnd, message->message, message->wParam, message->lParam);
-    const bool of_key = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN ||
-                        message->message == kKeyUp;
-    if (key != nullptr && of_key) {
-        const ToolkitScope handlers;
-        return_key(*key);
-    }
+    queue().dispatched_key = std::move(outer);
     return result;
 }

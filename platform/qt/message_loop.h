@@ -15,7 +15,8 @@
 
 namespace platform {
 
-// The key event behind a keyboard message: the toolkit gets it back when no accelerator took it.
+// The key event behind a keyboard message: the toolkit gets it back when no accelerator took it and
+// no procedure answered it.
 struct KeyStroke {
     QPointer<QWidget> receiver;
     std::unique_ptr<QKeyEvent> event;
@@ -50,6 +51,10 @@ bool handle_next_message();
 
 // Drops what is queued for a window that is gone.
 void forget_messages(HWND handle);
+
+// The key of the message that is being dispatched, once: whoever takes it decides what becomes of
+// it. Null when there is none or it was taken.
+std::shared_ptr<KeyStroke> take_dispatched_key();
 
 // The key press behind the message that was taken from the queue last, or null.
 std::shared_ptr<KeyStroke> current_key();

@@ -19,12 +19,14 @@ using WORD = std::uint16_t;
 using DWORD = std::uint32_t;
 using UINT = unsigned int;
 using LONG = std::int32_t;
+using SHORT = std::int16_t;
 using ATOM = WORD;
 using COLORREF = DWORD; // 0x00BBGGRR
 using LPSTR = char*;
 using LPCSTR = const char*;
 using LPVOID = void*;
 using INT_PTR = std::intptr_t;
+using DWORD_PTR = std::uintptr_t;
 using UINT_PTR = std::uintptr_t;
 using SIZE_T = std::size_t;
 using LONG_PTR = std::intptr_t;
@@ -82,6 +84,7 @@ struct PAINTSTRUCT {
 
 using WNDPROC = LRESULT(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+using SUBCLASSPROC = LRESULT(CALLBACK*)(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
 
 struct WNDCLASSEXA {
     UINT cbSize;
@@ -187,6 +190,14 @@ constexpr UINT WM_RBUTTONDOWN = 0x0204;
 constexpr UINT WM_RBUTTONUP = 0x0205;
 constexpr UINT WM_RBUTTONDBLCLK = 0x0206;
 constexpr UINT WM_USER = 0x0400;
+
+// Keys
+constexpr int VK_TAB = 0x09;
+constexpr int VK_RETURN = 0x0D;
+constexpr int VK_SHIFT = 0x10;
+constexpr WORD KF_REPEAT = 0x4000; // of the lParam's upper half: the key was down before
+constexpr UINT PM_NOREMOVE = 0x0000;
+constexpr UINT PM_REMOVE = 0x0001;
 
 // Mouse message flags
 constexpr WPARAM MK_LBUTTON = 0x0001;
@@ -362,7 +373,7 @@ BOOL DestroyWindow(HWND window);
 BOOL IsWindow(HWND window);
 BOOL ShowWindow(HWND window, int show);
 BOOL UpdateWindow(HWND window);
-HWND SetFocus(HWND window);                              // Here: controls only.
+HWND SetFocus(HWND window);                              // Here: no dialogs.
 int GetWindowTextA(HWND window, LPSTR buffer, int size); // Here: controls only.
 BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 BOOL GetClientRect(HWND window, RECT* rect);
@@ -375,9 +386,15 @@ BOOL SystemParametersInfoA(UINT action, UINT parameter, void* data, UINT flags);
 
 // Messages
 BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last); // Here: no filter.
+// Here: of any window. What was drawn reaches the screen, and input that has arrived is queued.
+BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
+SHORT GetKeyState(int key); // Here: VK_SHIFT only.
 int TranslateAcceleratorA(HWND window, HACCEL accelerators, MSG* message);
 BOOL TranslateMessage(const MSG* message);
 LRESULT DispatchMessageA(const MSG* message);
+// Here: a window has one procedure in front of its own, for good.
+BOOL SetWindowSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id, DWORD_PTR data);
+LRESULT DefSubclassProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 LRESULT SendMessageA(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 BOOL PostMessageA(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 void PostQuitMessage(int exit_code);

@@ -6,10 +6,10 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QStyle>
-#include <QStyleOptionSlider>
 #include <QToolTip>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <utility>
 
 namespace platform {
@@ -63,60 +63,49 @@ WORD action_code(int action) {
 
 TrackbarWidget::TrackbarWidget(QWidget* parent, std::function<void(WORD)> notify, bool tooltips)
     : QSlider(Qt::Horizontal, parent), notify_(std::move(notify)), tooltips_(tooltips) {
+    setFocusPolicy(Qt::StrongFocus); // the wheel takes the keyboard from nobody
     connect(this, &QAbstractSlider::actionTriggered, this, &TrackbarWidget::tell);
 }
 
-void TrackbarWidget::tell(int action) {
-    notify_(action_code(action));
-    if (action == SliderMove && isSliderDown()) {
-        show_position();
-    }
+// Styles put the ticks at the lower edge of the place that they get. It ends where the slider needs
+// no more, so that the ticks are at their own groove, which is level with the label beside it.
+void TrackbarWidget::initStyleOption(QStyleOptionSlider* option) const {
+    QSlider::initStyleOption(option);
+    constexpr int kTicks = 5; // the toolkit's own measure of them
+    const int thick = style()->pixelMetric(QStyle::PM_SliderThickness, option, this) + kTicks;
+    const QSize whole =
+        style()->sizeFromContents(QStyle::CT_Slider, option, QSize(width(), thick), this);
+    const int needed = std::min(height(), whole.height());
+    const int above = std::clamp(height() / 4 - needed / 2, 0, height() - needed);
+    option->rect = QRect(0, above, width(), needed);
+    option->state.setFlag(QStyle::State_Sunken, isSliderDown());
 }
 
-void TrackbarWidget::show_position() {
-    if (tooltips_) {
-        QToolTip::showText(mapToGlobal(QPoint(width() / 2, -height() / 2)),
-                           QString::number(sliderPosition()), this);
-    }
-}
-
-void TrackbarWidget::keyPressEvent(QKeyEvent* event) {
-    const Action action = key_action(event->key());
-    if (action == SliderNoAction) {
-        event->ignore();
-        return;
-    }
-    triggerAction(action);
-}
-
-void TrackbarWidget::keyReleaseEvent(QKeyEvent* event) {
-    if (key_action(event->key()) == SliderNoAction) {
-        event->ignore();
-    } else if (!event->isAutoRepeat()) {
-        notify_(TB_ENDTRACK);
-    }
-}
-
-void TrackbarWidget::mousePressEvent(QMouseEvent* event) {
-    // The whole height takes a click, as on Windows, not just the thin groove.
+QRect TrackbarWidget::part(QStyle::SubControl which) const {
     QStyleOptionSlider option;
     initStyleOption(&option);
-    const auto part = [&](QStyle::SubControl which) {
-        return style()->subControlRect(QStyle::CC_Slider, &option, which, this);
-    };
-    QPointF at = event->position();
-    if (!part(QStyle::SC_SliderHandle).contains(at.toPoint())) {
-        at.setY(part(QStyle::SC_SliderGroove).center().y());
-    }
-    QMouseEvent moved(event->type(), at, event->globalPosition(), event->button(), event->buttons(),
-                      event->modifiers());
-    QSlider::mousePressEvent(&moved);
+    return style()->subControlRect(QStyle::CC_Slider, &option, which, this);
 }
 
-void TrackbarWidget::mouseReleaseEvent(QMouseEvent* event) {
+int TrackbarWidget::position_at(int thumb_left) const {
+    const QRect groove = part(QStyle::SC_SliderGroove);
+    const int way = groove.width() - part(QStyle::SC_SliderHandle).width();
+    return QStyle::sliderValueFromPosition(minimum(), maximum(), thumb_left - groove.left(), way);
+}
+
+void TrackbarWidget::tell(int action) {
+    tracking_ = true;
+    show_position();
+    notify_(action_code(action));
+}
+
+void TrackbarWidget::end_tracking() {
     const bool dragged = isSliderDown();
-    QSlider::mouseReleaseEvent(event);
-    if (event->button() != Qt::LeftButton) {
+    held_key_ = 0;
+    release_timer_.stop();
+    page_timer_.stop();
+    setSliderDown(false);
+    if (!std::exchange(tracking_, false) && !dragged) {
         return;
     }
     if (dragged) {
@@ -125,18 +114,155 @@ void TrackbarWidget::mouseReleaseEvent(QMouseEvent* event) {
     notify_(TB_ENDTRACK);
 }
 
+void TrackbarWidget::show_position() {
+    if (!tooltips_) {
+        return;
+    }
+    if (value_ == nullptr) {
+        value_ = new QLabel(window());
+        value_->setFont(QToolTip::font());
+        value_->setPalette(QToolTip::palette());
+        value_->setAutoFillBackground(true);
+        value_->setFrameStyle(QFrame::Box | QFrame::Plain);
+        value_->setAttribute(Qt::WA_TransparentForMouseEvents);
+        connect(this, &QObject::destroyed, value_.data(), &QObject::deleteLater);
+    }
+    constexpr int kShown = 800; // milliseconds
+    value_timer_.start(kShown, this);
+    value_->setNum(sliderPosition());
+    value_->adjustSize();
+    const QRect thumb = part(QStyle::SC_SliderHandle);
+    const QPoint top(mapTo(window(), QPoint(thumb.center().x(), thumb.top())));
+    value_->move(top.x() - value_->width() / 2, std::max(0, top.y() - value_->height()));
+    value_->raise();
+    value_->show();
+}
+
+void TrackbarWidget::keyPressEvent(QKeyEvent* event) {
+    const int key = event->key();
+    const Action action = key_action(key);
+    if (action == SliderNoAction) {
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
+            end_tracking(); // the dialog may end now
+        }
+        event->ignore();
+        return;
+    }
+    if (release_timer_.isActive()) {
+        release_timer_.stop();
+        if (!last_release_.repeated_by(*event)) {
+            end_tracking();
+        }
+    }
+    held_key_ = key;
+    triggerAction(action);
+}
+
+void TrackbarWidget::keyReleaseEvent(QKeyEvent* event) {
+    if (key_action(event->key()) == SliderNoAction) {
+        event->ignore();
+    } else if (event->key() == held_key_ && !event->isAutoRepeat()) {
+        last_release_.note(*event);
+        if (event->nativeScanCode() == 0) { // not from the keyboard
+            end_tracking();
+            return;
+        }
+        constexpr int kTogether = 30; // milliseconds until the press that unmakes it is read
+        release_timer_.start(kTogether, this);
+    }
+}
+
+void TrackbarWidget::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) { // styles may move the thumb with others
+        event->ignore();
+        return;
+    }
+    end_tracking();
+    // The whole height takes a click, as on Windows, not just the thin groove.
+    const int at = event->position().toPoint().x();
+    const QRect thumb = part(QStyle::SC_SliderHandle);
+    if (at >= thumb.left() && at <= thumb.right()) {
+        grip_ = at - thumb.left();
+        setSliderDown(true);
+        return;
+    }
+    constexpr int kFirst = 500; // milliseconds
+    pointer_ = at;
+    page_timer_.start(kFirst, this);
+    page_toward_pointer();
+}
+
+void TrackbarWidget::page_toward_pointer() {
+    const QRect thumb = part(QStyle::SC_SliderHandle);
+    if (pointer_ < thumb.left()) {
+        triggerAction(SliderPageStepSub);
+    } else if (pointer_ > thumb.right()) {
+        triggerAction(SliderPageStepAdd);
+    }
+}
+
+void TrackbarWidget::mouseMoveEvent(QMouseEvent* event) {
+    pointer_ = event->position().toPoint().x();
+    if (isSliderDown()) {
+        const int position = position_at(pointer_ - grip_);
+        if (position != sliderPosition()) {
+            setSliderPosition(position);
+        }
+    }
+}
+
+void TrackbarWidget::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        end_tracking();
+    }
+}
+
+// The wheel moves the slider that has the keyboard only: a pointer that happens to be above one
+// changes nothing.
 void TrackbarWidget::wheelEvent(QWheelEvent* event) {
+    if (!hasFocus()) {
+        event->ignore();
+        return;
+    }
     constexpr int kStep = 120;
     wheel_ += event->angleDelta().y();
     const int steps = wheel_ / kStep;
     wheel_ -= steps * kStep;
     for (int i = 0; i < std::abs(steps); ++i) {
-        triggerAction(steps > 0 ? SliderSingleStepSub : SliderSingleStepAdd);
+        triggerAction(steps > 0 ? SliderSingleStepAdd : SliderSingleStepSub);
     }
-    if (steps != 0) {
-        notify_(TB_ENDTRACK);
+    if (steps != 0 && !isSliderDown() && held_key_ == 0 && !page_timer_.isActive()) {
+        end_tracking();
     }
     event->accept();
+}
+
+void TrackbarWidget::focusOutEvent(QFocusEvent* event) {
+    wheel_ = 0;
+    end_tracking();
+    QSlider::focusOutEvent(event);
+}
+
+void TrackbarWidget::hideEvent(QHideEvent* event) {
+    end_tracking();
+    QSlider::hideEvent(event);
+}
+
+void TrackbarWidget::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == release_timer_.timerId()) {
+        end_tracking();
+    } else if (event->timerId() == page_timer_.timerId()) {
+        constexpr int kNext = 100; // milliseconds
+        page_timer_.start(kNext, this);
+        page_toward_pointer();
+    } else if (event->timerId() == value_timer_.timerId()) {
+        if (!isSliderDown()) {
+            value_timer_.stop();
+            value_->hide();
+        }
+    } else {
+        QSlider::timerEvent(event);
+    }
 }
 
 TrackbarControl::TrackbarControl(HWND parent, int id, std::uint32_t style, QWidget* parent_widget)

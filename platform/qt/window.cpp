@@ -137,7 +137,10 @@ LRESULT send_message(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
         return 0;
     }
     const std::shared_ptr<Window> alive = window->shared_from_this();
-    return alive->receive(message, wparam, lparam);
+    const Window::Subclass& front = alive->subclass;
+    return front.procedure != nullptr
+               ? front.procedure(handle, message, wparam, lparam, front.id, front.data)
+               : alive->receive(message, wparam, lparam);
 }
 
 namespace {
@@ -222,6 +225,23 @@ BOOL RedrawWindow(HWND handle, const RECT* rect, void*, UINT flags) {
 BOOL InvalidateRect(HWND handle, const RECT* rect, BOOL erase) {
     return RedrawWindow(handle, rect, nullptr,
                         erase != FALSE ? RDW_INVALIDATE | RDW_ERASE : RDW_INVALIDATE);
+}
+
+BOOL SetWindowSubclass(HWND handle, SUBCLASSPROC procedure, UINT_PTR id, DWORD_PTR data) {
+    Window* window = window_of(handle);
+    if (window != nullptr) {
+        window->subclass = {procedure, id, data};
+    }
+    return window != nullptr;
+}
+
+LRESULT DefSubclassProc(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
+    Window* window = window_of(handle);
+    if (window == nullptr) {
+        return 0;
+    }
+    const std::shared_ptr<Window> alive = window->shared_from_this();
+    return alive->receive(message, wparam, lparam);
 }
 
 LRESULT SendMessageA(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {

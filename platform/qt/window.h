@@ -51,7 +51,7 @@ class Window : public std::enable_shared_from_this<Window> {
     HWND handle() const { return handle_; }
     virtual QWidget* widget() const = 0;
 
-    // Answers a message that was sent or dispatched to this window.
+    // Answers a message that was sent or dispatched to this window, unless its subclass does.
     virtual LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) = 0;
 
     // Takes the window off the screen and its widget apart; WM_DESTROY has been answered.
@@ -85,6 +85,14 @@ class Window : public std::enable_shared_from_this<Window> {
     void close(DeviceContext* device) { std::erase(devices_, device); }
 
     std::vector<std::byte>& extra() { return extra_; }
+
+    // A procedure in front of the window's own; null for none.
+    struct Subclass {
+        SUBCLASSPROC procedure;
+        UINT_PTR id;
+        DWORD_PTR data;
+    };
+    Subclass subclass{};
 
   protected:
     // Gives the surface another size, keeping what it shows.

@@ -1,0 +1,17 @@
+#include "services/held_key.h"
+
+#include "platform/win32.h"
+
+namespace pelmora {
+
+void DropHeldPresses() {
+    MSG next;
+    const auto look = [&next](UINT remove) {
+        return PeekMessageA(&next, nullptr, WM_KEYDOWN, WM_KEYDOWN, remove) != FALSE;
+    };
+    while (look(PM_NOREMOVE) && (HIWORD(static_cast<UINT_PTR>(next.lParam)) & KF_REPEAT) != 0) {
+        look(PM_REMOVE);
+    }
+}
+
+} // namespace pelmora
