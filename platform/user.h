@@ -65,6 +65,10 @@ enum Modifier : unsigned { none = 0, shift = 1, control = 2, alt = 4 };
 // wherever its focus is.
 void press(HWND window, const std::string& keys);
 
+// The same, held until it has sent so many presses more, and then let go.
+void hold(HWND window, const std::string& keys, int repeats);
+void let_go(HWND window, const std::string& keys);
+
 void click(HWND window, int x, int y, Button button = Button::left, unsigned modifiers = none);
 void double_click(HWND window, int x, int y, unsigned modifiers = none);
 

@@ -13,8 +13,10 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -56,6 +58,32 @@ class RadioControl : public ButtonControl {
         button()->group()->setExclusive(false);
         button()->setChecked(on);
         button()->group()->setExclusive(true);
+    }
+};
+
+// A frame with its title on the line. Many styles put the title above the frame, which then begins
+// lower, where a dialog has its first control.
+class GroupFrame : public QGroupBox {
+  public:
+    using QGroupBox::QGroupBox;
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        constexpr int kIndent = 8;
+        constexpr int kGap = 3; // on both sides of the title
+        constexpr int kFaint = 90;
+        const int line = fontMetrics().height();
+        const int text = fontMetrics().size(Qt::TextShowMnemonic, title()).width();
+        const QRect place(kIndent, 0, text + 2 * kGap, line);
+        QPainter painter(this);
+        QColor color = palette().color(QPalette::WindowText);
+        color.setAlpha(kFaint);
+        painter.setPen(color);
+        painter.setClipRegion(QRegion(rect()) - place);
+        painter.drawRect(rect().adjusted(0, line / 2, -1, -1));
+        painter.setClipping(false);
+        style()->drawItemText(&painter, place, Qt::AlignCenter | Qt::TextShowMnemonic, palette(),
+                              isEnabled(), title(), QPalette::WindowText);
     }
 };
 
@@ -145,7 +173,7 @@ std::shared_ptr<Control> make_button(const DialogItem& item, const Place& place)
                                               new QRadioButton(text, place.parent_widget));
     case kGroupBox:
         return std::make_shared<Control>(place.parent, item.id,
-                                         new QGroupBox(text, place.parent_widget));
+                                         new GroupFrame(text, place.parent_widget));
     default:
         resource_fault("button kind of", static_cast<unsigned>(item.id));
     }

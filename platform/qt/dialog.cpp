@@ -6,8 +6,10 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSlider>
 #include <QStyle>
 
@@ -31,8 +33,8 @@ std::vector<DialogWindow*>& open_dialogs() {
 // desktop's own, so that a dialog looks at home; the places scale along.
 class DialogUnits {
   public:
-    explicit DialogUnits(const DialogTemplate& design) {
-        const QFontMetrics metrics(QApplication::font());
+    DialogUnits(const DialogTemplate& design, const QFont& font) {
+        const QFontMetrics metrics(font);
         const QString letters =
             QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
         across_ = (metrics.horizontalAdvance(letters) / 26 + 1) / 2;
@@ -70,6 +72,25 @@ class DialogUnits {
     int across_, down_;
 };
 
+// The desktop's font, or a smaller one where the dialog would not fit the screen otherwise.
+QFont dialog_font(const DialogTemplate& design) {
+    constexpr QSize kFrame(10, 30); // that a window manager puts around it
+    constexpr qreal kStep = 0.5;
+    constexpr qreal kSmallest = 5; // points
+    const QSize room = QGuiApplication::primaryScreen()->availableSize() - kFrame;
+    QFont font = QApplication::font();
+    qreal points = QFontInfo(font).pointSizeF(); // also of one that is given in pixels
+    const auto fits = [&] {
+        const QSize size = DialogUnits(design, font).rect(0, 0, design.width, design.height).size();
+        return size.width() <= room.width() && size.height() <= room.height();
+    };
+    while (!fits() && points - kStep >= kSmallest) {
+        points -= kStep;
+        font.setPointSizeF(points);
+    }
+    return font;
+}
+
 QWidget* widget_of(HWND handle) {
     const Window* window = window_of(handle);
     return window != nullptr ? window->widget() : nullptr;
@@ -89,7 +110,8 @@ void DialogWidget::closeEvent(QCloseEvent* event) {
 DialogWindow::DialogWindow(HWND owner, DLGPROC procedure, const DialogTemplate& design)
     : owner_(owner), procedure_(procedure), widget_(new DialogWidget(widget_of(owner), handle())) {
     extra().resize(DWLP_USER + sizeof(LONG_PTR));
-    const DialogUnits units(design);
+    widget_->setFont(dialog_font(design));
+    const DialogUnits units(design, widget_->font());
     const QRect area = units.rect(design.x, design.y, design.width, design.height);
     widget_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
@@ -112,7 +134,7 @@ DialogWindow::~DialogWindow() {
 }
 
 void DialogWindow::add_controls(const DialogTemplate& design) {
-    const DialogUnits units(design);
+    const DialogUnits units(design, widget_->font());
     for (const DialogItem& item : design.items) {
         widget_->controls().add(item, units.rect(item.x, item.y, item.width, item.height),
                                 handle());

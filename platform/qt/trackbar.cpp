@@ -76,7 +76,7 @@ void TrackbarWidget::initStyleOption(QStyleOptionSlider* option) const {
     const QSize whole =
         style()->sizeFromContents(QStyle::CT_Slider, option, QSize(width(), thick), this);
     const int needed = std::min(height(), whole.height());
-    const int above = std::clamp(height() / 4 - needed / 2, 0, height() - needed);
+    const int above = std::clamp(height() / 4 - (needed - kTicks) / 2, 0, height() - needed);
     option->rect = QRect(0, above, width(), needed);
     option->state.setFlag(QStyle::State_Sunken, isSliderDown());
 }
@@ -188,16 +188,16 @@ void TrackbarWidget::mousePressEvent(QMouseEvent* event) {
     }
     constexpr int kFirst = 500; // milliseconds
     pointer_ = at;
+    page_ = at < thumb.left() ? SliderPageStepSub : SliderPageStepAdd;
     page_timer_.start(kFirst, this);
     page_toward_pointer();
 }
 
+// Whole pages only, and not back when the last one went beyond the pointer.
 void TrackbarWidget::page_toward_pointer() {
     const QRect thumb = part(QStyle::SC_SliderHandle);
-    if (pointer_ < thumb.left()) {
-        triggerAction(SliderPageStepSub);
-    } else if (pointer_ > thumb.right()) {
-        triggerAction(SliderPageStepAdd);
+    if (page_ == SliderPageStepSub ? pointer_ < thumb.left() : pointer_ > thumb.right()) {
+        triggerAction(page_);
     }
 }
 

@@ -49,9 +49,10 @@ class TrackbarWidget : public QSlider {
     LastRelease last_release_;
     QBasicTimer release_timer_; // runs while the release may prove to be none
     QBasicTimer page_timer_;    // runs while the groove is held
-    int pointer_ = 0;           // where the groove is held
-    int grip_ = 0;              // where the thumb is held, from its left
-    int wheel_ = 0;             // turned and not yet a step, in eighths of a degree
+    SliderAction page_ = SliderNoAction;
+    int pointer_ = 0; // where the groove is held
+    int grip_ = 0;    // where the thumb is held, from its left
+    int wheel_ = 0;   // turned and not yet a step, in eighths of a degree
 };
 
 class TrackbarControl : public Control {

@@ -214,6 +214,22 @@ void press(HWND window, const std::string& keys) {
                     combination.keyboardModifiers());
 }
 
+void hold(HWND window, const std::string& keys, int repeats) {
+    const QKeyCombination combination = QKeySequence::fromString(QString::fromStdString(keys))[0];
+    QWindow* top = widget_of(window)->windowHandle();
+    QTest::keyPress(top, combination.key(), combination.keyboardModifiers());
+    for (int i = 0; i < repeats; ++i) {
+        qt_handleKeyEvent(top, QEvent::KeyPress, combination.key(), combination.keyboardModifiers(),
+                          {}, true);
+    }
+}
+
+void let_go(HWND window, const std::string& keys) {
+    const QKeyCombination combination = QKeySequence::fromString(QString::fromStdString(keys))[0];
+    QTest::keyRelease(widget_of(window)->windowHandle(), combination.key(),
+                      combination.keyboardModifiers());
+}
+
 void click(HWND window, int x, int y, Button button, unsigned modifiers) {
     click_widget(client_of(window), QPoint(x, y), mouse_button(button), held(modifiers));
 }

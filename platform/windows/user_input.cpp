@@ -18,7 +18,7 @@ constexpr NamedKey kNamedKeys[] = {
     {"Return", VK_RETURN}, {"Esc", VK_ESCAPE},  {"Tab", VK_TAB},   {"Space", VK_SPACE},
     {"Up", VK_UP},         {"Down", VK_DOWN},   {"Left", VK_LEFT}, {"Right", VK_RIGHT},
     {"PgUp", VK_PRIOR},    {"PgDown", VK_NEXT}, {"Home", VK_HOME}, {"End", VK_END},
-    {"Ins", VK_INSERT},    {"Del", VK_DELETE},
+    {"Ins", VK_INSERT},    {"Del", VK_DELETE},  {"F10", VK_F10},
 };
 
 struct ModifierKey {
@@ -84,17 +84,32 @@ unsigned take_modifiers(std::string& keys) {
     return modifiers;
 }
 
-void send_keys(std::string keys) {
-    const unsigned modifiers = take_modifiers(keys);
+// The key behind the modifiers, to which it may add the shift key.
+WORD take_key(std::string keys, unsigned* modifiers) {
+    *modifiers = take_modifiers(keys);
     for (const NamedKey& named : kNamedKeys) {
         if (keys == named.name) {
-            send_key(named.key, modifiers);
-            return;
+            return named.key;
         }
     }
     const char plain = static_cast<char>(std::tolower(static_cast<unsigned char>(keys.front())));
     const auto key = static_cast<WORD>(VkKeyScanA(plain));
-    send_key(LOBYTE(key), modifiers | (HIBYTE(key) == 1 ? shift : none));
+    *modifiers |= HIBYTE(key) == 1 ? shift : none;
+    return LOBYTE(key);
+}
+
+// One event for each modifier and the key, all of them down or all up.
+void send_each(const std::string& keys, bool down, int times) {
+    unsigned modifiers = none;
+    const WORD key = take_key(keys, &modifiers);
+    std::vector<INPUT> events;
+    for (const ModifierKey& modifier : kModifierKeys) {
+        if ((modifiers & modifier.modifier) != 0) {
+            events.push_back(key_event(modifier.key, down));
+        }
+    }
+    events.insert(events.end(), static_cast<std::size_t>(times), key_event(key, down));
+    send(events);
 }
 
 void send_text(const std::string& text) {
@@ -115,7 +130,7 @@ void send_text(const std::string& text) {
 
 bool left_held = false; // by hold_arrow()
 
-void let_go() {
+void let_go_of_mouse() {
     if (left_held) {
         left_held = false;
         send({mouse_event(MOUSEEVENTF_LEFTUP)});
@@ -124,7 +139,7 @@ void let_go() {
 
 // Clicks that follow each other quickly are two unless one asks for a double click.
 void click_times(POINT at, Button button, unsigned modifiers, int times) {
-    let_go();
+    let_go_of_mouse();
     SetDoubleClickTime(times > 1 ? 5000 : 1);
     SetCursorPos(at.x, at.y);
     const bool left = button == Button::left;
@@ -193,9 +208,22 @@ void press(HWND window, const std::string& keys) {
     soon([=] {
         if (IsWindow(window)) {
             bring_up(window);
-            send_keys(keys);
+            unsigned modifiers = none;
+            const WORD key = take_key(keys, &modifiers);
+            send_key(key, modifiers);
         }
     });
+}
+
+void hold(HWND window, const std::string& keys, int repeats) {
+    soon([=] {
+        bring_up(window);
+        send_each(keys, true, 1 + repeats);
+    });
+}
+
+void let_go(HWND, const std::string& keys) {
+    soon([=] { send_each(keys, false, 1); });
 }
 
 void click(HWND window, int x, int y, Button button, unsigned modifiers) {

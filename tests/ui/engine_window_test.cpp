@@ -72,6 +72,27 @@ TEST(EngineWindow, TheLimitCountsOnceRedrawIsPressed) {
     settle();
 }
 
+TEST(EngineWindow, TheTabKeyWalksAroundAndReturnRedraws) {
+    const Editor editor("( FWD_10 )");
+    const auto press = [&editor](const std::vector<std::string>& keys) {
+        for (const std::string& key : keys) {
+            user::press(editor.handle(), key);
+            settle();
+        }
+        return user::text(editor.handle(), IDC_LIMIT);
+    };
+    EXPECT_EQ(press({"Tab", "Home", "7"}), "710240");
+    EXPECT_EQ(press({"Return", "End", "1"}), "7102401"); // the field keeps the keyboard
+    EXPECT_EQ(editor.record()->stepLimit, 710240);
+    EXPECT_EQ(press({"Tab", "Space", "2"}), "7102401");
+    EXPECT_EQ(editor.record()->stepLimit, 7102401);
+    EXPECT_EQ(press({"Shift+Tab", "Home", "2"}), "27102401");
+    EXPECT_EQ(press({"Shift+Tab", "3", "Shift+Tab", "Return"}), "27102401");
+    EXPECT_EQ(editor.record()->stepLimit, 27102401);
+    press({"Tab", "Ctrl+W"}); // to the window itself
+    EXPECT_FALSE(IsWindow(editor.handle()));
+}
+
 TEST(EngineWindow, EditorsStandAloneOnCopies) {
     prepare_program();
     HWND first = nullptr;

@@ -82,6 +82,38 @@ TEST(PopulationWindow, ShiftTogglesMarksAlsoUnseenAndTwiceInADoubleClick) {
     EXPECT_EQ(user::pixel(window.handle(), cell.left - 4, cell.top), RGB(0, 0, 0));
 }
 
+// What a window is told of commands and painting.
+Texts told;
+
+LRESULT CALLBACK NotingProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                            DWORD_PTR) {
+    if (message == WM_COMMAND) {
+        told.push_back(LOWORD(wparam) == IDM_EVOLVE ? "evolve" : "revert");
+    } else if (message == WM_PAINT) {
+        told.emplace_back("paint");
+    }
+    return DefSubclassProc(window, message, wparam, lparam);
+}
+
+TEST(PopulationWindow, OnePressOfAHeldKeyWaitsAndEachOutcomeIsShown) {
+    const PopulationWindow window(small_params(8));
+    const Texts first = window.programs();
+    SetWindowSubclass(window.handle(), NotingProc, 0, 0);
+    told.clear();
+    user::hold(window.handle(), "Ctrl+E", 5);
+    user::let_go(window.handle(), "Ctrl+E");
+    user::press(window.handle(), "Ctrl+R");
+    settle();
+    EXPECT_EQ(told, (Texts{"evolve", "paint", "revert", "paint"}));
+    EXPECT_EQ(window.programs(), first);
+    told.clear();
+    for (int taps = 0; taps < 2; ++taps) {
+        user::press(window.handle(), "Ctrl+E");
+    }
+    settle();
+    EXPECT_EQ(told, (Texts{"evolve", "paint", "evolve", "paint"}));
+}
+
 TEST(PopulationWindow, PaintsWithoutTheSelectionWhileBusy) {
     const PopulationWindow window(small_params(8));
     LogoWindow* record = window.record();
