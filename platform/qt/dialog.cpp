@@ -75,18 +75,15 @@ class DialogUnits {
 // The desktop's font, or a smaller one where the dialog would not fit the screen otherwise.
 QFont dialog_font(const DialogTemplate& design) {
     constexpr QSize kFrame(10, 30); // that a window manager puts around it
-    constexpr qreal kStep = 0.5;
-    constexpr qreal kSmallest = 5; // points
+    constexpr int kSmallest = 8;    // pixels
     const QSize room = QGuiApplication::primaryScreen()->availableSize() - kFrame;
     QFont font = QApplication::font();
-    qreal points = QFontInfo(font).pointSizeF(); // also of one that is given in pixels
     const auto fits = [&] {
         const QSize size = DialogUnits(design, font).rect(0, 0, design.width, design.height).size();
         return size.width() <= room.width() && size.height() <= room.height();
     };
-    while (!fits() && points - kStep >= kSmallest) {
-        points -= kStep;
-        font.setPointSizeF(points);
+    for (int pixels = QFontInfo(font).pixelSize(); !fits() && pixels > kSmallest;) {
+        font.setPixelSize(--pixels);
     }
     return font;
 }

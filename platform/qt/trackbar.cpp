@@ -63,7 +63,7 @@ WORD action_code(int action) {
 
 TrackbarWidget::TrackbarWidget(QWidget* parent, std::function<void(WORD)> notify, bool tooltips)
     : QSlider(Qt::Horizontal, parent), notify_(std::move(notify)), tooltips_(tooltips) {
-    setFocusPolicy(Qt::StrongFocus); // the wheel takes the keyboard from nobody
+    setFocusPolicy(Qt::TabFocus); // and by the left button
     connect(this, &QAbstractSlider::actionTriggered, this, &TrackbarWidget::tell);
 }
 
@@ -178,6 +178,7 @@ void TrackbarWidget::mousePressEvent(QMouseEvent* event) {
         return;
     }
     end_tracking();
+    setFocus(Qt::MouseFocusReason);
     // The whole height takes a click, as on Windows, not just the thin groove.
     const int at = event->position().toPoint().x();
     const QRect thumb = part(QStyle::SC_SliderHandle);
