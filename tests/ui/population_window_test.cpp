@@ -1,7 +1,9 @@
 // The population window: geometry, the mouse, and creation that fails.
 #include "resources/resource.h"
+#include "tests/support/answers.h"
 #include "tests/support/failing_new.h"
 #include "tests/ui/program.h"
+#include "ui/population_dialog.h"
 #include "ui/population_view.h"
 
 #include <gtest/gtest.h>
@@ -126,6 +128,27 @@ TEST(PopulationWindow, PaintsWithoutTheSelectionWhileBusy) {
         EXPECT_EQ(user::pixel(window.handle(), cell.left - 3, cell.top), color);
         record->busy = 0;
     }
+}
+
+TEST(PopulationDialog, TakesASliderWhoseKeyIsLetGoElsewhere) {
+    prepare_program();
+    const char* title = "Population Description";
+    Answers()
+        .dialog(title,
+                [](HWND dialog) {
+                    user::focus(dialog, IDC_PCROSS);
+                    user::hold(dialog, "Right", 0);
+                })
+        .press(title, "Tab")
+        .dialog(title, [](HWND dialog) { user::let_go(dialog, "Right"); })
+        .press(title, "Esc")
+        .gone(title)
+        .during(NewPopulation);
+    Answers()
+        .dialog(title, [](HWND dialog) { EXPECT_EQ(user::position(dialog, IDC_PCROSS), 85); })
+        .press(title, "Esc")
+        .gone(title)
+        .during(NewPopulation);
 }
 
 TEST(PopulationWindow, CreationThatRunsOutOfMemoryTellsSoAndLeavesNothing) {
