@@ -2,6 +2,7 @@
 
 #include "files/file_dialog.h"
 #include "files/pen_size.h"
+#include "files/saved_file.h"
 #include "resources/resource.h"
 #include "services/typed_number.h"
 
@@ -106,8 +107,7 @@ void write_metafile(const std::string& name, const SelectedTurtle& turtle) {
     draw_run(metafile, ctx, turtle.program, nullptr);
     HENHMETAFILE picture = close_metafile(metafile);
     if (picture == nullptr) {
-        std::fprintf(stderr, "ERROR SAVE FILE '%s' = %d\n", name.c_str(),
-                     static_cast<int>(GetLastError()));
+        log_failed_save(name, static_cast<int>(GetLastError()));
         return;
     }
     DeleteEnhMetaFile(picture);

@@ -1,5 +1,7 @@
 #include "ui/log_files.h"
 
+#include "platform/whole_file.h"
+
 #include <cstdio>
 
 namespace pelmora {
@@ -12,13 +14,9 @@ bool can_write(const char* path) {
 
 // The path, or the null device when it cannot be written. A failed freopen() would leave the stream
 // closed and its descriptor free: the next file opened, maybe a user's drawing, would get it and
-// with it the log lines. So a path is tried out first. What the one platform calls its null device
-// is no path at all to the other, as long as they are tried in this order.
+// with it the log lines. So a path is tried out first.
 const char* log_target(const char* path) {
-    if (can_write(path)) {
-        return path;
-    }
-    return can_write("/dev/null") ? "/dev/null" : "NUL";
+    return can_write(path) ? path : platform::kNullDevice;
 }
 
 void open_log(std::FILE* stream, const char* path) {

@@ -63,10 +63,10 @@ QByteArray metafile_bytes(HENHMETAFILE handle) {
 using namespace platform;
 
 HDC CreateEnhMetaFileA(HDC, LPCSTR path, const RECT* frame, LPCSTR description) {
-    std::unique_ptr<OutputFile> file;
+    std::unique_ptr<WholeFile> file;
     if (path != nullptr) {
-        file = std::make_unique<OutputFile>(path);
-        if (!file->is_open()) {
+        file = std::make_unique<WholeFile>(path);
+        if (file->stream() == nullptr) {
             SetLastError(ERROR_PATH_NOT_FOUND);
             return nullptr;
         }

@@ -96,7 +96,7 @@ void RecordBytes::replace(std::size_t offset, std::uint32_t value) {
 }
 
 MetafileRecorder::MetafileRecorder(const RECT* frame, LPCSTR description,
-                                   std::unique_ptr<OutputFile> file)
+                                   std::unique_ptr<WholeFile> file)
     : device_(screen_device()), description_(stored_description(description)),
       file_(std::move(file)), has_frame_(frame != nullptr) {
     if (frame != nullptr) {
@@ -257,9 +257,12 @@ QByteArray MetafileRecorder::close() {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return {};
     }
-    if (file_ != nullptr && !file_->write(bytes_.data(), bytes_.size())) {
-        SetLastError(ERROR_WRITE_FAULT);
-        return {};
+    if (file_ != nullptr) {
+        std::fwrite(bytes_.data(), 1, bytes_.size(), file_->stream()); // commit() tells
+        if (file_->commit() != 0) {
+            SetLastError(ERROR_WRITE_FAULT);
+            return {};
+        }
     }
     try {
         return {bytes_.data(), static_cast<qsizetype>(bytes_.size())};

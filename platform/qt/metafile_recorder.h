@@ -3,7 +3,7 @@
 
 #include "platform/qt/device_context.h"
 #include "platform/qt/metafile.h"
-#include "platform/qt/output_file.h"
+#include "platform/whole_file.h"
 
 #include <QByteArray>
 
@@ -42,7 +42,7 @@ class MetafileRecorder final : public DeviceOutput {
   public:
     // `frame` may be null; `description` ends with two zeros, or is null. `file` is where the
     // metafile goes when it is closed, null for memory.
-    MetafileRecorder(const RECT* frame, LPCSTR description, std::unique_ptr<OutputFile> file);
+    MetafileRecorder(const RECT* frame, LPCSTR description, std::unique_ptr<WholeFile> file);
     ~MetafileRecorder() override;
 
     void move_to(int x, int y) override;
@@ -68,7 +68,7 @@ class MetafileRecorder final : public DeviceOutput {
     ReferenceDevice device_;
     RecordBytes bytes_;
     QByteArray description_; // as stored: UTF-16
-    std::unique_ptr<OutputFile> file_;
+    std::unique_ptr<WholeFile> file_;
     std::vector<const GdiObject*> objects_; // number 1 is the first; null: free
     std::size_t most_objects_ = 0;
     std::uint32_t records_ = 1; // the header

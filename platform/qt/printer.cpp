@@ -1,8 +1,8 @@
 // Printers: the desktop's print dialog, and pages drawn on what it chose.
 #include "platform/qt/device_context.h"
-#include "platform/qt/output_file.h"
 #include "platform/qt/toolkit_dialog.h"
 #include "platform/qt/window.h"
+#include "platform/whole_file.h"
 
 #include <QDir>
 #include <QPainter>
@@ -72,7 +72,7 @@ class PrinterOutput final : public DeviceOutput {
     QPen pen_{Qt::black, 0}; // as the stock pen
     QPolygon lines_;         // begins at the current point
     ABORTPROC abort_ = nullptr;
-    std::unique_ptr<OutputFile> file_;                               // printed to; null: a printer
+    std::unique_ptr<WholeFile> file_;                                // printed to; null: a printer
     QTemporaryFile part_{QDir::tempPath() + "/printing-XXXXXX.pdf"}; // until the job is complete
     bool started_ = false;
     bool in_page_ = false;
@@ -116,8 +116,8 @@ bool PrinterOutput::open_file() {
     if (path.isEmpty()) {
         return true;
     }
-    file_ = std::make_unique<OutputFile>(QFile::encodeName(path).constData());
-    if (!file_->is_open() || !part_.open()) {
+    file_ = std::make_unique<WholeFile>(QFile::encodeName(path).toStdString());
+    if (file_->stream() == nullptr || !part_.open()) {
         return false;
     }
     printer_->setOutputFileName(part_.fileName());
@@ -132,8 +132,9 @@ bool PrinterOutput::complete_file() {
     constexpr qsizetype kTail = 16;
     QFile part(part_.fileName()); // opened anew, in case the toolkit has put another in its place
     const QByteArray document = part.open(QIODevice::ReadOnly) ? part.readAll() : QByteArray();
-    return document.right(kTail).contains("%%EOF") &&
-           file_->write(document.constData(), static_cast<std::size_t>(document.size()));
+    std::fwrite(document.constData(), 1, static_cast<std::size_t>(document.size()),
+                file_->stream()); // commit() tells
+    return document.right(kTail).contains("%%EOF") && file_->commit() == 0;
 }
 
 void PrinterOutput::abandon() {

@@ -11,6 +11,8 @@
 #include <thread>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -100,6 +102,63 @@ TEST(PosixFiles, AFullDiskLeavesTheOldFile) {
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log;
     EXPECT_STREQ(load_text(path).text.get(), "old");
     EXPECT_EQ(folder.count(), 1);
+}
+
+TEST(PosixFiles, NoRoomForAnotherFileLeavesTheOldOne) {
+    const Folder folder;
+    const SmallDisk disk(folder.path(), 2);
+    if (!disk.mounted()) {
+        GTEST_SKIP() << "only root has a disk to fill";
+    }
+    write_file(folder.path("old"), "old content");
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(save(folder.path("old"), "new"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ERROR SAVE FILE '" + folder.path("old") + "' = 28\n");
+    EXPECT_EQ(content_of(folder.path("old")), "old content");
+    EXPECT_EQ(folder.count(), 1);
+}
+
+// In a folder such as /tmp a file that all may write keeps its name for its owner.
+TEST(PosixFiles, WhatMayNotBeReplacedIsWrittenInPlace) {
+    const Folder folder;
+    for (const char* name : {"shorter", "longer"}) {
+        write_file(folder.path(name), "old content");
+        fs::permissions(folder.path(name), fs::perms::all);
+    }
+    {
+        fs::permissions(folder.path(), fs::perms::all | fs::perms::sticky_bit);
+        const NotRoot user;
+        EXPECT_TRUE(save(folder.path("shorter"), "new"));
+        EXPECT_TRUE(save(folder.path("longer"), "newer than the old content"));
+    }
+    EXPECT_EQ(content_of(folder.path("shorter")), "new");
+    EXPECT_EQ(content_of(folder.path("longer")), "newer than the old content");
+    EXPECT_EQ(folder.count(), 2);
+}
+
+TEST(PosixFiles, WhatAKilledSaveLeftGoesWithTheNext) {
+    const Folder folder;
+    const std::string path = folder.path("file");
+    write_file(path, "old content");
+    const pid_t killed = ::fork();
+    if (killed == 0) {
+        const SavedFile file(path);
+        std::fputs("half", file.stream());
+        std::fflush(file.stream());
+        ::kill(::getpid(), SIGKILL);
+    }
+    ::waitpid(killed, nullptr, 0);
+    EXPECT_EQ(content_of(path), "old content");
+    EXPECT_EQ(folder.count(), 2);
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+        EXPECT_TRUE(entry.path() == path || entry.path().filename().native().front() == '.');
+    }
+    SavedFile of_another(path);
+    EXPECT_EQ(folder.count(), 2); // the old file and that of the other
+    EXPECT_TRUE(save(folder.path("beside"), "new"));
+    EXPECT_TRUE(of_another.commit());
+    EXPECT_EQ(folder.count(), 2);
 }
 
 } // namespace

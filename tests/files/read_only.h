@@ -5,26 +5,44 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 namespace pelmora_test {
 
-// Makes a folder one that cannot be written, also for a test that root runs.
-class ReadOnly {
+// While it lives, a test that root runs has the rights of a user who owns nothing.
+class NotRoot {
   public:
-    explicit ReadOnly(const Folder& folder) : path_(folder.path()), user_(::geteuid()) {
-        std::filesystem::permissions(path_, std::filesystem::perms(0555));
+    NotRoot() : user_(::geteuid()) {
         constexpr uid_t kNobody = 65534;
         if (user_ == 0 && ::seteuid(kNobody) != 0) {
             std::abort();
         }
     }
-    ~ReadOnly() {
+    ~NotRoot() {
         if (::seteuid(user_) != 0) {
             std::abort();
         }
+    }
+    NotRoot(const NotRoot&) = delete;
+    NotRoot& operator=(const NotRoot&) = delete;
+
+  private:
+    uid_t user_;
+};
+
+// Makes a folder one that cannot be written, also for a test that root runs.
+class ReadOnly {
+  public:
+    explicit ReadOnly(const Folder& folder) : path_(folder.path()) {
+        std::filesystem::permissions(path_, std::filesystem::perms(0555));
+        user_.emplace();
+    }
+    ~ReadOnly() {
+        user_.reset();
         std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
     }
     ReadOnly(const ReadOnly&) = delete;
@@ -32,7 +50,28 @@ class ReadOnly {
 
   private:
     std::filesystem::path path_;
-    uid_t user_;
+    std::optional<NotRoot> user_;
+};
+
+// A disk for so many files, the folder itself being one. Only root may mount one.
+class SmallDisk {
+  public:
+    SmallDisk(const std::string& path, int files)
+        : path_(path), mounted_(::mount("small", path.c_str(), "tmpfs", 0,
+                                        ("nr_inodes=" + std::to_string(files)).c_str()) == 0) {}
+    ~SmallDisk() {
+        if (mounted_) {
+            ::umount(path_.c_str());
+        }
+    }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+
+    bool mounted() const { return mounted_; }
+
+  private:
+    std::string path_;
+    bool mounted_;
 };
 
 // While it lives, writing beyond so many bytes of a file fails, as on a full disk.

@@ -5,8 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -29,6 +31,19 @@ TEST(WindowsFiles, WhatOthersHoldOrProtectIsKept) {
         EXPECT_EQ(content_of(path), "old content");
         EXPECT_EQ(folder.count(), 1);
     }
+    // Most let go soon. Others of these are scanners, which look at whatever is new.
+    for (const DWORD shared : {DWORD{0}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
+        HANDLE other = CreateFileA(path.c_str(), GENERIC_READ, shared, nullptr, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr);
+        std::thread holder([other] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            CloseHandle(other);
+        });
+        EXPECT_TRUE(save(path, "new " + std::to_string(shared)));
+        holder.join();
+        EXPECT_EQ(content_of(path), "new " + std::to_string(shared));
+        EXPECT_EQ(folder.count(), 1);
+    }
     // A reader that lets others write, as most do, only keeps the file's place.
     {
         std::ifstream reader(path);
@@ -45,6 +60,48 @@ TEST(WindowsFiles, WhatOthersHoldOrProtectIsKept) {
     if (!is_protected) {
         GTEST_SKIP() << "Wine protects no file from root";
     }
+}
+
+// Two minutes old, as what a killed program left.
+HANDLE make_leftover(const std::string& path, DWORD shared) {
+    HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, shared, nullptr, CREATE_NEW,
+                              FILE_ATTRIBUTE_HIDDEN, nullptr);
+    FILETIME time{};
+    GetSystemTimeAsFileTime(&time);
+    ULARGE_INTEGER number{{time.dwLowDateTime, time.dwHighDateTime}};
+    number.QuadPart -= 120 * 10'000'000ULL;
+    time = {number.LowPart, number.HighPart};
+    EXPECT_TRUE(SetFileTime(file, nullptr, nullptr, &time));
+    return file;
+}
+
+TEST(WindowsFiles, WhatAKilledSaveLeftGoesWithTheNext) {
+    const Folder folder;
+    const std::string path = folder.path("file");
+    CloseHandle(make_leftover(folder.path(".pelmora-saving-1"), 0));
+    HANDLE of_another = make_leftover(folder.path(".pelmora-saving-2"), 0);
+    {
+        SavedFile file(path);
+        EXPECT_EQ(folder.count(), 2);
+        for (const auto& entry : std::filesystem::directory_iterator(path_of(folder.path()))) {
+            EXPECT_NE(GetFileAttributesW(entry.path().c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
+        }
+        EXPECT_TRUE(save(folder.path("beside"), "x")); // and does not disturb it
+        EXPECT_TRUE(file.commit());
+    }
+    EXPECT_EQ(GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
+    CloseHandle(of_another);
+    EXPECT_EQ(folder.count(), 3);
+    EXPECT_TRUE(save(path, "y"));
+    EXPECT_EQ(folder.count(), 2);
+}
+
+TEST(WindowsFiles, PathsAreAsLongAsTheSystemHasThem) {
+    const Folder folder;
+    const std::string path = folder.path(std::string(255 - folder.path("").size(), 'n'));
+    EXPECT_TRUE(save(path, "old"));
+    EXPECT_TRUE(save(path, "new"));
+    EXPECT_EQ(content_of(path), "new");
 }
 
 TEST(WindowsFiles, DevicesAndImpossibleNamesAreNoFiles) {

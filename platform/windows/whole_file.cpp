@@ -1,0 +1,324 @@
+// Whole files, over the system's own calls that replace a file: they keep its attributes, its
+// rights and its streams.
+#include "platform/whole_file.h"
+#include "platform/win32.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <random>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <io.h>
+
+namespace platform {
+
+const char kNullDevice[] = "NUL";
+
+namespace {
+
+constexpr wchar_t kTemporary[] = L".pelmora-saving-";
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// An open handle, or INVALID_HANDLE_VALUE.
+class Handle {
+  public:
+    explicit Handle(HANDLE handle = INVALID_HANDLE_VALUE) : handle_(handle) {}
+    ~Handle() {
+        if (is_open()) {
+            const DWORD error = GetLastError();
+            CloseHandle(handle_);
+            SetLastError(error);
+        }
+    }
+    Handle(Handle&& other) noexcept : handle_(other.release()) {}
+    Handle& operator=(Handle&& other) noexcept {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
+    bool is_open() const { return handle_ != INVALID_HANDLE_VALUE; }
+    HANDLE get() const { return handle_; }
+    HANDLE release() { return std::exchange(handle_, INVALID_HANDLE_VALUE); }
+
+  private:
+    HANDLE handle_;
+};
+
+// Empty for bytes that are no UTF-8.
+std::wstring wide(const std::string& text) {
+    const int size = static_cast<int>(text.size());
+    std::wstring result(text.size(), L'\0');
+    result.resize(static_cast<std::size_t>(MultiByteToWideChar(
+        CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), size, result.data(), size)));
+    return result;
+}
+
+// A path in the form that may be longer than 260 characters; a device becomes \\.\NAME.
+std::wstring full_path(const std::wstring& path) {
+    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(
+        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    if (full.empty() || full.starts_with(L"\\\\.\\") || full.starts_with(L"\\\\?\\")) {
+        return full;
+    }
+    return full.starts_with(L"\\\\") ? L"\\\\?\\UNC\\" + full.substr(2) : L"\\\\?\\" + full;
+}
+
+// The path of an open file with its links resolved; empty where the system cannot tell.
+std::wstring final_path(const Handle& file) {
+    std::wstring path(GetFinalPathNameByHandleW(file.get(), nullptr, 0, VOLUME_NAME_DOS), L'\0');
+    path.resize(GetFinalPathNameByHandleW(file.get(), path.data(), static_cast<DWORD>(path.size()),
+                                          VOLUME_NAME_DOS));
+    return path;
+}
+
+// Scanners, indexers and programs that copy files elsewhere hold a file for a moment: what they
+// stand in the way of is tried again for about a second.
+Handle open_patiently(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
+    constexpr int kTries = 20;
+    constexpr DWORD kPause = 50;
+    for (int i = 1;; ++i) {
+        Handle file(CreateFileW(path.c_str(), access, share, nullptr, disposition,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (file.is_open() || GetLastError() != ERROR_SHARING_VIOLATION || i == kTries) {
+            return file;
+        }
+        Sleep(kPause);
+    }
+}
+
+// Waits until nobody minds that the file goes from its name.
+bool await_free(const std::wstring& path, DWORD share) {
+    return open_patiently(path, DELETE, share, OPEN_EXISTING).is_open() ||
+           GetLastError() != ERROR_SHARING_VIOLATION;
+}
+
+bool is_out_of_room(DWORD error) {
+    constexpr DWORD kQuotaExceeded = 1295; // ERROR_DISK_QUOTA_EXCEEDED
+    return error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL || error == kQuotaExceeded ||
+           error == ERROR_NOT_ENOUGH_QUOTA;
+}
+
+int errno_of(DWORD error) {
+    return std::error_code(static_cast<int>(error), std::system_category())
+        .default_error_condition()
+        .value();
+}
+
+// Removes what killed processes left in a folder, which ends with "\". A file that is being written
+// is open, and shared with nobody; for the moment between that and its taking the place of another
+// no file is touched that is less than a minute old.
+void remove_leftovers(const std::wstring& folder) {
+    constexpr std::uint64_t kMinute = 60 * std::uint64_t{10'000'000};
+    const auto number = [](FILETIME time) {
+        return (std::uint64_t{time.dwHighDateTime} << 32U) + time.dwLowDateTime;
+    };
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    WIN32_FIND_DATAW found{};
+    HANDLE search = FindFirstFileW((folder + kTemporary + L"*").c_str(), &found);
+    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
+        if (number(found.ftLastWriteTime) + kMinute < number(now)) {
+            const Handle removed(
+                CreateFileW((folder + found.cFileName).c_str(), DELETE, 0, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+        }
+    }
+    if (search != INVALID_HANDLE_VALUE) {
+        FindClose(search);
+    }
+}
+
+// The size that a file is to have; the file's position stays there.
+bool set_size(const Handle& file, LARGE_INTEGER size) {
+    return SetFilePointerEx(file.get(), size, nullptr, FILE_BEGIN) && SetEndOfFile(file.get());
+}
+
+// Copies a whole file over an old one, for which there has to be room before anything is lost.
+// False with the last error.
+bool copy_over(const std::wstring& new_file, const std::wstring& old_file) {
+    LARGE_INTEGER source{};
+    LARGE_INTEGER target{};
+    const Handle to = open_patiently(old_file, GENERIC_WRITE, kShareAll, OPEN_ALWAYS);
+    if (!to.is_open() || !GetFileSizeEx(to.get(), &target)) {
+        return false;
+    }
+    const Handle from = open_patiently(new_file, GENERIC_READ, kShareAll, OPEN_EXISTING);
+    if (!from.is_open() || !GetFileSizeEx(from.get(), &source)) {
+        return false;
+    }
+    if (source.QuadPart > target.QuadPart && !set_size(to, source)) {
+        const DWORD error = GetLastError();
+        set_size(to, target);
+        SetLastError(error);
+        return false;
+    }
+    SetFilePointerEx(to.get(), {}, nullptr, FILE_BEGIN);
+    char part[65536];
+    DWORD count = 0;
+    BOOL success = TRUE;
+    while ((success = ReadFile(from.get(), part, sizeof part, &count, nullptr)) && count != 0) {
+        DWORD written = 0;
+        if (!WriteFile(to.get(), part, count, &written, nullptr)) {
+            return false;
+        }
+    }
+    return success && SetEndOfFile(to.get());
+}
+
+} // namespace
+
+struct WholeFile::State {
+    std::wstring target;
+    std::wstring temporary; // empty: written in place
+    std::FILE* stream = nullptr;
+    int error = 0; // why there is none
+
+    void open_over(Handle old);
+    void open_new();
+    void open_stream(Handle file);
+    HANDLE file() const { return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))); }
+    int complete() const;
+    void show_temporary() const;
+    bool take_place() const;
+    void remove_temporary();
+};
+
+void WholeFile::State::open_stream(Handle file) {
+    const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(file.get()), _O_BINARY);
+    if (descriptor == -1) {
+        return;
+    }
+    file.release();
+    stream = _fdopen(descriptor, "wb");
+    if (stream == nullptr) {
+        _close(descriptor);
+    }
+}
+
+void WholeFile::State::open_new() {
+    const std::wstring folder = target.substr(0, target.rfind(L'\\') + 1);
+    remove_leftovers(folder);
+    std::random_device number;
+    temporary = folder + kTemporary + std::to_wstring(number()) + std::to_wstring(number());
+    Handle file(CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                            FILE_ATTRIBUTE_HIDDEN, nullptr));
+    if (!file.is_open()) {
+        temporary.clear();
+        return;
+    }
+    open_stream(std::move(file));
+    if (stream == nullptr) {
+        remove_temporary();
+    }
+}
+
+void WholeFile::State::open_over(Handle old) {
+    if (GetFileType(old.get()) != FILE_TYPE_DISK) {
+        open_stream(std::move(old));
+        return;
+    }
+    const std::wstring path = final_path(old);
+    if (!path.empty()) {
+        target = path;
+    }
+    open_new();
+    if (stream != nullptr) {
+        return;
+    }
+    if (is_out_of_room(GetLastError())) {
+        error = errno_of(GetLastError());
+    } else {
+        open_stream(std::move(old));
+    }
+}
+
+WholeFile::WholeFile(const std::string& path) : state_(std::make_unique<State>()) {
+    state_->target = full_path(wide(path));
+    Handle old = open_patiently(state_->target, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
+    if (old.is_open()) {
+        state_->open_over(std::move(old));
+    } else if (GetLastError() == ERROR_FILE_NOT_FOUND) {
+        state_->open_new();
+    }
+}
+
+WholeFile::~WholeFile() {
+    if (state_->stream != nullptr) {
+        std::fclose(state_->stream);
+        state_->remove_temporary();
+    }
+}
+
+std::FILE* WholeFile::stream() const {
+    return state_->stream;
+}
+
+// Brings everything to the disk: a new file that takes the old one's place before it is there would
+// leave neither when the power fails.
+int WholeFile::State::complete() const {
+    const bool written = std::ferror(stream) == 0;
+    if (std::fflush(stream) != 0) {
+        return errno;
+    }
+    const bool is_file = GetFileType(file()) == FILE_TYPE_DISK;
+    if (is_file && !(temporary.empty() ? SetEndOfFile(file()) : FlushFileBuffers(file()))) {
+        return errno_of(GetLastError());
+    }
+    return written ? 0 : EIO; // the stream does not remember why an early write failed
+}
+
+// Gives the new file what users see of the old one; a new file is an ordinary one.
+void WholeFile::State::show_temporary() const {
+    constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
+                            FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+    const DWORD old = GetFileAttributesW(target.c_str());
+    SetFileAttributesW(temporary.c_str(),
+                       old != INVALID_FILE_ATTRIBUTES ? old & kKept : FILE_ATTRIBUTE_NORMAL);
+}
+
+// False with the last error.
+bool WholeFile::State::take_place() const {
+    constexpr DWORD kFlags = REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS;
+    constexpr DWORD kNobody = 0;
+    // The replacing call, when it fails, may leave a file of its own behind. When it failed in the
+    // midst the old file may be gone: then, as for a new name, a move is enough.
+    if (await_free(temporary, kNobody) && await_free(target, kShareAll) &&
+        (ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, kFlags, nullptr, nullptr) ||
+         MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH))) {
+        return true;
+    }
+    return copy_over(temporary, target);
+}
+
+// Hidden again, in case that somebody holds it just now and it stays for the next save to remove.
+void WholeFile::State::remove_temporary() {
+    if (!temporary.empty()) {
+        SetFileAttributesW(temporary.c_str(), FILE_ATTRIBUTE_HIDDEN);
+        DeleteFileW(temporary.c_str());
+        temporary.clear();
+    }
+}
+
+int WholeFile::commit() {
+    State& state = *state_;
+    if (state.stream == nullptr) {
+        return state.error;
+    }
+    const bool beside = !state.temporary.empty();
+    int error = state.complete();
+    if (beside && error == 0) {
+        state.show_temporary();
+    }
+    if (std::fclose(std::exchange(state.stream, nullptr)) != 0 && error == 0) {
+        error = errno;
+    }
+    if (beside && error == 0 && !state.take_place()) {
+        error = errno_of(GetLastError());
+    }
+    state.remove_temporary();
+    return error;
+}
+
+} // namespace platform
