@@ -1,9 +1,12 @@
 #include "files/file_dialog.h"
 
+#include "files/paths.h"
+
 #include <algorithm>
-#include <array>
+#include <filesystem>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace pelmora {
 namespace {
@@ -11,9 +14,21 @@ namespace {
 constexpr std::size_t kOpenRoom = 260;
 constexpr std::size_t kSaveRoom = 512;
 
+// The system would refuse a name that is too long for it without a word. So it gets more than any
+// path needs, four bytes for each of 32,767 characters, and accept_name() refuses.
+constexpr DWORD kSystemRoom = 4 * 32768;
+
 // The log files lie in the working directory, which no dialog may change.
-constexpr DWORD kFlags =
-    OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
+constexpr DWORD kFlags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR |
+                         OFN_PATHMUSTEXIST | OFN_ENABLEHOOK;
+
+// What a name has to be like.
+struct NameRules {
+    const char* title;
+    std::size_t room; // in characters, the terminating zero included
+    Overwrite overwrite;
+    const char* extension; // of the file that is meant
+};
 
 // UTF-8 begins each character with a byte that is none of its followers.
 std::size_t characters(std::string_view text) {
@@ -21,33 +36,73 @@ std::size_t characters(std::string_view text) {
         std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
-// The room is in characters, the terminating zero included; a character takes up to four bytes.
-template <std::size_t room>
-std::string ask(HWND owner, const char* filter, DWORD flags, BOOL(WINAPI* show)(OPENFILENAMEA*)) {
-    std::array<char, 4 * room> name{};
+// Whether a chosen name will do; if not the user is told why.
+bool accept_name(HWND dialog, const std::string& name, const NameRules& rules) {
+    if (characters(name) >= rules.room) {
+        const std::string text = "The file name is too long.\nWith its folder it may have " +
+                                 std::to_string(rules.room - 1) + " characters.";
+        MessageBoxA(dialog, text.c_str(), rules.title, MB_OK | MB_ICONWARNING);
+        return false;
+    }
+    const std::string path = with_default_extension(name, rules.extension);
+    std::error_code error;
+    if (rules.overwrite == Overwrite::silently || !std::filesystem::exists(path_of(path), error)) {
+        return true;
+    }
+    const std::string text = path + " already exists.\nDo you want to replace it?";
+    return MessageBoxA(dialog, text.c_str(), rules.title,
+                       MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
+}
+
+// Asked in the dialog, which stays open after a refusal. The system's own question about an old
+// file would be about the name as it is typed, without the extension.
+UINT_PTR CALLBACK NameHookProc(HWND hook, UINT message, WPARAM, LPARAM lparam) {
+    if (message != WM_NOTIFY) {
+        return 0;
+    }
+    const auto& notice = *reinterpret_cast<const OFNOTIFYA*>(lparam);
+    if (notice.hdr.code != CDN_FILEOK) {
+        return 0;
+    }
+    const OPENFILENAMEA& request = *notice.lpOFN;
+    if (accept_name(hook, request.lpstrFile,
+                    *reinterpret_cast<const NameRules*>(request.lCustData))) {
+        return 0;
+    }
+    SetWindowLongPtrA(hook, DWLP_MSGRESULT, 1);
+    return 1;
+}
+
+std::string ask(HWND owner, const char* filter, DWORD flags, const NameRules& rules,
+                BOOL(WINAPI* show)(OPENFILENAMEA*)) {
+    std::vector<char> name(kSystemRoom);
     OPENFILENAMEA dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
     dialog.lpstrFilter = filter;
     dialog.nFilterIndex = 1;
     dialog.lpstrFile = name.data();
-    dialog.nMaxFile = name.size();
+    dialog.nMaxFile = kSystemRoom;
     dialog.Flags = kFlags | flags;
-    const bool chosen = show(&dialog) && IsWindow(owner) && characters(name.data()) < room;
-    return chosen ? std::string(name.data()) : std::string();
+    dialog.lCustData = reinterpret_cast<LPARAM>(&rules);
+    dialog.lpfnHook = NameHookProc;
+    if (!show(&dialog) || !IsWindow(owner)) {
+        return {};
+    }
+    return with_default_extension(name.data(), rules.extension);
 }
 
 } // namespace
 
 std::string AskOpenName(HWND owner, const char* filter) {
-    return ask<kOpenRoom>(owner, filter, OFN_FILEMUSTEXIST, GetOpenFileNameA);
+    constexpr NameRules kRules{"Open", kOpenRoom, Overwrite::silently, ""};
+    return ask(owner, filter, OFN_FILEMUSTEXIST, kRules, GetOpenFileNameA);
 }
 
 std::string AskSaveName(HWND owner, const char* filter, Overwrite overwrite,
                         const char* extension) {
-    const DWORD flags = overwrite == Overwrite::ask ? OFN_OVERWRITEPROMPT : 0;
-    std::string name = ask<kSaveRoom>(owner, filter, flags, GetSaveFileNameA);
-    return name.empty() ? name : with_default_extension(std::move(name), extension);
+    const NameRules rules{"Save As", kSaveRoom, overwrite, extension};
+    return ask(owner, filter, 0, rules, GetSaveFileNameA);
 }
 
 std::string with_default_extension(std::string path, const char* extension) {

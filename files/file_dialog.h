@@ -10,16 +10,16 @@
 
 namespace pelmora {
 
-// What a save dialog does when the chosen file exists.
+// What a save dialog does when the file that will be written exists.
 enum class Overwrite { ask, silently };
 
 // Lets the user choose an existing file. `filter` holds pairs of a text and a pattern, each with
-// its zero, and a zero at the end; the first pair is preselected. Empty when the user cancelled,
-// when the path is 260 bytes or longer, or when the owner is gone.
+// its zero, and a zero at the end; the first pair is preselected. A path of 260 characters or more
+// is refused in the dialog. Empty when the user cancelled or the owner is gone.
 std::string AskOpenName(HWND owner, const char* filter);
 
-// Lets the user choose a name to save under; the same, with room for 512 bytes. A name without any
-// "." in its whole path gets `extension`, which begins with one.
+// Lets the user choose a name to save under; the same, with room for one character less than 512. A
+// name without any "." in its whole path gets `extension`, which begins with one.
 std::string AskSaveName(HWND owner, const char* filter, Overwrite overwrite, const char* extension);
 
 // `path` with `extension` appended when it holds no "." anywhere, folder names included.

@@ -109,8 +109,9 @@ void choose_filter(int index);
 // printer makes: PDF, or PostScript under Wine.
 void print_to_file(const std::string& path);
 
-// Presses a button of what question() says, by its label: "Yes", "No", "OK".
+// Presses a button of what question() says, by its label: "Yes", "No", "OK"; or Return.
 void answer(const std::string& button);
+void answer_with_return();
 
 // Presses Escape in the open file or print dialog.
 void cancel_system_dialog();

@@ -2,12 +2,15 @@
 #include "platform/qt/toolkit_dialog.h"
 #include "platform/qt/window.h"
 
+#include <QDialogButtonBox>
 #include <QDir>
+#include <QEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include <cstring>
 
@@ -64,26 +67,78 @@ bool is_pattern(const QString& path) {
     return (name.contains('*') || name.contains('?')) && !QFileInfo::exists(path);
 }
 
+// Puts the path into the request. False when it has no room.
+bool deliver(const QString& path, const OPENFILENAMEA& request) {
+    const QByteArray name = QFile::encodeName(path);
+    const auto bytes = static_cast<std::size_t>(name.size()) + 1;
+    if (bytes > request.nMaxFile) {
+        return false;
+    }
+    std::memcpy(request.lpstrFile, name.constData(), bytes);
+    return true;
+}
+
 class FileDialog : public QFileDialog {
   public:
-    FileDialog(QWidget* owner, HWND owner_handle, DWORD flags)
-        : QFileDialog(owner), owner_(owner_handle), flags_(flags) {}
+    FileDialog(QWidget* owner, OPENFILENAMEA& request)
+        : QFileDialog(owner), owner_(request.hwndOwner), request_(request) {}
 
-    // The toolkit's dialog would offer its button only for names that it has listed by then; this
-    // one says why it refuses a name.
+    // The toolkit's dialog would offer its button only for names that it likes; this one says why
+    // it refuses a name.
     void set_existing() { setFileMode(name_field() != nullptr ? AnyFile : ExistingFile); }
+    void offer_button(QDialogButtonBox::StandardButton which) {
+        if (auto* buttons = findChild<QDialogButtonBox*>()) {
+            buttons->button(which)->installEventFilter(this);
+            buttons->button(which)->setEnabled(true);
+        }
+    }
 
-    // The full path that was chosen, as it was typed.
-    QString chosen() const { return chosen_; }
+    // Runs the dialog until a name is taken. False when the user cancelled, and the dialog may be
+    // gone then, or when the name has no room. A desktop's dialog closes with any name: it is
+    // opened again after a bad one.
+    static bool run(const QPointer<FileDialog>& dialog, HWND owner) {
+        while ((owner == nullptr || IsWindow(owner)) && run_toolkit_dialog(dialog.data(), owner) &&
+               dialog != nullptr) {
+            if (dialog->name_field() != nullptr ||
+                dialog->acceptable(dialog->selectedFiles().value(0))) {
+                return dialog->fits_;
+            }
+        }
+        return false;
+    }
+
+    // Asks a question or tells something about the name, over the dialog where that stays. True for
+    // yes.
+    bool ask(const QString& title, const QString& text, QMessageBox::StandardButtons buttons) {
+        const QPointer<QMessageBox> box =
+            new QMessageBox(QMessageBox::Warning, title, text, buttons,
+                            name_field() != nullptr ? this : parentWidget());
+        box->setTextFormat(Qt::PlainText);
+        box->setEscapeButton(buttons.testFlag(QMessageBox::No) ? QMessageBox::No : QMessageBox::Ok);
+        box->setDefaultButton(QMessageBox::No);
+        run_toolkit_dialog(box.data(), owner_);
+        const bool agreed = box != nullptr && box->result() == QMessageBox::Yes;
+        delete box;
+        if (owner_ != nullptr && !IsWindow(owner_)) {
+            reject();
+        }
+        activateWindow();
+        return agreed;
+    }
 
   protected:
+    bool eventFilter(QObject* button, QEvent* event) override {
+        if (event->type() == QEvent::EnabledChange) {
+            static_cast<QWidget*>(button)->setEnabled(true);
+        }
+        return QFileDialog::eventFilter(button, event);
+    }
+
     // The toolkit's own checks ask their questions in loops in which our windows do not paint, and
-    // they take a name apart at its quotation marks. So this decides for its dialog; a desktop's
-    // dialog has decided already.
+    // they take a name apart at its quotation marks. So this decides for its dialog.
     void accept() override {
         QLineEdit* field = name_field();
         if (field == nullptr) {
-            chosen_ = selectedFiles().value(0);
             QFileDialog::accept();
             return;
         }
@@ -91,11 +146,10 @@ class FileDialog : public QFileDialog {
         if (QFileInfo(path).isDir()) {
             setDirectory(path);
             field->clear();
-            field->setFocus(); // the disabled button would pass it on to Cancel
+            field->setFocus();
             return;
         }
         if (!path.isEmpty() && acceptable(path)) {
-            chosen_ = path;
             QDialog::accept(); // NOLINT(bugprone-parent-virtual-call): not another look at the name
         }
     }
@@ -115,53 +169,66 @@ class FileDialog : public QFileDialog {
     }
 
     bool acceptable(const QString& path) {
-        if (is_pattern(path)) {
+        if (path.isEmpty() || is_pattern(path)) {
             return false;
         }
         const QFileInfo file(path);
-        if ((flags_ & OFN_PATHMUSTEXIST) != 0 && !QFileInfo(file.path()).isDir()) {
-            refuse(path + "\nPath does not exist.\nCheck the path and try again.");
-            return false;
+        if ((request_.Flags & OFN_PATHMUSTEXIST) != 0 && !QFileInfo(file.path()).isDir()) {
+            return refuse(path, "Path does not exist.\nCheck the path and try again.");
         }
-        if ((flags_ & OFN_FILEMUSTEXIST) != 0 && !file.exists()) {
-            refuse(path + "\nFile not found.\nCheck the file name and try again.");
-            return false;
+        if ((request_.Flags & OFN_FILEMUSTEXIST) != 0 && !file.exists()) {
+            return refuse(path, "File not found.\nCheck the file name and try again.");
         }
-        return (flags_ & OFN_OVERWRITEPROMPT) == 0 || !file.exists() ||
-               ask(path + " already exists.\nDo you want to replace it?",
-                   QMessageBox::Yes | QMessageBox::No);
+        fits_ = deliver(path, request_); // if not, the caller hears of it
+        return !fits_ || hook_agrees();
     }
 
-    // Tells what is wrong with the name; the dialog stays open.
-    void refuse(const QString& text) { ask(text, QMessageBox::Ok); }
-
-    // True when the user said yes.
-    bool ask(const QString& text, QMessageBox::StandardButtons buttons) {
-        const QPointer<QMessageBox> box =
-            new QMessageBox(QMessageBox::Warning, windowTitle(), text, buttons, this);
-        box->setTextFormat(Qt::PlainText);
-        box->setEscapeButton(buttons.testFlag(QMessageBox::No) ? QMessageBox::No : QMessageBox::Ok);
-        box->setDefaultButton(QMessageBox::No);
-        run_toolkit_dialog(box.data(), owner_);
-        const bool agreed = box != nullptr && box->result() == QMessageBox::Yes;
-        delete box;
-        if (owner_ != nullptr && !IsWindow(owner_)) {
-            reject();
-        }
-        activateWindow();
-        return agreed;
+    bool refuse(const QString& path, const char* reason) {
+        ask(windowTitle(), path + '\n' + reason, QMessageBox::Ok);
+        return false;
     }
+
+    bool hook_agrees();
 
     HWND owner_;
-    DWORD flags_;
-    QString chosen_;
+    OPENFILENAMEA& request_;
+    bool fits_ = false; // the name that was taken
 };
+
+// What a hook knows the dialog by. Nobody else can, so that only the dialog itself minds its keys.
+class HookWindow final : public Window {
+  public:
+    explicit HookWindow(FileDialog& dialog) : dialog_(dialog) {
+        extra().resize(DWLP_MSGRESULT + sizeof(LONG_PTR));
+    }
+    QWidget* widget() const override { return &dialog_; }
+    FileDialog& dialog() const { return dialog_; }
+    LRESULT receive(UINT, WPARAM, LPARAM) override { return 0; }
+    void dismantle() override {}
+
+  private:
+    FileDialog& dialog_;
+};
+
+bool FileDialog::hook_agrees() {
+    if ((request_.Flags & OFN_ENABLEHOOK) == 0 || request_.lpfnHook == nullptr) {
+        return true;
+    }
+    const auto hook = std::make_shared<HookWindow>(*this);
+    keep_window(hook);
+    OFNOTIFYA notice{{hook->handle(), 0, CDN_FILEOK}, &request_};
+    const bool refused =
+        request_.lpfnHook(hook->handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice)) != 0 &&
+        GetWindowLongPtrA(hook->handle(), DWLP_MSGRESULT) != 0;
+    forget_window(hook->handle());
+    return !refused;
+}
 
 void set_up(QFileDialog& dialog, const OPENFILENAMEA& request) {
     const QString folder = last_folder();
     dialog.setDirectory(!folder.isEmpty() && QDir(folder).exists() ? folder : QDir::currentPath());
     dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, (request.Flags & OFN_OVERWRITEPROMPT) == 0);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
     const QStringList filters = name_filters(request.lpstrFilter);
     if (!filters.isEmpty()) {
         dialog.setNameFilters(filters);
@@ -169,39 +236,24 @@ void set_up(QFileDialog& dialog, const OPENFILENAMEA& request) {
     }
 }
 
-// Puts the path into the request. False when it has no room.
-bool deliver(const QString& path, const OPENFILENAMEA& request) {
-    const QByteArray name = QFile::encodeName(path);
-    const auto bytes = static_cast<std::size_t>(name.size()) + 1;
-    if (bytes > request.nMaxFile) {
-        return false;
-    }
-    std::memcpy(request.lpstrFile, name.constData(), bytes);
-    return true;
-}
-
-BOOL show(const OPENFILENAMEA& request, QFileDialog::AcceptMode accept) {
+BOOL show(OPENFILENAMEA& request, QFileDialog::AcceptMode accept) {
     const bool save = accept == QFileDialog::AcceptSave;
     const Window* owner = window_of(request.hwndOwner);
-    const QPointer<FileDialog> dialog = new FileDialog(owner != nullptr ? owner->widget() : nullptr,
-                                                       request.hwndOwner, request.Flags);
+    const QPointer<FileDialog> dialog =
+        new FileDialog(owner != nullptr ? owner->widget() : nullptr, request);
     dialog->setWindowTitle(save ? QStringLiteral("Save As") : QStringLiteral("Open"));
     dialog->setAcceptMode(accept);
     if (!save && (request.Flags & OFN_FILEMUSTEXIST) != 0) {
         dialog->set_existing();
     }
+    dialog->offer_button(save ? QDialogButtonBox::Save : QDialogButtonBox::Open);
     set_up(*dialog, request);
-    QString path;
-    while (path.isEmpty() && run_toolkit_dialog(dialog.data(), request.hwndOwner) &&
-           dialog != nullptr) {
-        path = is_pattern(dialog->chosen()) ? QString() : dialog->chosen();
-    }
+    const bool chosen = FileDialog::run(dialog, request.hwndOwner);
     delete dialog;
-    if (path.isEmpty() || !deliver(path, request)) {
-        return FALSE;
+    if (chosen) {
+        last_folder() = QFileInfo(QFile::decodeName(request.lpstrFile)).absolutePath();
     }
-    last_folder() = QFileInfo(path).absolutePath();
-    return TRUE;
+    return chosen ? TRUE : FALSE;
 }
 
 } // namespace
@@ -216,4 +268,17 @@ BOOL GetOpenFileNameA(OPENFILENAMEA* request) {
 
 BOOL GetSaveFileNameA(OPENFILENAMEA* request) {
     return show(*request, QFileDialog::AcceptSave);
+}
+
+int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type) {
+    const auto* hook = dynamic_cast<const HookWindow*>(window_of(owner));
+    if (hook == nullptr) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return 0;
+    }
+    const bool question = (type & MB_YESNO) != 0;
+    const bool yes = hook->dialog().ask(QString::fromUtf8(caption), QString::fromUtf8(text),
+                                        question ? QMessageBox::Yes | QMessageBox::No
+                                                 : QMessageBox::StandardButtons(QMessageBox::Ok));
+    return yes ? IDYES : question ? IDNO : IDOK;
 }

@@ -101,6 +101,8 @@ struct WNDCLASSEXA {
     HICON hIconSm;
 };
 
+using LPOFNHOOKPROC = UINT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+
 // Here: the fields that the program uses.
 struct OPENFILENAMEA {
     DWORD lStructSize;
@@ -110,6 +112,8 @@ struct OPENFILENAMEA {
     LPSTR lpstrFile;    // out: the full path. Here: no name is proposed
     DWORD nMaxFile;     // bytes of room
     DWORD Flags;
+    LPARAM lCustData;
+    LPOFNHOOKPROC lpfnHook; // null: none
 };
 
 // Here: the fields that the program uses; both memory handles stay null.
@@ -144,6 +148,11 @@ struct NMHDR {
     HWND hwndFrom;
     UINT_PTR idFrom;
     UINT code;
+};
+
+struct OFNOTIFYA {
+    NMHDR hdr;
+    OPENFILENAMEA* lpOFN; // its file is what the user chose
 };
 
 struct NMUPDOWN {
@@ -256,17 +265,16 @@ constexpr UINT DT_BOTTOM = 0x0008;
 constexpr UINT DT_SINGLELINE = 0x0020;
 constexpr UINT DT_NOPREFIX = 0x0800;
 
-constexpr int DWLP_USER = 16; // of a dialog's own bytes, those for its procedure's use
+constexpr int DWLP_MSGRESULT = 0; // of a dialog's own bytes, those for what a message results in
+constexpr int DWLP_USER = 16;     // and those for its procedure's use
 constexpr int IDOK = 1;
 constexpr int IDCANCEL = 2;
-
-// Files
-constexpr DWORD GENERIC_WRITE = 0x40000000;
-constexpr DWORD FILE_SHARE_READ = 0x00000001;
-constexpr DWORD FILE_SHARE_WRITE = 0x00000002;
-constexpr DWORD FILE_SHARE_DELETE = 0x00000004;
-constexpr DWORD OPEN_EXISTING = 3;
-constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x00000080;
+constexpr int IDYES = 6;
+constexpr int IDNO = 7;
+constexpr UINT MB_OK = 0x0000;
+constexpr UINT MB_YESNO = 0x0004;
+constexpr UINT MB_ICONWARNING = 0x0030;
+constexpr UINT MB_DEFBUTTON2 = 0x0100;
 
 // Clipboard and memory
 constexpr UINT CF_TEXT = 1;
@@ -274,13 +282,14 @@ constexpr UINT CF_ENHMETAFILE = 14;
 constexpr UINT GMEM_MOVEABLE = 0x0002;
 
 // System dialogs
-constexpr DWORD OFN_OVERWRITEPROMPT = 0x00000002;
 constexpr DWORD OFN_HIDEREADONLY = 0x00000004;
 constexpr DWORD OFN_NOCHANGEDIR = 0x00000008;
+constexpr DWORD OFN_ENABLEHOOK = 0x00000020;
 constexpr DWORD OFN_PATHMUSTEXIST = 0x00000800;
 constexpr DWORD OFN_FILEMUSTEXIST = 0x00001000;
 constexpr DWORD OFN_EXPLORER = 0x00080000;
 constexpr DWORD OFN_ENABLESIZING = 0x00800000;
+constexpr UINT CDN_FILEOK = static_cast<UINT>(-606);
 constexpr DWORD PD_RETURNDC = 0x00000100;
 
 // Controls
@@ -341,12 +350,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR command_line, i
 
 DWORD GetLastError();
 void SetLastError(DWORD error);
-
-// Here: opens what exists for writing, waits for nobody (a pipe without a reader is refused), and
-// the handle is good for closing only.
-HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, void* security, DWORD disposition,
-                   DWORD flags, HANDLE like);
-BOOL CloseHandle(HANDLE handle);
 
 // Resources. They live as long as the process; nothing releases them.
 int LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size);
@@ -414,10 +417,14 @@ BOOL CheckDlgButton(HWND dialog, int id, UINT check);
 UINT IsDlgButtonChecked(HWND dialog, int id);
 
 // System dialogs. False when the user cancelled, the name has no room, or the owner went away.
-// Here: a save dialog adds no extension; the next dialog begins in the folder of the file chosen
-// last; a name that is not UTF-8 cannot be chosen.
+// Here: a save dialog adds no extension and asks about no existing file; the next dialog begins in
+// the folder of the file chosen last; a name that is not UTF-8 cannot be chosen. A hook is told
+// CDN_FILEOK and nothing else, under a handle that is good for refusing and for MessageBoxA only.
 BOOL GetOpenFileNameA(OPENFILENAMEA* dialog);
 BOOL GetSaveFileNameA(OPENFILENAMEA* dialog);
+// Here: only from the hook of a file dialog, with the warning sign, and with OK or with Yes and No,
+// of which No is what Return and Escape press.
+int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 // Here: asks about an existing file in a loop of the toolkit's own, in which no window paints.
 BOOL PrintDlgA(PRINTDLGA* dialog);
 

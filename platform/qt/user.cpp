@@ -382,6 +382,10 @@ void answer(const std::string& button) {
     }
 }
 
+void answer_with_return() {
+    QTest::keyClick(open_dialog<QMessageBox>()->windowHandle(), Qt::Key_Return);
+}
+
 void cancel_system_dialog() {
     QTest::keyClick(open_system_dialog()->windowHandle(), Qt::Key_Escape);
 }

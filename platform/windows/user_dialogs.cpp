@@ -105,6 +105,10 @@ void answer(const std::string& button) {
     });
 }
 
+void answer_with_return() {
+    press(newest_dialog(), "Return");
+}
+
 void cancel_system_dialog() {
     soon([] { PostMessageA(system_dialog_window(), WM_COMMAND, IDCANCEL, 0); });
 }

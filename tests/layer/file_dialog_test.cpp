@@ -1,4 +1,5 @@
 // The file dialogs: which names they take, and which they refuse.
+#include "files/file_dialog.h"
 #include "resources/resource.h"
 #include "tests/contract/test_windows.h"
 
@@ -6,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -54,7 +56,7 @@ class FileDialogs : public Windows {
     // One dialog in which a user tries names until one is taken, and cancels after the last. For
     // each, what the user was told, or "taken".
     Lines try_names(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, const Lines& names,
-                    const std::string& reply = "OK", DWORD room = 512) {
+                    DWORD room = 512) {
         Lines told;
         user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
         script.await("the dialog", [] { return !user::system_dialog().empty(); });
@@ -64,7 +66,7 @@ class FileDialogs : public Windows {
                 const std::string text = user::question();
                 told.push_back(text.substr(text.find('\n') + 1));
                 if (!text.empty()) {
-                    user::answer(reply);
+                    user::answer("OK");
                 }
             });
             script.await("the reply", [] { return user::question().empty(); });
@@ -78,16 +80,13 @@ class FileDialogs : public Windows {
     }
 
     Lines open(const Lines& names) { return try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, names); }
-    Lines save(const Lines& names, DWORD flags = 0, const std::string& reply = "OK") {
-        return try_names(GetSaveFileNameA, flags, names, reply);
-    }
+    Lines save(const Lines& names) { return try_names(GetSaveFileNameA, 0, names); }
 
     std::string taken_; // by try_names()
 };
 
 const char* const kNotFound = "File not found.\nCheck the file name and try again.";
 const char* const kNoPath = "Path does not exist.\nCheck the path and try again.";
-const char* const kReplace = "Do you want to replace it?";
 
 TEST_F(FileDialogs, OpenTakesWhatExists) {
     ASSERT_EQ(::mkfifo("names/pipe", 0600), 0);
@@ -114,7 +113,7 @@ TEST_F(FileDialogs, OpenTakesWhatExists) {
               (Lines{"", kNotFound, "taken"}));
 }
 
-TEST_F(FileDialogs, SaveTakesNewNamesAsTypedAndAsksOnlyWhenTold) {
+TEST_F(FileDialogs, SaveTakesNewNamesAsTyped) {
     for (const char* name : {"new", "new.txt", "x.y.z", " spaced ", "notes.txt"}) {
         EXPECT_EQ(save({in_folder(name)}), Lines{"taken"});
         EXPECT_EQ(taken_, in_folder(name));
@@ -122,23 +121,47 @@ TEST_F(FileDialogs, SaveTakesNewNamesAsTypedAndAsksOnlyWhenTold) {
     EXPECT_EQ(save({"*.txt", "?", "no/such", "folder", ""}), (Lines{"", "", kNoPath, "", ""}));
     EXPECT_EQ(taken_, "");
     fs::create_symlink("missing", "names/dangling");
-    EXPECT_EQ(save({in_folder("dangling")}, OFN_OVERWRITEPROMPT), Lines{"taken"});
-    EXPECT_EQ(save({"notes.txt", "nodot", "new.pmt"}, OFN_OVERWRITEPROMPT, "No"),
-              (Lines{kReplace, kReplace, "taken"}));
-    EXPECT_EQ(taken_, in_folder("new.pmt"));
-    EXPECT_EQ(save({"notes.txt"}, OFN_OVERWRITEPROMPT, "Yes"), (Lines{kReplace, "taken"}));
-    EXPECT_EQ(taken_, in_folder("notes.txt"));
+    EXPECT_EQ(save({in_folder("dangling")}), Lines{"taken"});
 }
 
 TEST_F(FileDialogs, NamesHaveToFit) {
     const auto choose = [this](const std::string& name, DWORD room) {
-        try_names(GetSaveFileNameA, 0, {name}, "OK", room);
+        try_names(GetSaveFileNameA, 0, {name}, room);
         return taken_;
     };
     const std::string name = in_folder("exact.txt");
     const auto length = static_cast<DWORD>(name.size());
     EXPECT_EQ(choose(name, length), "");
     EXPECT_EQ(choose(name, length + 1), name);
+}
+
+// The system's own dialog has limits of its own.
+TEST_F(FileDialogs, NamesAreRefusedThatAreTooLongForTheProgram) {
+    fs::create_directories(in_folder(std::string(60, 'd')));
+    const auto of_size = [](std::size_t size) {
+        const std::string folder = in_folder(std::string(60, 'd'));
+        return folder + '/' + std::string(size - folder.size() - 1, 'n');
+    };
+    for (const std::size_t size : {259, 260}) {
+        std::ofstream(of_size(size)) << "x";
+    }
+    const auto open_name = [](OPENFILENAMEA* request) -> BOOL {
+        const std::string name = pelmora::AskOpenName(request->hwndOwner, kFilter);
+        std::strcpy(request->lpstrFile, name.c_str());
+        return name.empty() ? FALSE : TRUE;
+    };
+    const auto save_name = [](OPENFILENAMEA* request) -> BOOL {
+        const std::string name =
+            pelmora::AskSaveName(request->hwndOwner, kFilter, pelmora::Overwrite::ask, ".txt");
+        std::strcpy(request->lpstrFile, name.c_str());
+        return name.empty() ? FALSE : TRUE;
+    };
+    const auto limit = [](int most) {
+        return "With its folder it may have " + std::to_string(most) + " characters.";
+    };
+    EXPECT_EQ(try_names(open_name, 0, {of_size(260), of_size(259)}), (Lines{limit(259), "taken"}));
+    EXPECT_EQ(try_names(save_name, 0, {of_size(600), of_size(5000), of_size(512), of_size(511)}),
+              (Lines{limit(511), limit(511), limit(511), "taken"}));
 }
 
 TEST_F(FileDialogs, ListWhatTheFilterSaysWhateverTheCase) {
@@ -181,7 +204,8 @@ TEST_F(FileDialogs, OtherWindowsLiveOnAndTheOwnerTakesItAlong) {
         EXPECT_EQ(take_log(), (Lines{"left 1 at 5,6", "paint"}));
         DestroyWindow(window_);
     });
-    EXPECT_EQ(ask(GetSaveFileNameA, OFN_OVERWRITEPROMPT, script), "");
+    script.start();
+    EXPECT_EQ(pelmora::AskSaveName(window_, kFilter, pelmora::Overwrite::ask, ".txt"), "");
     DestroyWindow(other);
     settle();
 }

@@ -36,8 +36,13 @@ class Answers {
         return system("the path", [path] { user::print_to_file(path); });
     }
     Answers& question(const std::string& button) {
+        return question([button] { user::answer(button); });
+    }
+    // Does something with a question, which goes.
+    Answers& question(std::function<void()> action) {
         script_.await("a question", [] { return !user::question().empty(); });
-        script_.then(button, [button] { user::answer(button); });
+        script_.then("the answer", std::move(action));
+        script_.await("its end", [] { return user::question().empty(); });
         return *this;
     }
     // Does something with the dialog of this title, once it is open.
