@@ -38,7 +38,7 @@ pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutil
     fonts-dejavu-core x11-utils)
 
 # What the tests and the guided tour need besides.
-pelmora_test_packages=(libgtest-dev xvfb xauth openbox
+pelmora_test_packages=(libgtest-dev xvfb openbox
     # The sources of the locale in which the tour is taken once more.
     locales
     # Programs that read what ours writes, and write what ours reads.

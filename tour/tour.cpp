@@ -39,7 +39,10 @@ Tour::Tour(const std::string& folder)
       script_([this](const std::string& failure) {
           check(failure.empty(), failure);
           PostQuitMessage(0);
-      }) {}
+      }) {
+    // A crash, or whoever ends a tour that hangs, must not take along what was said before.
+    std::setvbuf(out_, nullptr, _IONBF, 0);
+}
 
 Tour::~Tour() {
     std::fclose(out_);
@@ -54,24 +57,38 @@ void Tour::check(bool holds, const std::string& what) {
 
 void Tour::step(const std::string& name, std::function<void()> action) {
     script_.then(name, [this, name, action = std::move(action)] {
-        step_ = name;
+        begin(name);
         ++steps_;
         action();
     });
 }
 
+void Tour::begin(const std::string& name) {
+    step_ = name;
+    std::fprintf(out_, "%s\n", name.c_str());
+}
+
+void Tour::await(const std::string& what, std::function<bool()> condition) {
+    const std::string name = "waiting for " + what;
+    script_.await(what, [this, name, condition = std::move(condition)] {
+        if (step_ != name) {
+            begin(name);
+        }
+        return condition();
+    });
+}
+
 void Tour::wait_for(const std::string& title) {
-    script_.await("the window \"" + title + "\"",
-                  [title] { return user::find_window(title) != nullptr; });
+    await("the window \"" + title + "\"", [title] { return user::find_window(title) != nullptr; });
 }
 
 void Tour::wait_until_gone(const std::string& title) {
-    script_.await("the end of the window \"" + title + "\"",
-                  [title] { return user::find_window(title) == nullptr; });
+    await("the end of the window \"" + title + "\"",
+          [title] { return user::find_window(title) == nullptr; });
 }
 
 void Tour::wait_for_system_dialog() {
-    script_.await("a system dialog", [] { return !user::system_dialog().empty(); });
+    await("a system dialog", [] { return !user::system_dialog().empty(); });
 }
 
 void Tour::picture(const std::string& name, const std::string& title) {
@@ -85,7 +102,7 @@ int Tour::run(HINSTANCE instance) {
     pelmora::rng_set_tick_source(fixed_ticks);
     script_.start();
     const int exit_code = pelmora::PelmoraMain(instance, SW_SHOWNORMAL);
-    step_ = "after the program's end";
+    begin("after the program's end");
     check(exit_code == 0, "the program's exit code is 0");
     check_log_files();
     render_files(*this);

@@ -20,6 +20,9 @@ class Tour {
     // What a user does next, once the program is through with all before.
     void step(const std::string& name, std::function<void()> action);
 
+    // Waits until the condition holds.
+    void await(const std::string& what, std::function<bool()> condition);
+
     // Waits for a window with this title to be there, or to be gone.
     void wait_for(const std::string& title);
     void wait_until_gone(const std::string& title);
@@ -40,6 +43,7 @@ class Tour {
     int run(HINSTANCE instance);
 
   private:
+    void begin(const std::string& name); // tells of it, in case it comes to no end
     void check_log_files();
 
     std::filesystem::path folder_;

@@ -39,6 +39,11 @@ void open_closed_streams() {
 int remarks = -1;
 
 void write_remark(QtMsgType, const QMessageLogContext&, const QString& text) {
+    // Where there are no windows on a screen nothing can be raised or held; for each try, the
+    // toolkit's own included, it says so.
+    if (text.startsWith(QLatin1String("This plugin does not support "))) {
+        return;
+    }
     const QByteArray line = text.toLocal8Bit() + '\n';
     [[maybe_unused]] const auto written =
         ::write(remarks, line.constData(), static_cast<std::size_t>(line.size()));

@@ -18,8 +18,10 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPainter>
 #include <QPrintDialog>
 #include <QPushButton>
+#include <QScreen>
 #include <QSlider>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -81,6 +83,63 @@ Qt::MouseButton mouse_button(Button button) {
 
 QWidget* arrow_of(HWND dialog, int control, bool up) {
     return control_widget(dialog, control)->findChildren<QToolButton*>().at(up ? 0 : 1);
+}
+
+// Whether no other window of ours covers a part of the screen that this one has.
+bool in_view(const QWidget* top, const QRect& part) {
+    std::vector<QPoint> points = {part.topLeft(), part.topRight(), part.bottomLeft(),
+                                  part.bottomRight()};
+    for (const QWidget* other : QApplication::topLevelWidgets()) {
+        const QRect common = other->frameGeometry() & part;
+        if (other->isVisible() && !common.isEmpty()) {
+            points.push_back(common.center());
+        }
+    }
+    return std::all_of(points.begin(), points.end(), [top](const QPoint& point) {
+        return QGuiApplication::topLevelAt(point) == top->windowHandle();
+    });
+}
+
+// Brings a window to the front, as one has to who wants to see it. The window manager takes its
+// time.
+void bring_into_view(QWidget* top, const QRect& part) {
+    constexpr int kLongest = 10'000; // milliseconds
+    QElapsedTimer waiting;
+    waiting.start();
+    QGuiApplication::sync();
+    while (!in_view(top, part) && !waiting.hasExpired(kLongest)) {
+        top->raise();
+        QTest::qSleep(10);
+        QGuiApplication::sync();
+    }
+}
+
+// What the screen shows of a part of a widget; transparent where that is beyond the screen. Nothing
+// is painted anew for it: what nobody has brought to the screen is not seen.
+QImage seen(const QWidget* widget, const QRect& area) {
+    QWidget* top = widget->window();
+    const QRect part = area.translated(widget->mapTo(top, QPoint(0, 0)));
+    QRect shown = part;
+    if (QGuiApplication::platformName() != "offscreen") { // where each window is a screen by itself
+        shown &= top->screen()->geometry().translated(-top->mapToGlobal(QPoint(0, 0)));
+        bring_into_view(top, shown.translated(top->mapToGlobal(QPoint(0, 0))));
+    }
+    // What the toolkit was told to paint it paints after all else.
+    QCoreApplication::sendPostedEvents(top, QEvent::UpdateRequest);
+    QImage image(area.size(), QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    if (!shown.isEmpty()) {
+        QPainter(&image).drawPixmap(shown.topLeft() - part.topLeft(),
+                                    top->screen()->grabWindow(top->winId(), shown.x(), shown.y(),
+                                                              shown.width(), shown.height()));
+    }
+    return image;
+}
+
+bool save_seen(const QWidget* widget, const std::string& path) {
+    return seen(widget, widget->rect())
+        .convertToFormat(QImage::Format_RGB32)
+        .save(QString::fromStdString(path), "PNG");
 }
 
 // The label of an action without mnemonic and shortcut.
@@ -159,15 +218,12 @@ int count_windows(const std::string& title) {
 }
 
 COLORREF pixel(HWND window, int x, int y) {
-    return platform::color_of(client_of(window)->grab(QRect(x, y, 1, 1)).toImage().pixel(0, 0));
+    return platform::color_of(seen(client_of(window), QRect(x, y, 1, 1)).pixel(0, 0));
 }
 
 std::vector<std::uint32_t> pixels(HWND window, const RECT& area) {
-    const QImage image =
-        client_of(window)
-            ->grab(QRect(area.left, area.top, area.right - area.left, area.bottom - area.top))
-            .toImage()
-            .convertToFormat(QImage::Format_RGB32);
+    const QImage image = seen(client_of(window), QRect(area.left, area.top, area.right - area.left,
+                                                       area.bottom - area.top));
     std::vector<std::uint32_t> all;
     for (int y = 0; y < image.height(); ++y) {
         const auto* row = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
@@ -205,7 +261,7 @@ std::vector<std::string> menu_lines(HWND window) {
 }
 
 bool save_picture(HWND window, const std::string& path) {
-    return widget_of(window)->grab().save(QString::fromStdString(path), "PNG");
+    return save_seen(widget_of(window), path);
 }
 
 void press(HWND window, const std::string& keys) {
@@ -342,7 +398,7 @@ std::string copied(const std::string& format) {
 }
 
 bool save_system_dialog_picture(const std::string& path) {
-    return open_system_dialog()->grab().save(QString::fromStdString(path), "PNG");
+    return save_seen(open_system_dialog(), path);
 }
 
 void choose_file(const std::string& name) {

@@ -44,13 +44,22 @@ class Clipboards : public Windows {
         return text;
     }
 
+    // Waits until the clipboard gives this. Another program tells nobody when it has taken it over:
+    // xclip ends before its child does.
+    void await_text(const std::string& text) const {
+        user::Script script(end_script);
+        script.await("the text " + text.substr(0, 40), [&] { return paste() == text; });
+        run(script);
+    }
+
     // Runs a shell command beside our loop, which other programs need for what we offer; its
     // output.
     static std::string run_beside(const std::string& command) {
         std::remove("output");
         std::remove("done");
-        { std::ofstream("beside.sh") << "(" << command << ") >output; touch done\n"; }
-        EXPECT_EQ(std::system("sh beside.sh </dev/null 2>/dev/null &"), 0);
+        // With exec, as a shell reads on in its script, which by then may be the next one.
+        { std::ofstream("beside.sh") << "(" << command << ") >output; exec touch done\n"; }
+        EXPECT_EQ(std::system("sh beside.sh </dev/null &"), 0);
         user::Script script(end_script);
         script.await(command, [] { return std::ifstream("done").good(); });
         run(script);
@@ -86,30 +95,30 @@ TEST_F(OtherClipboards, SeeAllThatWasCopied) {
 }
 
 TEST_F(OtherClipboards, GiveTheirText) {
-    const auto offer = [](const std::string& text, const std::string& options = "") {
+    const auto expect = [this](const std::string& text, const std::string& printed,
+                               const std::string& options = "") {
         std::string command = "printf '";
-        command += text;
+        command += printed;
         command += "' | xclip -i -selection clipboard ";
         run_beside(command + options);
+        await_text(text);
     };
-    offer("one\\r\\nGröße");
-    EXPECT_EQ(paste(), "one\r\nGröße");
-    for (const char* target : {"STRING", "TEXT", "text/plain", "'text/plain;charset=utf-8'"}) {
-        offer("( FWD_1 )", std::string("-t ") + target);
-        EXPECT_EQ(paste(), "( FWD_1 )") << target;
+    expect("one\r\nGröße", "one\\r\\nGröße");
+    for (const char* target : {"STRING", "TEXT", "text/plain", "text/plain;charset=utf-8"}) {
+        const std::string text = std::string("( ") + target + " )";
+        expect(text, text, std::string("-t '") + target + "'");
     }
-    offer("Gr\\366\\337e", "-t 'text/plain;charset=iso-8859-1'");
-    EXPECT_EQ(paste(), "Größe");
-    offer("no text", "-t image/png");
-    EXPECT_EQ(paste(), "(none)");
-    offer("\\377\\376", "-t UTF8_STRING"); // no text of its encoding
-    EXPECT_EQ(paste(), "\xEF\xBF\xBD\xEF\xBF\xBD");
+    expect("Größe", "Gr\\366\\337e", "-t 'text/plain;charset=iso-8859-1'");
+    expect("(none)", "no text", "-t image/png");
+    expect("\xEF\xBF\xBD\xEF\xBF\xBD", "\\377\\376", "-t UTF8_STRING"); // none of its encoding
 
     run_beside("head -c 20000000 /dev/zero | tr '\\0' x | xclip -i -selection clipboard");
-    EXPECT_EQ(paste().size(), 20'000'000U);
+    await_text(std::string(20'000'000, 'x'));
     // Its owner ends: what it offered is gone.
-    run_beside("echo x | xclip -i -quiet -selection clipboard & sleep 0.3; kill $!");
-    EXPECT_EQ(paste(), "(none)");
+    run_beside("echo x | xclip -i -quiet -selection clipboard 2>/dev/null & echo $! >owner");
+    await_text("x\n");
+    run_beside("kill $(cat owner)");
+    await_text("(none)");
 }
 
 TEST_F(Clipboards, WithoutMemoryForTheTextACopyPlacesNothing) {
