@@ -118,8 +118,15 @@ void Tour::check_log_files() {
     };
     check(read("stdout.txt") == banner, "stdout.txt holds the banner alone");
     const std::string log = read("stderr.txt");
-    const std::string slider = "DLG HSCROLL: Min = 0, Max = 100, Pos = 100, Pct 1.000000\n";
-    check(log == banner + listing("0.800000", "4", "9") + slider + slider +
+    const auto moved = [](const char* position, const char* part) {
+        return std::string("DLG HSCROLL: Min = 0, Max = 100, Pos = ") + position + ", Pct " + part +
+               "\n";
+    };
+    // A page is told twice, by the key and by its end.
+    const std::string pages = moved("70", "0.700000") + moved("70", "0.700000") +
+                              moved("80", "0.800000") + moved("80", "0.800000");
+    const std::string end = moved("100", "1.000000");
+    check(log == banner + listing("0.800000", "4", "9") + pages + end + end +
                      listing("1.000000", "63", "1"),
           "stderr.txt holds banner, listing, slider lines and another listing, not: " + log);
 }

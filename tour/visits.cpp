@@ -18,6 +18,17 @@ std::vector<std::uint32_t> status_line() {
     return user::pixels(main_window(), {4, 0, 200, 20});
 }
 
+// Whether nothing is written in the second half of the status line.
+bool status_ends_here(const std::vector<std::uint32_t>& line) {
+    constexpr std::size_t kWidth = 196;
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        if (at % kWidth >= kWidth / 2 && line[at] != line.back()) {
+            return false;
+        }
+    }
+    return true;
+}
+
 // Presses keys in the population window; `checks` looks at the grid afterwards.
 void key(Tour& tour, const std::string& keys, std::function<void(Grid& grid)> checks) {
     auto grid = std::make_shared<Grid>();
@@ -199,6 +210,8 @@ void visit_second_population(Tour& tour) {
     tour.wait_for(kDialog);
     tour.step("move a slider and dismiss", [] {
         user::focus(dialog(), IDC_PCROSS);
+        user::press(dialog(), "PgUp");
+        user::press(dialog(), "PgDown");
         user::press(dialog(), "End");
     });
     tour.step("Escape", [] { user::press(dialog(), "Esc"); });
@@ -206,6 +219,8 @@ void visit_second_population(Tour& tour) {
     tour.picture("user-canceled", kMain);
     tour.step("Ctrl+N again", [&tour, status] {
         tour.check(status_line() != *status, "the status line has another text");
+        tour.check(!status_ends_here(*status) && status_ends_here(status_line()),
+                   "which is shorter, with nothing of the longer one behind it");
         tour.check(std::string(pelmora::StatusText()) == "User canceled.", "which says so");
         user::press(main_window(), "Ctrl+N");
     });

@@ -121,6 +121,17 @@ TEST_F(OtherClipboards, GiveTheirText) {
     await_text("(none)");
 }
 
+TEST_F(Clipboards, ATextWithoutAZeroEndsWithItsBlock) {
+    const std::string text(24, 'x');
+    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size());
+    std::memcpy(GlobalLock(memory), text.data(), text.size());
+    GlobalUnlock(memory);
+    ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
+    EXPECT_EQ(SetClipboardData(CF_TEXT, memory), memory);
+    EXPECT_TRUE(CloseClipboard());
+    EXPECT_EQ(paste(), text);
+}
+
 TEST_F(Clipboards, WithoutMemoryForTheTextACopyPlacesNothing) {
     using namespace pelmora;
     copy("old", true);

@@ -159,8 +159,15 @@ TEST(Breeding, TheSingleViewNeverShowsAProgramThatIsGone) {
         settle();
         EXPECT_TRUE(shows_selected() || record->zoomTree->slot != nullptr);
     }
-    LogoReplaceTurtle(window.handle(), record, tree_of("( FWD_1 )").release());
+    const auto view = [&window] { return user::pixels(window.handle(), {0, 0, 400, 300}); };
+    for (const char* program : {"( BLOCK ( FWD_5 ) ( LEFT_90 ) ( FWD_5 ) )", "( FWD_1 )"}) {
+        LogoReplaceTurtle(window.handle(), record, tree_of(program).release());
+        settle();
+    }
+    const auto alone = view();
+    InvalidateRect(window.handle(), nullptr, TRUE);
     settle();
+    EXPECT_TRUE(view() == alone); // without anything of the drawing before
     record->selected = -1;
     window.command(IDM_EVOLVE);
     window.command(IDM_EVOLVE);

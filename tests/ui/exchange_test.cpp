@@ -51,12 +51,18 @@ TEST(Exchange, EveryCommandForOneTurtleNeedsASelection) {
 TEST(Exchange, ATurtleIsSavedAndLoadedOntoAnother) {
     const Folder folder;
     const PopulationWindow window(small_params(8));
-    give_program(window, 1, "( BLOCK ( FWD_10 ) ( LEFT_90 ) ( FWD_5 ) )");
-    Answers().file(folder.path("spiral")).to(window, IDM_SAVE_TURTLE);
+    const char* const spiral = "( BLOCK ( FWD_10 ) ( LEFT_90 ) ( FWD_5 ) )";
+    give_program(window, 1, spiral);
+    Answers()
+        .then([&] { give_program(window, 1, "( FWD_2 )"); }) // too late
+        .file(folder.path("spiral"))
+        .to(window, IDM_SAVE_TURTLE);
     const std::string text =
         "1\r\n( BLOCK\r\n    ( FWD_10 )\r\n    ( LEFT_90 )\r\n    ( FWD_5 )\r\n)\r\n";
     EXPECT_EQ(content_of(folder.path("spiral.txt")), text);
+    EXPECT_EQ(program(window, 1), "( FWD_2 )");
 
+    give_program(window, 1, spiral);
     window.record()->selected = 6;
     window.record()->current->lifers[6].score = -1.0;
     Answers().file(folder.path("spiral.txt")).to(window, IDM_LOAD_TURTLE);

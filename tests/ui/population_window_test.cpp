@@ -52,6 +52,7 @@ TEST(PopulationWindow, CellsFillRowAfterRow) {
             EXPECT_EQ(hit(cell.right, cell.top), -1);
             EXPECT_EQ(hit(cell.left, cell.bottom), -1);
         }
+        EXPECT_EQ(LogoHitTest(window.handle(), record, {6 + 100 * columns, 6}), -1);
         const RECT beyond = LogoCellRect(record, 20);
         EXPECT_EQ(LogoHitTest(window.handle(), record, {beyond.left, beyond.top}), -1);
     }

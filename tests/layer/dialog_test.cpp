@@ -1,0 +1,69 @@
+// Dialogs beyond their contract: what they tell screen readers, and how they go.
+#include "platform/qt/window.h"
+#include "resources/resource.h"
+#include "tests/contract/test_windows.h"
+#include "tests/support/answers.h"
+
+namespace {
+
+using namespace pelmora_test;
+
+const QWidget* widget_of(HWND window) {
+    return platform::window_of(window)->widget();
+}
+
+// With a parameter the dialog ends by itself.
+INT_PTR CALLBACK EndingProc(HWND dialog, UINT message, WPARAM, LPARAM parameter) {
+    if (message == WM_INITDIALOG && parameter != 0) {
+        PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+    }
+    return message == WM_COMMAND && EndDialog(dialog, IDOK) ? TRUE : FALSE;
+}
+
+void open_dialog(HWND owner, int id, LPARAM parameter = 0) {
+    DialogBoxParamA(nullptr, MAKEINTRESOURCEA(WORD(id)), owner, EndingProc, parameter);
+}
+
+TEST_F(Windows, LabelsNameFieldsAndSlidersForScreenReaders) {
+    const std::pair<int, const char*> names[] = {{IDC_TURTLES, "# Turtles"},
+                                                 {IDC_MAX_DEPTH, "Max Depth"},
+                                                 {IDC_PCROSS, "Crossover"},
+                                                 {IDC_REPMULT, "Repititions"}};
+    Answers()
+        .dialog("Population Description",
+                [&](HWND dialog) {
+                    for (const auto& [control, name] : names) {
+                        const QWidget* widget = widget_of(GetDlgItem(dialog, control));
+                        EXPECT_EQ(widget->accessibleName().toStdString(), name);
+                    }
+                    user::press(dialog, "Return");
+                })
+        .during([&] { open_dialog(window_, IDD_POPULATION); });
+}
+
+TEST_F(Windows, DialogsGiveTheKeyboardBackToTheirOwner) {
+    HWND other = show_other();
+    user::Script script(end_script);
+    Answers()
+        .dialog("About",
+                [&](HWND about) {
+                    ShowWindow(other, SW_SHOW);
+                    user::press(about, "Return");
+                })
+        .during([&] { open_dialog(window_, IDD_ABOUT); });
+    script.await("the owner", [&] { return widget_of(window_)->isActiveWindow(); });
+    run(script);
+    DestroyWindow(other);
+}
+
+TEST_F(Windows, DialogsLeaveNoWidgetsBehind) {
+    const auto widgets = [&] { return widget_of(window_)->findChildren<QWidget*>().size(); };
+    const auto before = widgets();
+    for (int i = 0; i < 100; ++i) {
+        open_dialog(window_, IDD_POPULATION, 1);
+    }
+    settle();
+    EXPECT_EQ(widgets(), before);
+}
+
+} // namespace
