@@ -10,6 +10,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QInputMethodEvent>
@@ -31,6 +32,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace user {
@@ -100,18 +102,29 @@ bool in_view(const QWidget* top, const QRect& part) {
     });
 }
 
+// Waits until what other windows have uncovered is on the screen again: the server tells of it
+// before it tells of a window that is shown after that, in a corner where it covers nothing.
+void await_uncovered(const QScreen* screen) {
+    QWindow last;
+    last.setFlags(Qt::ToolTip | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
+    last.setGeometry(QRect(screen->geometry().bottomRight(), QSize(1, 1)));
+    last.show();
+    const QDeadlineTimer longest(std::chrono::seconds(10));
+    while (!last.isExposed() && !longest.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+}
+
 // Brings a window to the front, as one has to who wants to see it. The window manager takes its
 // time.
 void bring_into_view(QWidget* top, const QRect& part) {
-    constexpr int kLongest = 10'000; // milliseconds
-    QElapsedTimer waiting;
-    waiting.start();
-    QGuiApplication::sync();
-    while (!in_view(top, part) && !waiting.hasExpired(kLongest)) {
+    const QDeadlineTimer longest(std::chrono::seconds(10));
+    while (!in_view(top, part) && !longest.hasExpired()) {
         top->raise();
         QTest::qSleep(10);
         QGuiApplication::sync();
     }
+    await_uncovered(top->screen());
 }
 
 // What the screen shows of a part of a widget; transparent where that is beyond the screen. Nothing
