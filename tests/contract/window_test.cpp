@@ -228,14 +228,6 @@ TEST_F(Windows, F10LeadsIntoTheMenu) {
     EXPECT_EQ(take_log(), (Lines{"command 32788 from 0"}));
 }
 
-TEST_F(Windows, MenusPostTheCommandsOfEntriesThatAreNotGreyed) {
-    EXPECT_TRUE(user::choose(window_, "File", "Revert Population"));
-    settle();
-    EXPECT_FALSE(user::choose(window_, "Edit", "Cut"));
-    settle();
-    EXPECT_EQ(take_log(), (Lines{"command 32788 from 0"}));
-}
-
 // --- Dialogs -------------------------------------------------------------------------------------
 
 INT_PTR CALLBACK EndingProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {

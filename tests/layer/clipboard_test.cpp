@@ -122,12 +122,9 @@ TEST_F(OtherClipboards, GiveTheirText) {
 }
 
 TEST_F(Clipboards, ATextWithoutAZeroEndsWithItsBlock) {
-    const std::string text(24, 'x');
-    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size());
-    std::memcpy(GlobalLock(memory), text.data(), text.size());
-    GlobalUnlock(memory);
+    const std::string text(24, 'x'); // which fills a piece of the heap
     ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
-    EXPECT_EQ(SetClipboardData(CF_TEXT, memory), memory);
+    offer_text(text, false);
     EXPECT_TRUE(CloseClipboard());
     EXPECT_EQ(paste(), text);
 }

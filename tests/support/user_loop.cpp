@@ -43,9 +43,10 @@ HWND show_owner() {
     return owner;
 }
 
-void offer_text(const std::string& text) {
-    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+void offer_text(const std::string& text, bool with_zero) {
+    const std::size_t size = text.size() + (with_zero ? 1 : 0);
+    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+    std::memcpy(GlobalLock(memory), text.c_str(), size);
     GlobalUnlock(memory);
     EXPECT_EQ(SetClipboardData(CF_TEXT, memory), memory);
 }

@@ -19,8 +19,8 @@ void settle();
 // Shows a window that only owns what a test opens; the caller's to destroy.
 HWND show_owner();
 
-// Gives a text to the clipboard, which the caller has opened.
-void offer_text(const std::string& text);
+// Gives a text to the clipboard, which the caller has opened; its zero is left out on demand.
+void offer_text(const std::string& text, bool with_zero = true);
 
 // Runs `action`, which opens alerts, and dismisses each; the texts that they showed, in order.
 // Before it is dismissed, `look` is called with it.
