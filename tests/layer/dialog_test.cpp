@@ -41,14 +41,15 @@ TEST_F(Windows, LabelsNameFieldsAndSlidersForScreenReaders) {
 TEST_F(Windows, DialogsGiveTheKeyboardBackToTheirOwner) {
     HWND other = show_other();
     user::Script script(end_script);
+    const auto active = [](HWND window) {
+        return [window] { return widget_of(window)->isActiveWindow(); };
+    };
     Answers()
-        .dialog("About",
-                [&](HWND about) {
-                    ShowWindow(other, SW_SHOW);
-                    user::press(about, "Return");
-                })
+        .dialog("About", [&](HWND) { ShowWindow(other, SW_SHOW); })
+        .await("the other window", active(other)) // a window manager takes its time
+        .press("About", "Return")
         .during([&] { open_dialog(window_, IDD_ABOUT); });
-    script.await("the owner", [&] { return widget_of(window_)->isActiveWindow(); });
+    script.await("the owner", active(window_));
     run(script);
     DestroyWindow(other);
 }

@@ -55,10 +55,13 @@ class Answers {
     Answers& press(const std::string& title, const char* key) {
         return dialog(title, [key](HWND dialog) { user::press(dialog, key); });
     }
-    Answers& gone(const std::string& title) {
-        script_.await("the end of " + title,
-                      [title] { return user::find_window(title) == nullptr; });
+    Answers& await(const std::string& name, std::function<bool()> condition) {
+        script_.await(name, std::move(condition));
         return *this;
+    }
+    Answers& gone(const std::string& title) {
+        return await("the end of " + title,
+                     [title] { return user::find_window(title) == nullptr; });
     }
     Answers& alert(const std::string& text) {
         return dialog("Dialog",
