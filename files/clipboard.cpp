@@ -8,14 +8,19 @@
 #include "services/wait_cursor.h"
 
 #include <cstring>
+#include <optional>
 
 namespace pelmora {
 namespace {
 
-// The clipboard, held open.
+// The clipboard, held open under the wait cursor; the arrow comes back once it is closed.
 class Clipboard {
   public:
-    explicit Clipboard(HWND owner) : open_(OpenClipboard(owner) != FALSE) {}
+    explicit Clipboard(HWND owner) : open_(OpenClipboard(owner) != FALSE) {
+        if (open_) {
+            wait_.emplace();
+        }
+    }
     ~Clipboard() {
         if (open_) {
             CloseClipboard();
@@ -27,6 +32,7 @@ class Clipboard {
     [[nodiscard]] bool is_open() const { return open_; }
 
   private:
+    std::optional<WaitCursor> wait_; // outlives the destructor's body
     bool open_;
 };
 
@@ -56,7 +62,6 @@ void place_picture(const SelectedTurtle& turtle) {
 
 // Places text and picture; false when there is no memory for the text.
 bool place_turtle(const SelectedTurtle& turtle) {
-    const WaitCursor wait;
     EmptyClipboard();
     const OwnedText text(turtle.program != nullptr ? expr_to_text(turtle.program) : nullptr);
     if (text != nullptr && !place_text(text.get())) {
@@ -68,7 +73,6 @@ bool place_turtle(const SelectedTurtle& turtle) {
 
 // The program in the clipboard's text. False when there is no text to be had.
 bool read_program(ExprTree* tree) {
-    const WaitCursor wait;
     HANDLE data = GetClipboardData(CF_TEXT);
     const void* text = data != nullptr ? GlobalLock(data) : nullptr;
     if (text == nullptr) {

@@ -27,7 +27,10 @@ Printer ask_printer(HWND owner) {
     PRINTDLGA dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
-    dialog.Flags = PD_RETURNDC;
+    // One page, so nothing to choose from; and the printer makes the copies, where it can: the dialog
+    // takes no number where it cannot.
+    dialog.Flags = PD_RETURNDC | PD_NOPAGENUMS | PD_NOSELECTION | PD_HIDEPRINTTOFILE |
+                   PD_USEDEVMODECOPIESANDCOLLATE;
     dialog.nFromPage = 1;
     dialog.nToPage = 1;
     dialog.nCopies = 1;

@@ -206,6 +206,8 @@ LRESULT CALLBACK EngineWindowProc(HWND window, UINT message, WPARAM wparam, LPAR
             return 0;
         }
         break;
+    case WM_ERASEBKGND:
+        return EraseWhite(window, wparam);
     case WM_PAINT:
         EnginePaint(window, record);
         return 0;

@@ -53,4 +53,14 @@ class PaintScope {
     PAINTSTRUCT paint_{};
 };
 
+// The answer to WM_ERASEBKGND of a window that shows drawings. Their paper is white whatever colours
+// the user chose for windows: with a dark one, dark drawings would not be seen.
+inline LRESULT EraseWhite(HWND window, WPARAM device) {
+    RECT client{};
+    GetClientRect(window, &client);
+    FillRect(reinterpret_cast<HDC>(device), &client,
+             static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    return 1;
+}
+
 } // namespace pelmora

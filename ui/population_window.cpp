@@ -4,6 +4,7 @@
 #include "services/application.h"
 #include "services/held_key.h"
 #include "services/message.h"
+#include "services/wait_cursor.h"
 #include "ui/breeding_commands.h"
 #include "ui/exchange_commands.h"
 #include "ui/population_view.h"
@@ -86,8 +87,9 @@ void LogoInitDrawContext(DrawContext* ctx, const EvolveParams& params) {
 
 void make_offscreen_surface(HDC screen, LogoWindow* record) {
     record->offscreenDC.reset(CreateCompatibleDC(screen));
-    record->offscreenBitmap.reset(CreateCompatibleBitmap(screen, GetDeviceCaps(screen, HORZRES),
-                                                         GetDeviceCaps(screen, VERTRES)));
+    const RECT cell = LogoCellRect(record, 0);
+    record->offscreenBitmap.reset(
+        CreateCompatibleBitmap(screen, cell.right - cell.left, cell.bottom - cell.top));
     SelectObject(record->offscreenDC.get(), record->offscreenBitmap.get());
 }
 
@@ -133,6 +135,7 @@ bool LogoInitPopulations(HWND window, LogoWindow* record, const EvolveParams& pa
         ShowMessage(window, "Not enough memory to allocate populations.");
         return false;
     }
+    const WaitCursor wait;
     std::fill_n(record->lifeFlags.get(), record->lifeCount, LIVE_FLAG);
     {
         const WindowDevice screen(window);
@@ -321,6 +324,8 @@ LRESULT CALLBACK LogoWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM
             return 0;
         }
         break;
+    case WM_ERASEBKGND:
+        return EraseWhite(window, wparam);
     case WM_PAINT:
         LogoPaint(window, record);
         return 0;

@@ -25,7 +25,7 @@ struct LogoWindow {
     std::int16_t columns = 0;   // 0 until the first layout
     DrawContext drawContext{};
     ExprNode* zoomTree = nullptr; // borrowed from a lifer of one of the populations
-    MemoryDevice offscreenDC;     // as large as the screen; cell pictures are drawn on it
+    MemoryDevice offscreenDC;     // as large as a cell, whose picture is drawn on it
     Bitmap offscreenBitmap;
     std::int16_t lifeCount = 0;
     std::uint16_t busy = 0;                     // 1: no selection frame is painted

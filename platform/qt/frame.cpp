@@ -95,6 +95,10 @@ void ClientArea::paintEvent(QPaintEvent* event) {
         return;
     }
     QPainter painter(this);
+    if (owner()->surface().image().isNull()) {
+        painter.fillRect(event->rect(), Qt::white);
+        return;
+    }
     for (const QRect& part : event->region()) {
         painter.drawImage(part, owner()->surface().image(), part);
     }

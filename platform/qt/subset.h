@@ -290,7 +290,13 @@ constexpr DWORD OFN_FILEMUSTEXIST = 0x00001000;
 constexpr DWORD OFN_EXPLORER = 0x00080000;
 constexpr DWORD OFN_ENABLESIZING = 0x00800000;
 constexpr UINT CDN_FILEOK = static_cast<UINT>(-606);
+// Here: neither pages nor a selection can be chosen, whatever the flags say; copies are always the
+// printer's business; a file is a printer of its own and is not hidden.
+constexpr DWORD PD_NOSELECTION = 0x00000004;
+constexpr DWORD PD_NOPAGENUMS = 0x00000008;
 constexpr DWORD PD_RETURNDC = 0x00000100;
+constexpr DWORD PD_USEDEVMODECOPIESANDCOLLATE = 0x00040000;
+constexpr DWORD PD_HIDEPRINTTOFILE = 0x00100000;
 
 // Controls
 constexpr DWORD ICC_BAR_CLASSES = 0x0004;

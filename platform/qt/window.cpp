@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <new>
 
 namespace platform {
 
@@ -29,6 +30,16 @@ HWND next_handle() {
     static std::uintptr_t last = 0x10000;
     last += 2;
     return reinterpret_cast<HWND>(last);
+}
+
+// Throws where there is no memory for it.
+QImage new_image(QSize size, std::uint32_t background) {
+    QImage image(size, QImage::Format_RGB32);
+    if (image.isNull() && !size.isEmpty()) {
+        throw std::bad_alloc();
+    }
+    image.fill(background);
+    return image;
 }
 
 } // namespace
@@ -60,15 +71,16 @@ Window::Update Window::take_update() {
     return std::exchange(update_, Update());
 }
 
-void Window::resize_surface(QSize size, std::uint32_t background) {
-    // A window larger than any wall shows nothing, rather than taking all memory.
+// Without memory for what a window shows the process ends here, as it does elsewhere: an exception
+// could not go up through the toolkit.
+void Window::resize_surface(QSize size, std::uint32_t background) noexcept {
+    // A window larger than any wall stays white, rather than taking all memory.
     constexpr qint64 kMostPixels = qint64{1} << 27;
     QImage image;
     if (qint64{size.width()} * size.height() <= kMostPixels) {
-        image = QImage(size, QImage::Format_RGB32);
+        image = new_image(size, background);
     }
     if (!image.isNull()) {
-        image.fill(background);
         QPainter painter(&image);
         painter.drawImage(0, 0, surface_.image());
     }

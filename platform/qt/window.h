@@ -96,7 +96,7 @@ class Window : public std::enable_shared_from_this<Window> {
 
   protected:
     // Gives the surface another size, keeping what it shows.
-    void resize_surface(QSize size, std::uint32_t background);
+    void resize_surface(QSize size, std::uint32_t background) noexcept;
 
   private:
     HWND handle_;

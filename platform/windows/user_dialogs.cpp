@@ -11,7 +11,7 @@ namespace user {
 namespace {
 
 constexpr int kFileName = cmb13;   // the name field of the file dialogs
-constexpr int kPrintToFile = chx1; // the mark of the print dialog
+constexpr int kPrinters = cmb4;    // the list of the print dialog
 constexpr int kBoxText = 0xFFFF;   // of a message box
 
 bool is_message_box(HWND dialog) {
@@ -25,7 +25,7 @@ HWND system_dialog_window() {
         dialog = GetWindow(dialog, GW_OWNER);
     }
     const bool of_system = dialog != nullptr && (GetDlgItem(dialog, kFileName) != nullptr ||
-                                                 GetDlgItem(dialog, kPrintToFile) != nullptr);
+                                                 GetDlgItem(dialog, kPrinters) != nullptr);
     return of_system ? dialog : nullptr;
 }
 
@@ -85,8 +85,8 @@ void print_to_file(const std::string& path) {
         RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), L"Port", REG_SZ, port.c_str(),
                         static_cast<DWORD>((port.size() + 1) * sizeof(wchar_t)));
         HWND dialog = system_dialog_window();
-        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(cmb4, CBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, cmb4)));
+        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(kPrinters, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, kPrinters)));
         accept_system_dialog();
     });
 }
