@@ -45,22 +45,24 @@ std::string load_population(const std::string& path, Population* pop,
 
 } // namespace
 
-int SavePopulationFile(HWND owner, const Population* pop) {
+int SavePopulationFile(HWND owner, const PopulationAsked& asked) {
     const std::string name = AskSaveName(owner, kFilter, Overwrite::ask, ".lpf");
     if (name.empty()) {
         return 0;
     }
     const WaitCursor wait;
-    if (!write_population_file(name, pop)) {
+    const Population* pop = asked();
+    if (pop == nullptr || !write_population_file(name, pop)) {
         return 0;
     }
     SetStatusText("Sucessfully saved turtle population.");
     return 1;
 }
 
-int LoadPopulationFile(HWND owner, Population* pop, const ProgramReplaced& replaced) {
+int LoadPopulationFile(HWND owner, const PopulationAsked& asked, const ProgramReplaced& replaced) {
     const std::string name = AskOpenName(owner, kFilter);
-    if (!name.empty()) {
+    Population* pop = name.empty() ? nullptr : asked();
+    if (pop != nullptr) {
         ShowMessage(owner, load_population(name, pop, replaced).c_str());
     }
     return 1;

@@ -12,15 +12,18 @@ namespace pelmora {
 
 // Asks for a name and writes the programs. 1 when the file was written, which the status line says;
 // 0 when the user cancelled or the file could not be written, of which nothing is said.
-int SavePopulationFile(HWND owner, const Population* pop);
+//
+// The population is asked for after the dialog, in which it may be replaced; null: it is gone.
+using PopulationAsked = std::function<Population*()>;
+int SavePopulationFile(HWND owner, const PopulationAsked& asked);
 
 // Asks for a file and replaces the programs of the first lifers by those of the file, as many as
 // there are, at most all; lines that do not parse are skipped. Tells the user the outcome; returns
-// 1 in every case. The owner, and `pop` with it, may be gone afterwards.
+// 1 in every case. The owner, and the population with it, may be gone afterwards.
 //
 // `replaced` is called with every program that gave way to another, just before it is released.
 using ProgramReplaced = std::function<void(const ExprNode* old)>;
-int LoadPopulationFile(HWND owner, Population* pop, const ProgramReplaced& replaced);
+int LoadPopulationFile(HWND owner, const PopulationAsked& asked, const ProgramReplaced& replaced);
 
 // The same without asking or telling: writing returns false when the file could not be written.
 bool write_population_file(const std::string& path, const Population* pop);

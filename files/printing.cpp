@@ -27,8 +27,8 @@ Printer ask_printer(HWND owner) {
     PRINTDLGA dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
-    // One page, so nothing to choose from; and the printer makes the copies, where it can: the dialog
-    // takes no number where it cannot.
+    // One page, so nothing to choose from; and the printer makes the copies, where it can: the
+    // dialog takes no number where it cannot.
     dialog.Flags = PD_RETURNDC | PD_NOPAGENUMS | PD_NOSELECTION | PD_HIDEPRINTTOFILE |
                    PD_USEDEVMODECOPIESANDCOLLATE;
     dialog.nFromPage = 1;

@@ -15,7 +15,9 @@ namespace tour {
 namespace {
 
 std::vector<std::uint32_t> status_line() {
-    return user::pixels(main_window(), {4, 0, 200, 20});
+    RECT line = pelmora::StatusRect(main_window());
+    line.right = line.left + 196;
+    return user::pixels(main_window(), line);
 }
 
 // Whether nothing is written in the second half of the status line.

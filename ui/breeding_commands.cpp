@@ -73,22 +73,30 @@ bool breed_one_generation(LogoWindow* record) {
     return zoom_lost;
 }
 
+// Lets the single-turtle view show a lifer; null: none.
+void zoom(LogoWindow* record, const Lifer* lifer) {
+    record->zoomTree = lifer != nullptr ? lifer->program : nullptr;
+    if (record->showGrid == 0) { // another drawing takes the place of the one in view
+        RedrawWindow(record->hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+    }
+}
+
 void invalidate_all(HWND window) {
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
 }
 
-// Puts picture and view right after the selected lifer's program changed. `zoomed`: it is the one
-// that the single-turtle view shows.
-void show_new_program(HWND window, LogoWindow* record, bool zoomed) {
-    if (zoomed) {
-        LogoZoomSelected(record);
-    }
-    LogoMakePict(window, record, record->selected);
-    LogoInvalidateCell(record, record->selected);
+bool is_zoomed(const LogoWindow* record, int index) {
+    return record->zoomTree == record->current->lifers[index].program;
 }
 
-bool selected_is_zoomed(const LogoWindow* record) {
-    return record->zoomTree == LogoSelectedLifer(record)->program;
+// Puts picture and view right after a lifer's program changed. `zoomed`: it is the one that the
+// single-turtle view shows.
+void show_new_program(HWND window, LogoWindow* record, int index, bool zoomed) {
+    if (zoomed) {
+        zoom(record, &record->current->lifers[index]);
+    }
+    LogoMakePict(window, record, index);
+    LogoInvalidateCell(record, index);
 }
 
 } // namespace
@@ -152,19 +160,23 @@ void LogoAllRetire(HWND window, LogoWindow* record) {
 
 void LogoMutateTurtle(HWND window, LogoWindow* record) {
     const Population& pop = *record->current;
-    const bool zoomed = selected_is_zoomed(record);
+    const bool zoomed = is_zoomed(record, record->selected);
     expr_mutate(LogoSelectedLifer(record)->program, pop.MAX_DEPTH, pop.MAX_CHILD, pop.PFNODE,
                 pop.PCOLOR);
-    show_new_program(window, record, zoomed);
+    show_new_program(window, record, record->selected, zoomed);
 }
 
 bool LogoReplaceTurtle(HWND window, LogoWindow* record, ExprNode* tree) {
-    Lifer* lifer = LogoSelectedLifer(record);
-    const bool zoomed = selected_is_zoomed(record);
+    LogoReplaceLifer(window, record, record->selected, tree);
+    return true;
+}
+
+void LogoReplaceLifer(HWND window, LogoWindow* record, int index, ExprNode* tree) {
+    Lifer* lifer = &record->current->lifers[index];
+    const bool zoomed = is_zoomed(record, index);
     expr_free_tree(lifer->program);
     lifer_set_program(lifer, tree);
-    show_new_program(window, record, zoomed);
-    return true;
+    show_new_program(window, record, index, zoomed);
 }
 
 bool LogoReleasePrograms(LogoWindow* record, Population* pop) {
@@ -180,11 +192,7 @@ bool LogoReleasePrograms(LogoWindow* record, Population* pop) {
 }
 
 void LogoZoomSelected(LogoWindow* record) {
-    const Lifer* lifer = LogoSelectedLifer(record);
-    record->zoomTree = lifer != nullptr ? lifer->program : nullptr;
-    if (record->showGrid == 0) { // another drawing takes the place of the one in view
-        RedrawWindow(record->hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
-    }
+    zoom(record, LogoSelectedLifer(record));
 }
 
 } // namespace pelmora

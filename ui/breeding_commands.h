@@ -32,6 +32,9 @@ void LogoMutateTurtle(HWND window, LogoWindow* record);
 // Returns true.
 bool LogoReplaceTurtle(HWND window, LogoWindow* record, ExprNode* tree);
 
+// The same for any lifer: the one that was selected before a dialog.
+void LogoReplaceLifer(HWND window, LogoWindow* record, int index, ExprNode* tree);
+
 // Releases all programs of one of the window's populations. True when the single-turtle view shows
 // one of them: once the window has its new population, the caller then calls LogoZoomSelected().
 [[nodiscard]] bool LogoReleasePrograms(LogoWindow* record, Population* pop);

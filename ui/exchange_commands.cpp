@@ -11,8 +11,6 @@
 #include "ui/breeding_commands.h"
 #include "ui/engine_window.h"
 
-#include <utility>
-
 namespace pelmora {
 namespace {
 
@@ -27,16 +25,16 @@ ExprTree copied_program(const LogoWindow* record) {
     return ExprTree(program != nullptr ? expr_copy_tree(program) : nullptr);
 }
 
-// Replaces the selected turtle, if there is one by now.
-void replace_selected(HWND window, LogoWindow* record, ExprTree tree) {
-    if (LogoSelectedLifer(record) != nullptr) {
-        LogoReplaceTurtle(window, record, tree.release());
-    }
+// The population that the window shows by the end of a dialog: breeding may have put another in the
+// place of the first. Null when the window is gone.
+PopulationAsked shown_population(HWND window, const LogoWindow* record) {
+    return
+        [window, record] { return LogoIsOpen(window, record) ? record->current.get() : nullptr; };
 }
 
 SelectedTurtle selected_turtle(HWND window, LogoWindow* record, const ExprNode* program) {
     return {&record->drawContext, program,
-            [window, record](ExprNode* tree) { replace_selected(window, record, ExprTree(tree)); }};
+            [window, record](ExprNode* tree) { LogoReplaceTurtle(window, record, tree); }};
 }
 
 } // namespace
@@ -50,9 +48,10 @@ void LogoEditTurtle(HWND, LogoWindow* record) {
 }
 
 void LogoLoadTurtle(HWND window, LogoWindow* record) {
+    const int target = record->selected; // by the end of the dialog another may be, or none
     ExprTree tree(LoadTurtleFile(window));
-    if (tree != nullptr && IsWindow(window)) {
-        replace_selected(window, record, std::move(tree));
+    if (tree != nullptr && LogoIsOpen(window, record)) {
+        LogoReplaceLifer(window, record, target, tree.release());
     }
 }
 
@@ -61,12 +60,14 @@ void LogoSaveTurtle(HWND window, LogoWindow* record) {
 }
 
 void LogoSaveEPS(HWND window, LogoWindow* record) {
-    SaveTurtleEPS(window, &record->drawContext, copied_program(record).get());
+    DrawContext context = record->drawContext; // outlives the window
+    SaveTurtleEPS(window, &context, copied_program(record).get());
 }
 
 void LogoSaveMetafile(HWND window, LogoWindow* record) {
     const ExprTree program = copied_program(record);
-    SaveTurtleMetafile(window, selected_turtle(window, record, program.get()));
+    DrawContext context = record->drawContext; // outlives the window
+    SaveTurtleMetafile(window, {&context, program.get(), nullptr});
 }
 
 void LogoCopyTurtle(HWND window, LogoWindow* record) {
@@ -78,21 +79,22 @@ void LogoPasteTurtle(HWND window, LogoWindow* record) {
 }
 
 void LogoPrintTurtle(HWND window, LogoWindow* record) {
-    PrintTurtleTree(window, &record->drawContext, copied_program(record).get());
+    DrawContext context = record->drawContext; // outlives the window
+    PrintTurtleTree(window, &context, copied_program(record).get());
 }
 
 void LogoSavePop(HWND window, LogoWindow* record) {
-    SavePopulationFile(window, record->current.get());
+    SavePopulationFile(window, shown_population(window, record));
 }
 
 void LogoLoadPop(HWND window, LogoWindow* record) {
     const BusyScope busy(window, record);
-    LoadPopulationFile(window, record->current.get(), [record](const ExprNode* old) {
+    LoadPopulationFile(window, shown_population(window, record), [record](const ExprNode* old) {
         if (record->zoomTree == old) {
             LogoZoomSelected(record);
         }
     });
-    if (!IsWindow(window)) {
+    if (!LogoIsOpen(window, record)) {
         return;
     }
     const WaitCursor wait;

@@ -255,6 +255,10 @@ void LogoMakePopPicts(HWND window, LogoWindow* record) {
     }
 }
 
+bool LogoIsOpen(HWND window, const LogoWindow* record) {
+    return IsWindow(window) && attached_record(window) == record;
+}
+
 Lifer* LogoSelectedLifer(const LogoWindow* record) {
     return record->selected >= 0 ? &record->current->lifers[record->selected] : nullptr;
 }

@@ -1,7 +1,7 @@
 // The population window: its record, its life, and the pictures of its lifers.
 //
 // Part of what a command may do is open a dialog, and while one is open the window may be closed,
-// which releases its record. A command that goes on after a dialog asks IsWindow() first and
+// which releases its record. A command that goes on after a dialog asks LogoIsOpen() first and
 // touches nothing when the window is gone.
 #pragma once
 
@@ -59,6 +59,10 @@ void LogoMakePict(HWND window, LogoWindow* record, int index);
 // The same for all lifers, in order.
 void LogoMakePopPicts(HWND window, LogoWindow* record);
 
+// Whether the window is still the one with this record: it may be gone after a dialog, and on
+// Windows another one may have its handle by then.
+bool LogoIsOpen(HWND window, const LogoWindow* record);
+
 // The selected lifer, or null.
 Lifer* LogoSelectedLifer(const LogoWindow* record);
 
@@ -69,7 +73,7 @@ class BusyScope {
         record->busy = 1;
     }
     ~BusyScope() {
-        if (IsWindow(window_)) {
+        if (LogoIsOpen(window_, record_)) {
             record_->busy = 0;
         }
     }

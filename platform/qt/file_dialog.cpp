@@ -107,23 +107,8 @@ class FileDialog : public QFileDialog {
         return false;
     }
 
-    // Asks a question or tells something about the name, over the dialog where that stays. True for
-    // yes.
     bool ask(const QString& title, const QString& text, QMessageBox::StandardButtons buttons) {
-        const QPointer<QMessageBox> box =
-            new QMessageBox(QMessageBox::Warning, title, text, buttons,
-                            name_field() != nullptr ? this : parentWidget());
-        box->setTextFormat(Qt::PlainText);
-        box->setEscapeButton(buttons.testFlag(QMessageBox::No) ? QMessageBox::No : QMessageBox::Ok);
-        box->setDefaultButton(QMessageBox::No);
-        run_toolkit_dialog(box.data(), owner_);
-        const bool agreed = box != nullptr && box->result() == QMessageBox::Yes;
-        delete box;
-        if (owner_ != nullptr && !IsWindow(owner_)) {
-            reject();
-        }
-        activateWindow();
-        return agreed;
+        return ask_over(*this, owner_, title, text, buttons);
     }
 
   protected:

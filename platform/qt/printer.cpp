@@ -202,8 +202,11 @@ BOOL PrintDlgA(PRINTDLGA* print) {
     const Window* owner = window_of(print->hwndOwner);
     const QPointer<QPrintDialog> dialog =
         new QPrintDialog(printer.get(), owner != nullptr ? owner->widget() : nullptr);
-    dialog->setOption(QAbstractPrintDialog::PrintPageRange, print->nMaxPage > print->nMinPage);
-    dialog->setOption(QAbstractPrintDialog::PrintSelection, false);
+    for (const auto option :
+         {QAbstractPrintDialog::PrintPageRange, QAbstractPrintDialog::PrintSelection,
+          QAbstractPrintDialog::PrintCurrentPage}) {
+        dialog->setOption(option, false);
+    }
     const bool chosen = run_toolkit_dialog(dialog.data(), print->hwndOwner);
     delete dialog;
     if (!chosen || !printer->isValid()) {

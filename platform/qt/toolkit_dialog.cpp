@@ -3,15 +3,30 @@
 #include "platform/qt/message_loop.h"
 #include "platform/qt/window.h"
 
+#include <memory>
+#include <utility>
+
 namespace platform {
 
 namespace {
 
 // What the dialog's end is told to. Shared with its signal, which may come late.
 struct Ending {
+    HWND owner;
     bool finished = false;
     bool accepted = false;
+    bool owner_blocked = true;
 };
+
+// The owner hears its user again at once, even while the loop of a dialog that was opened later
+// still runs inside that of this one.
+void give_back_owner(Ending& ending) {
+    Window* window = window_of(ending.owner);
+    if (std::exchange(ending.owner_blocked, false) && window != nullptr) {
+        window->unblock();
+        window->widget()->activateWindow();
+    }
+}
 
 void loop(const QPointer<QDialog>& dialog, HWND owner, const Ending& ending) {
     const bool owned = owner != nullptr;
@@ -25,9 +40,11 @@ void loop(const QPointer<QDialog>& dialog, HWND owner, const Ending& ending) {
 } // namespace
 
 bool run_toolkit_dialog(const QPointer<QDialog>& dialog, HWND owner) {
-    const auto ending = std::make_shared<Ending>();
+    const auto ending = std::make_shared<Ending>(Ending{.owner = owner});
     QObject::connect(dialog, &QDialog::finished, dialog, [ending](int result) {
-        *ending = {true, result == QDialog::Accepted};
+        ending->finished = true;
+        ending->accepted = result == QDialog::Accepted;
+        give_back_owner(*ending);
         post(nullptr, WM_NULL, 0, 0); // the loop may be asleep
     });
     dialog->setWindowModality(Qt::WindowModal);
@@ -39,11 +56,31 @@ bool run_toolkit_dialog(const QPointer<QDialog>& dialog, HWND owner) {
     if (dialog != nullptr) {
         dialog->hide();
     }
-    if (Window* window = window_of(owner)) {
-        window->unblock();
-        window->widget()->activateWindow();
-    }
+    give_back_owner(*ending);
     return ending->finished && ending->accepted && (owner == nullptr || IsWindow(owner));
+}
+
+bool ask_over(QDialog& dialog, HWND owner, const QString& title, const QString& text,
+              QMessageBox::StandardButtons buttons) {
+    const QPointer<QDialog> asker = &dialog;
+    // A desktop's own dialog is closed by now.
+    QWidget* behind = dialog.isVisible() ? &dialog : dialog.parentWidget();
+    const QPointer<QMessageBox> box =
+        new QMessageBox(QMessageBox::Warning, title, text, buttons, behind);
+    box->setTextFormat(Qt::PlainText);
+    box->setEscapeButton(buttons.testFlag(QMessageBox::No) ? QMessageBox::No : QMessageBox::Ok);
+    box->setDefaultButton(QMessageBox::No);
+    run_toolkit_dialog(box.data(), owner);
+    const bool agreed = box != nullptr && box->result() == QMessageBox::Yes;
+    delete box;
+    if (asker == nullptr) {
+        return false;
+    }
+    if (owner != nullptr && !IsWindow(owner)) {
+        dialog.reject();
+    }
+    dialog.activateWindow();
+    return agreed;
 }
 
 } // namespace platform

@@ -4,6 +4,7 @@
 #include "platform/win32.h"
 
 #include <QDialog>
+#include <QMessageBox>
 #include <QPointer>
 
 namespace platform {
@@ -13,5 +14,10 @@ namespace platform {
 // the owner was destroyed, or when the program is ending. The dialog may be gone afterwards, along
 // with its owner; if not, the caller releases it.
 bool run_toolkit_dialog(const QPointer<QDialog>& dialog, HWND owner);
+
+// A question or a remark about what was entered in a dialog that runs over `owner`. It stops these
+// two only. True when the user said yes; Return does not.
+bool ask_over(QDialog& dialog, HWND owner, const QString& title, const QString& text,
+              QMessageBox::StandardButtons buttons);
 
 } // namespace platform
