@@ -13,7 +13,6 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QWindow>
 
 #include <algorithm>
 
@@ -22,19 +21,12 @@ namespace platform {
 namespace {
 
 // What a window manager's frame adds to the client area and the menu. It is not known before the
-// first window is on the screen, whose size is made with a usual one and then put right.
-QSize& usual_frame() {
-    static QSize size(8, 27);
-    return size;
-}
+// window is shown, so a window's size is made with the usual one.
+constexpr QSize kUsualFrame(8, 27);
 
 QSize border_size(const QWidget* widget) {
-    if (!widget->isWindow()) {
-        return {0, 0};
-    }
-    const QWindow* window = widget->isVisible() ? widget->windowHandle() : nullptr;
-    const QMargins margins = window != nullptr ? window->frameMargins() : QMargins();
-    return margins.isNull() ? usual_frame() : QSize(0, 0).grownBy(margins);
+    const bool unknown = dynamic_cast<const Frame*>(widget) != nullptr && !widget->isVisible();
+    return unknown ? kUsualFrame : widget->frameGeometry().size() - widget->size();
 }
 
 WPARAM button_flags(const QMouseEvent& event) {
@@ -102,11 +94,8 @@ void ClientArea::paintEvent(QPaintEvent* event) {
     if (owner() == nullptr) {
         return;
     }
-    if (!frame_->border_known()) { // a window that is painted has got its frame; but not amid that
-        QMetaObject::invokeMethod(frame_, &Frame::learn_border, Qt::QueuedConnection);
-    }
     QPainter painter(this);
-    if (owner()->surface().image().isNull()) {
+    if (owner()->surface().image().isNull()) { // larger than any wall
         painter.fillRect(event->rect(), Qt::white);
         return;
     }
@@ -155,24 +144,6 @@ void Frame::arrange() {
     menu_bar_->setGeometry(0, 0, width(), bar);
     client_->setGeometry(0, bar, width(), std::max(0, height() - bar));
     window_->client_resized();
-}
-
-void Frame::make_outer_size(QSize size) {
-    made_with_ = usual_frame();
-    made_ = size - made_with_;
-    resize(made_);
-    arrange(); // a hidden widget learns of its size only when it is shown
-}
-
-void Frame::learn_border() {
-    const QWindow* window = windowHandle();
-    if (std::exchange(border_known_, true) || window == nullptr) {
-        return;
-    }
-    usual_frame() = QSize(0, 0).grownBy(window->frameMargins());
-    if (usual_frame() != made_with_ && size() == made_) { // and nobody has resized it since
-        resize(made_ + made_with_ - usual_frame());
-    }
 }
 
 void Frame::orphan() {
@@ -271,12 +242,7 @@ void TopLevelWindow::client_resized() {
 }
 
 void TopLevelWindow::shown() {
-    if (!was_shown_) {
-        const QWindow* window = frame_->windowHandle();
-        if (window != nullptr && !window->frameMargins().isNull()) {
-            frame_->learn_border(); // no window manager to wait for
-        }
-        was_shown_ = true;
+    if (!std::exchange(was_shown_, true)) {
         erase_and_tell_size();
     }
 }
@@ -317,7 +283,8 @@ HWND CreateWindowExA(DWORD, LPCSTR class_name, LPCSTR title, DWORD style, int x,
     keep_window(window);
     auto* frame = static_cast<Frame*>(window->widget());
     frame->move(x, y);
-    frame->make_outer_size(QSize(width, height));
+    frame->resize(QSize(width, height) - kUsualFrame);
+    frame->arrange(); // a hidden widget learns of its size only when it is shown
     const HWND handle = window->handle();
     // The procedure may think better of it, by its answer or by destroying the window.
     if (send_message(handle, WM_CREATE, 0, reinterpret_cast<LPARAM>(parameter)) == -1) {

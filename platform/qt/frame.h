@@ -80,12 +80,6 @@ class Frame : public QWidget {
     ClientArea* client() const { return client_; }
     bool is_menu_bar(const QWidget* widget) const { return widget == menu_bar_; }
 
-    // Gives the hidden window its size, with the frame that window managers here put around it as
-    // far as it is known, and corrects it once it is.
-    void make_outer_size(QSize size);
-    void learn_border();
-    bool border_known() const { return border_known_; }
-
     // Gives the menu bar and the client area their places.
     void arrange();
 
@@ -103,9 +97,6 @@ class Frame : public QWidget {
     TopLevelWindow* window_; // null once orphaned
     QMenuBar* menu_bar_;
     ClientArea* client_;
-    QSize made_;      // the size that it was made with
-    QSize made_with_; // and the frame that this allows for
-    bool border_known_ = false;
 };
 
 // True when the window's menu has an entry with this id and shows it greyed.

@@ -373,8 +373,8 @@ ATOM RegisterClassExA(const WNDCLASSEXA* window_class);
 // Here: top-level windows of registered classes, always with the styles of an overlapped window,
 // and in them the child controls "EDIT" and "BUTTON", whose `menu` is their id. Children lie over
 // what their window draws, and tell it of clicks only. WM_CREATE brings `parameter` itself. The
-// first window's outer size is put right once it is on the screen, as the window manager's frame is
-// not known before.
+// outer size is made with a usual frame, as the window manager's is not known before the window is
+// shown.
 HWND CreateWindowExA(DWORD extended_style, LPCSTR class_name, LPCSTR title, DWORD style, int x,
                      int y, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                      LPVOID parameter);
