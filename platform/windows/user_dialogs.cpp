@@ -10,9 +10,9 @@ namespace user {
 
 namespace {
 
-constexpr int kFileName = cmb13;   // the name field of the file dialogs
-constexpr int kPrinters = cmb4;    // the list of the print dialog
-constexpr int kBoxText = 0xFFFF;   // of a message box
+constexpr int kFileName = cmb13; // the name field of the file dialogs
+constexpr int kPrinters = cmb4;  // the list of the print dialog
+constexpr int kBoxText = 0xFFFF; // of a message box
 
 bool is_message_box(HWND dialog) {
     return GetDlgItem(dialog, kBoxText) != nullptr;
