@@ -53,8 +53,8 @@ class PaintScope {
     PAINTSTRUCT paint_{};
 };
 
-// The answer to WM_ERASEBKGND of a window that shows drawings. Their paper is white whatever colours
-// the user chose for windows: with a dark one, dark drawings would not be seen.
+// The answer to WM_ERASEBKGND of a window that shows drawings. Their paper is white whatever
+// colours the user chose for windows: with a dark one, dark drawings would not be seen.
 inline LRESULT EraseWhite(HWND window, WPARAM device) {
     RECT client{};
     GetClientRect(window, &client);
