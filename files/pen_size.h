@@ -1,4 +1,5 @@
-// What the metafile and the print dialog have in common: a field for the pen's width, and buttons.
+// What dialogs of settings have in common: their buttons and, of two of them, a field for the pen's
+// width.
 #pragma once
 
 #include "platform/win32.h"
@@ -10,7 +11,7 @@ namespace pelmora {
 // Reads the field into `text`, at most 31 bytes. False when it is empty.
 bool take_pen_size(HWND dialog, std::string* text);
 
-// Opens one of the two dialogs; whether the user accepted it. Neither the dialog's result says so
+// Opens a dialog of settings; whether the user accepted it. Neither the dialog's result says so
 // (a program that is being ended gets one that nobody chose) nor could one flag for all, as another
 // window's dialog may end meanwhile.
 bool ask_settings(HWND owner, WORD dialog, DLGPROC procedure);

@@ -2,6 +2,7 @@
 
 #include "evolve/params.h"
 #include "evolve/random.h"
+#include "files/pen_size.h"
 #include "resources/resource.h"
 #include "services/application.h"
 #include "services/desktop.h"
@@ -24,7 +25,6 @@ struct NewPopulationSettings {
     char max_depth[32];
     float PCROSS, PCOLOR, PMUTATE, PFNODE;
     float FWDMULT, REPMULT, RPTMULT, CLRMULT, LOOPMULT, TURNMULT;
-    bool accepted; // the last dialog ended with OK
 };
 
 // The settings of this run.
@@ -42,7 +42,6 @@ NewPopulationSettings settings = {
     .CLRMULT = 0.1F,
     .LOOPMULT = 0.2F,
     .TURNMULT = 0.3F,
-    .accepted = false,
 };
 
 using SettingText = char[sizeof settings.turtles];
@@ -153,35 +152,19 @@ void on_step(HWND dialog, const NMUPDOWN& proposal) {
     SetDlgItemTextA(dialog, id, text);
 }
 
-void on_accept(HWND dialog) {
-    for (const NumberField& field : kNumberFields) {
-        if (GetDlgItemTextA(dialog, field.edit, field.text, sizeof field.text) == 0) {
-            return;
-        }
-    }
-    take_moved_sliders(dialog);
-    settings.accepted = true;
-    EndDialog(dialog, IDOK);
+// False when a field is empty.
+bool take_texts(HWND dialog) {
+    return std::all_of(
+        std::begin(kNumberFields), std::end(kNumberFields), [dialog](const NumberField& field) {
+            return GetDlgItemTextA(dialog, field.edit, field.text, sizeof field.text) != 0;
+        });
 }
 
-void on_dismiss(HWND dialog) {
-    take_moved_sliders(dialog);
-    settings.accepted = false;
-    EndDialog(dialog, IDCANCEL);
-}
-
-// False for a command that is not the dialog's.
-bool on_command(HWND dialog, WORD command) {
-    switch (command) {
-    case IDOK:
-        on_accept(dialog);
-        return true;
-    case IDCANCEL:
-        on_dismiss(dialog);
-        return true;
-    default:
-        return false;
+INT_PTR on_command(HWND dialog, WORD command) {
+    if (command == IDOK || command == IDCANCEL) {
+        take_moved_sliders(dialog);
     }
+    return answer_button(dialog, command, take_texts);
 }
 
 // --- The command ---------------------------------------------------------------------------------
@@ -207,6 +190,7 @@ void fill_params(EvolveParams* params) {
 INT_PTR CALLBACK PopulationDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
     case WM_INITDIALOG:
+        begin_answer(dialog, lparam);
         on_open(dialog);
         return TRUE;
     case WM_HSCROLL:
@@ -217,18 +201,14 @@ INT_PTR CALLBACK PopulationDlgProc(HWND dialog, UINT message, WPARAM wparam, LPA
         }
         return FALSE; // which lets the arrows' own position follow
     case WM_COMMAND:
-        return on_command(dialog, LOWORD(wparam)) ? TRUE : FALSE;
+        return on_command(dialog, LOWORD(wparam));
     default:
         return FALSE;
     }
 }
 
 void NewPopulation() {
-    // A dialog that its dying owner took along did not say how it ended.
-    settings.accepted = false;
-    DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(IDD_POPULATION), MainWindow(),
-                    PopulationDlgProc, 0);
-    if (!settings.accepted) {
+    if (!ask_settings(MainWindow(), IDD_POPULATION, PopulationDlgProc)) {
         SetStatusText("User canceled.");
         return;
     }

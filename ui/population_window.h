@@ -69,12 +69,13 @@ Lifer* LogoSelectedLifer(const LogoWindow* record);
 // Marks a window as busy for as long as its populations or pictures are being rebuilt.
 class BusyScope {
   public:
-    BusyScope(HWND window, LogoWindow* record) : window_(window), record_(record) {
+    BusyScope(HWND window, LogoWindow* record)
+        : window_(window), record_(record), before_(record->busy) {
         record->busy = 1;
     }
     ~BusyScope() {
         if (LogoIsOpen(window_, record_)) {
-            record_->busy = 0;
+            record_->busy = before_;
         }
     }
     BusyScope(const BusyScope&) = delete;
@@ -83,6 +84,7 @@ class BusyScope {
   private:
     HWND window_;
     LogoWindow* record_;
+    std::uint16_t before_; // a command may run while another one waits for its dialog
 };
 
 } // namespace pelmora

@@ -1,6 +1,7 @@
 // The file dialogs: which names they take, and which they refuse.
 #include "files/file_dialog.h"
 #include "resources/resource.h"
+#include "services/message.h"
 #include "tests/contract/test_windows.h"
 
 #include <sys/stat.h>
@@ -206,6 +207,32 @@ TEST_F(FileDialogs, OtherWindowsLiveOnAndTheOwnerTakesItAlong) {
     });
     script.start();
     EXPECT_EQ(pelmora::AskSaveName(window_, kFilter, pelmora::Overwrite::ask, ".txt"), "");
+    DestroyWindow(other);
+    settle();
+}
+
+TEST_F(FileDialogs, TheOwnerHearsAgainWhileTheDialogOfAnotherWindowIsOpen) {
+    HWND other = show_other();
+    settle();
+    take_log();
+    on_message = [](HWND window, UINT message, WPARAM) -> LRESULT {
+        return message == WM_USER ? pelmora::ShowMessage(window, "later") : 0;
+    };
+    user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
+    const auto alert = [] { return user::find_window("Dialog"); };
+    script.await("the dialog", [] { return !user::system_dialog().empty(); });
+    script.then("another's alert", [&] { PostMessageA(other, WM_USER, 0, 0); });
+    script.await("it", [&] { return alert() != nullptr; });
+    script.then("a name", [] { user::choose_file(in_folder("heard.txt")); });
+    script.await("the end", [] { return user::system_dialog().empty(); });
+    script.then("a click", [&] { user::click(window_, 8, 8); });
+    script.then("the other end", [&] {
+        EXPECT_EQ(take_log(), (Lines{"user 0", "left 1 at 8,8"}));
+        user::press(alert(), "Return");
+    });
+    script.start();
+    EXPECT_EQ(pelmora::AskSaveName(window_, kFilter, pelmora::Overwrite::ask, ".txt"),
+              in_folder("heard.txt"));
     DestroyWindow(other);
     settle();
 }
