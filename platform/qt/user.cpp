@@ -4,13 +4,13 @@
 #include "platform/qt/dialog.h"
 #include "platform/qt/frame.h"
 #include "platform/qt/message_loop.h"
+#include "platform/qt/user_sight.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QInputMethodEvent>
@@ -19,10 +19,8 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPainter>
 #include <QPrintDialog>
 #include <QPushButton>
-#include <QScreen>
 #include <QSlider>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -32,7 +30,6 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 namespace user {
@@ -85,74 +82,6 @@ Qt::MouseButton mouse_button(Button button) {
 
 QWidget* arrow_of(HWND dialog, int control, bool up) {
     return control_widget(dialog, control)->findChildren<QToolButton*>().at(up ? 0 : 1);
-}
-
-// Whether no other window of ours covers a part of the screen that this one has.
-bool in_view(const QWidget* top, const QRect& part) {
-    std::vector<QPoint> points = {part.topLeft(), part.topRight(), part.bottomLeft(),
-                                  part.bottomRight()};
-    for (const QWidget* other : QApplication::topLevelWidgets()) {
-        const QRect common = other->frameGeometry() & part;
-        if (other->isVisible() && !common.isEmpty()) {
-            points.push_back(common.center());
-        }
-    }
-    return std::all_of(points.begin(), points.end(), [top](const QPoint& point) {
-        return QGuiApplication::topLevelAt(point) == top->windowHandle();
-    });
-}
-
-// Waits until what other windows have uncovered is on the screen again: the server tells of it
-// before it tells of a window that is shown after that, in a corner where it covers nothing.
-void await_uncovered(const QScreen* screen) {
-    QWindow last;
-    last.setFlags(Qt::ToolTip | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
-    last.setGeometry(QRect(screen->geometry().bottomRight(), QSize(1, 1)));
-    last.show();
-    const QDeadlineTimer longest(std::chrono::seconds(10));
-    while (!last.isExposed() && !longest.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-}
-
-// Brings a window to the front, as one has to who wants to see it. The window manager takes its
-// time.
-void bring_into_view(QWidget* top, const QRect& part) {
-    const QDeadlineTimer longest(std::chrono::seconds(10));
-    while (!in_view(top, part) && !longest.hasExpired()) {
-        top->raise();
-        QTest::qSleep(10);
-        QGuiApplication::sync();
-    }
-    await_uncovered(top->screen());
-}
-
-// What the screen shows of a part of a widget; transparent where that is beyond the screen. Nothing
-// is painted anew for it: what nobody has brought to the screen is not seen.
-QImage seen(const QWidget* widget, const QRect& area) {
-    QWidget* top = widget->window();
-    const QRect part = area.translated(widget->mapTo(top, QPoint(0, 0)));
-    QRect shown = part;
-    if (QGuiApplication::platformName() != "offscreen") { // where each window is a screen by itself
-        shown &= top->screen()->geometry().translated(-top->mapToGlobal(QPoint(0, 0)));
-        bring_into_view(top, shown.translated(top->mapToGlobal(QPoint(0, 0))));
-    }
-    // What the toolkit was told to paint it paints after all else.
-    QCoreApplication::sendPostedEvents(top, QEvent::UpdateRequest);
-    QImage image(area.size(), QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    if (!shown.isEmpty()) {
-        QPainter(&image).drawPixmap(shown.topLeft() - part.topLeft(),
-                                    top->screen()->grabWindow(top->winId(), shown.x(), shown.y(),
-                                                              shown.width(), shown.height()));
-    }
-    return image;
-}
-
-bool save_seen(const QWidget* widget, const std::string& path) {
-    return seen(widget, widget->rect())
-        .convertToFormat(QImage::Format_RGB32)
-        .save(QString::fromStdString(path), "PNG");
 }
 
 // The label of an action without mnemonic and shortcut.

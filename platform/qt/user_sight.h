@@ -1,0 +1,19 @@
+// What the simulated user sees.
+#pragma once
+
+#include <QImage>
+#include <QRect>
+#include <QWidget>
+
+#include <string>
+
+namespace user {
+
+// What the screen shows of a part of a widget; transparent where that is beyond the screen. Nothing
+// is painted anew for it: what nobody has brought to the screen is not seen.
+QImage seen(const QWidget* widget, const QRect& area);
+
+// Saves what the screen shows of a widget as a PNG file. False when it cannot be written.
+bool save_seen(const QWidget* widget, const std::string& path);
+
+} // namespace user
