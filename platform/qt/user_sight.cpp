@@ -16,6 +16,8 @@ namespace user {
 
 namespace {
 
+constexpr std::chrono::seconds kPatience{10};
+
 // Whether no other window of ours covers a part of the screen that this one has.
 bool in_view(const QWidget* top, const QRect& part) {
     std::vector<QPoint> points = {part.topLeft(), part.topRight(), part.bottomLeft(),
@@ -38,7 +40,7 @@ void await_uncovered(const QScreen* screen) {
     last.setFlags(Qt::ToolTip | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
     last.setGeometry(QRect(screen->geometry().bottomRight(), QSize(1, 1)));
     last.show();
-    const QDeadlineTimer longest(std::chrono::seconds(10));
+    const QDeadlineTimer longest(kPatience);
     while (!last.isExposed() && !longest.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     }
@@ -47,7 +49,7 @@ void await_uncovered(const QScreen* screen) {
 // Brings a window to the front, as one has to who wants to see it. The window manager takes its
 // time.
 void bring_into_view(QWidget* top, const QRect& part) {
-    const QDeadlineTimer longest(std::chrono::seconds(10));
+    const QDeadlineTimer longest(kPatience);
     while (!in_view(top, part) && !longest.hasExpired()) {
         top->raise();
         QTest::qSleep(10);
@@ -61,20 +63,26 @@ void bring_into_view(QWidget* top, const QRect& part) {
 QImage seen(const QWidget* widget, const QRect& area) {
     QWidget* top = widget->window();
     const QRect part = area.translated(widget->mapTo(top, QPoint(0, 0)));
-    QRect shown = part;
-    if (QGuiApplication::platformName() != "offscreen") { // where each window is a screen by itself
-        shown &= top->screen()->geometry().translated(-top->mapToGlobal(QPoint(0, 0)));
-        bring_into_view(top, shown.translated(top->mapToGlobal(QPoint(0, 0))));
-    }
-    // What the toolkit was told to paint it paints after all else.
-    QCoreApplication::sendPostedEvents(top, QEvent::UpdateRequest);
+    const QPoint origin = top->mapToGlobal(QPoint(0, 0));
+    const bool own_screen = QGuiApplication::platformName() == "offscreen"; // each window has one
+    const QRect shown = own_screen ? part : part & top->screen()->geometry().translated(-origin);
+    const QDeadlineTimer longest(kPatience);
+    QPixmap picture;
+    do {
+        if (!own_screen) {
+            bring_into_view(top, shown.translated(origin));
+        }
+        // What the toolkit was told to paint it paints after all else.
+        QCoreApplication::sendPostedEvents(top, QEvent::UpdateRequest);
+        if (!shown.isEmpty()) {
+            picture = top->screen()->grabWindow(top->winId(), shown.x(), shown.y(), shown.width(),
+                                                shown.height());
+        }
+        // A window manager may have put another window in front meanwhile.
+    } while (!own_screen && !in_view(top, shown.translated(origin)) && !longest.hasExpired());
     QImage image(area.size(), QImage::Format_ARGB32);
     image.fill(Qt::transparent);
-    if (!shown.isEmpty()) {
-        QPainter(&image).drawPixmap(shown.topLeft() - part.topLeft(),
-                                    top->screen()->grabWindow(top->winId(), shown.x(), shown.y(),
-                                                              shown.width(), shown.height()));
-    }
+    QPainter(&image).drawPixmap(shown.topLeft() - part.topLeft(), picture);
     return image;
 }
 
