@@ -13,6 +13,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -20,13 +21,18 @@ namespace platform {
 
 namespace {
 
-// What a window manager's frame adds to the client area and the menu. It is not known before the
-// window is shown, so a window's size is made with the usual one.
-constexpr QSize kUsualFrame(8, 27);
+// What a window manager's frame adds to a window: a guess until the first one has its frame.
+QSize& usual_frame() {
+    static QSize size(8, 27);
+    return size;
+}
 
-QSize border_size(const QWidget* widget) {
-    const bool unknown = dynamic_cast<const Frame*>(widget) != nullptr && !widget->isVisible();
-    return unknown ? kUsualFrame : widget->frameGeometry().size() - widget->size();
+QSize frame_size(const QWidget* widget) {
+    if (!widget->isWindow()) {
+        return {0, 0};
+    }
+    const QWindow* window = widget->isVisible() ? widget->windowHandle() : nullptr;
+    return window != nullptr ? QSize(0, 0).grownBy(window->frameMargins()) : usual_frame();
 }
 
 WPARAM button_flags(const QMouseEvent& event) {
@@ -94,6 +100,9 @@ void ClientArea::paintEvent(QPaintEvent* event) {
     if (owner() == nullptr) {
         return;
     }
+    if (!frame_->frame_known()) { // a window that is painted has its frame; but not amid that
+        QMetaObject::invokeMethod(frame_, &Frame::learn_frame, Qt::QueuedConnection);
+    }
     QPainter painter(this);
     if (owner()->surface().image().isNull()) { // larger than any wall
         painter.fillRect(event->rect(), Qt::white);
@@ -146,6 +155,24 @@ void Frame::arrange() {
     window_->client_resized();
 }
 
+void Frame::set_outer_size(QSize size) {
+    outer_ = size;
+    guessed_ = frame_size(this);
+    resized_ = false;
+    resize(outer_ - guessed_);
+    arrange(); // a hidden widget learns of its size only when it is shown
+}
+
+void Frame::learn_frame() {
+    if (windowHandle() == nullptr || std::exchange(frame_known_, true)) {
+        return;
+    }
+    usual_frame() = frame_size(this);
+    if (usual_frame() != guessed_ && !resized_) {
+        set_outer_size(outer_);
+    }
+}
+
 void Frame::orphan() {
     window_ = nullptr;
     hide();
@@ -153,6 +180,9 @@ void Frame::orphan() {
 }
 
 void Frame::resizeEvent(QResizeEvent*) {
+    // The size is somebody else's now, also when a late word of the window manager about the old
+    // one comes in between.
+    resized_ = resized_ || size() != outer_ - guessed_;
     if (window_ != nullptr) {
         arrange();
     }
@@ -283,8 +313,7 @@ HWND CreateWindowExA(DWORD, LPCSTR class_name, LPCSTR title, DWORD style, int x,
     keep_window(window);
     auto* frame = static_cast<Frame*>(window->widget());
     frame->move(x, y);
-    frame->resize(QSize(width, height) - kUsualFrame);
-    frame->arrange(); // a hidden widget learns of its size only when it is shown
+    frame->set_outer_size(QSize(width, height));
     const HWND handle = window->handle();
     // The procedure may think better of it, by its answer or by destroying the window.
     if (send_message(handle, WM_CREATE, 0, reinterpret_cast<LPARAM>(parameter)) == -1) {
@@ -323,7 +352,11 @@ BOOL MoveWindow(HWND handle, int x, int y, int width, int height, BOOL) {
     }
     QWidget* widget = window->widget();
     widget->move(x, y);
-    widget->resize(QSize(width, height) - border_size(widget));
+    if (auto* frame = dynamic_cast<Frame*>(widget)) {
+        frame->set_outer_size(QSize(width, height));
+    } else {
+        widget->resize(QSize(width, height) - frame_size(widget));
+    }
     return TRUE;
 }
 
@@ -333,7 +366,7 @@ BOOL GetWindowRect(HWND handle, RECT* rect) {
         area = QGuiApplication::primaryScreen()->geometry();
     } else if (const Window* window = window_of(handle)) {
         const QWidget* widget = window->widget();
-        area = QRect(widget->pos(), widget->size() + border_size(widget));
+        area = QRect(widget->pos(), widget->size() + frame_size(widget));
     } else {
         return FALSE;
     }

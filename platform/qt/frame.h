@@ -83,6 +83,13 @@ class Frame : public QWidget {
     // Gives the menu bar and the client area their places.
     void arrange();
 
+    // Gives the window this size, its frame included. Until the frame is known, which a window
+    // manager makes while the window appears, the size is a guess, and it is put right then unless
+    // somebody else has changed it.
+    void set_outer_size(QSize size);
+    void learn_frame();
+    bool frame_known() const { return frame_known_; }
+
     // The window is gone; the widget follows when none of its handlers can be running.
     void orphan();
 
@@ -97,6 +104,10 @@ class Frame : public QWidget {
     TopLevelWindow* window_; // null once orphaned
     QMenuBar* menu_bar_;
     ClientArea* client_;
+    QSize outer_;   // asked for,
+    QSize guessed_; // and the frame that was taken off for it
+    bool resized_ = false; // by others, since
+    bool frame_known_ = false;
 };
 
 // True when the window's menu has an entry with this id and shows it greyed.

@@ -1,13 +1,11 @@
-// Printers: the desktop's print dialog, and pages drawn on what it chose.
+// Printers: pages drawn on what the print dialog chose.
 #include "platform/qt/device_context.h"
-#include "platform/qt/toolkit_dialog.h"
-#include "platform/qt/window.h"
+#include "platform/qt/print_dialog.h"
 #include "platform/whole_file.h"
 
 #include <QDir>
 #include <QPainter>
 #include <QPolygon>
-#include <QPrintDialog>
 #include <QPrinter>
 #include <QTemporaryFile>
 
@@ -199,17 +197,7 @@ using namespace platform;
 BOOL PrintDlgA(PRINTDLGA* print) {
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     printer->setCopyCount(print->nCopies);
-    const Window* owner = window_of(print->hwndOwner);
-    const QPointer<QPrintDialog> dialog =
-        new QPrintDialog(printer.get(), owner != nullptr ? owner->widget() : nullptr);
-    for (const auto option :
-         {QAbstractPrintDialog::PrintPageRange, QAbstractPrintDialog::PrintSelection,
-          QAbstractPrintDialog::PrintCurrentPage}) {
-        dialog->setOption(option, false);
-    }
-    const bool chosen = run_toolkit_dialog(dialog.data(), print->hwndOwner);
-    delete dialog;
-    if (!chosen || !printer->isValid()) {
+    if (!choose_printer(*printer, print->hwndOwner) || !printer->isValid()) {
         return FALSE;
     }
     if ((print->Flags & PD_RETURNDC) != 0) {

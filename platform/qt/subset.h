@@ -373,8 +373,8 @@ ATOM RegisterClassExA(const WNDCLASSEXA* window_class);
 // Here: top-level windows of registered classes, always with the styles of an overlapped window,
 // and in them the child controls "EDIT" and "BUTTON", whose `menu` is their id. Children lie over
 // what their window draws, and tell it of clicks only. WM_CREATE brings `parameter` itself. The
-// outer size is made with a usual frame, as the window manager's is not known before the window is
-// shown.
+// window manager's frame is not known before the first window is on the screen: that one's outer
+// size is put right then.
 HWND CreateWindowExA(DWORD extended_style, LPCSTR class_name, LPCSTR title, DWORD style, int x,
                      int y, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                      LPVOID parameter);
@@ -431,7 +431,7 @@ BOOL GetSaveFileNameA(OPENFILENAMEA* dialog);
 // Here: only from the hook of a file dialog, with the warning sign, and with OK or with Yes and No,
 // of which No is what Return and Escape press.
 int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
-// Here: asks about an existing file in a loop of the toolkit's own, in which no window paints.
+// Here: a printer's own properties are shown in a loop of the toolkit, in which no window paints.
 BOOL PrintDlgA(PRINTDLGA* dialog);
 
 // Clipboard. What is set belongs to the clipboard.

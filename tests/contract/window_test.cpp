@@ -18,6 +18,10 @@ TEST_F(Windows, AreMadeAndDestroyedInOrder) {
     RECT client{};
     GetClientRect(window_, &client);
     EXPECT_EQ(created_, Lines{"create"});
+    RECT outer{};
+    GetWindowRect(window_, &outer);
+    EXPECT_EQ(outer.right - outer.left, 400); // as it was made
+    EXPECT_EQ(outer.bottom - outer.top, 300);
     const std::string size = std::to_string(client.right) + "," + std::to_string(client.bottom);
     shown_.resize(3); // a window manager may go on
     EXPECT_EQ(shown_, (Lines{"erase", "size " + size, "paint"}));
