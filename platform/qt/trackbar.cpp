@@ -5,6 +5,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QStyle>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -79,6 +80,21 @@ void TrackbarWidget::initStyleOption(QStyleOptionSlider* option) const {
     const int above = std::clamp(height() / 4 - (needed - kTicks) / 2, 0, height() - needed);
     option->rect = QRect(0, above, width(), needed);
     option->state.setFlag(QStyle::State_Sunken, isSliderDown());
+}
+
+// Styles draw the ticks with whatever pen the groove was drawn with, which depends on what they
+// have cached. So the ticks are drawn apart.
+void TrackbarWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    option.subControls = QStyle::SC_SliderTickmarks;
+    QColor faint = palette().color(QPalette::WindowText);
+    faint.setAlphaF(0.45F);
+    painter.setPen(faint);
+    style()->drawComplexControl(QStyle::CC_Slider, &option, &painter, this);
+    option.subControls = QStyle::SC_SliderGroove | QStyle::SC_SliderHandle;
+    style()->drawComplexControl(QStyle::CC_Slider, &option, &painter, this);
 }
 
 QRect TrackbarWidget::part(QStyle::SubControl which) const {
