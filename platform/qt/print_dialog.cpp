@@ -3,8 +3,8 @@
 #include "platform/qt/toolkit_dialog.h"
 #include "platform/qt/window.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -23,9 +23,6 @@ class PrintDialog final : public QPrintDialog {
     PrintDialog(QPrinter* target, QWidget* behind, HWND owner)
         : QPrintDialog(target, behind), owner_(owner),
           file_(findChild<QLineEdit*>(QStringLiteral("filename"))) {
-        for (const auto option : {PrintPageRange, PrintSelection, PrintCurrentPage}) {
-            setOption(option, false);
-        }
         auto* buttons = findChild<QDialogButtonBox*>();
         auto* browse = findChild<QToolButton*>(QStringLiteral("fileBrowser"));
         if (file_ == nullptr || buttons == nullptr || browse == nullptr) {
@@ -40,6 +37,14 @@ class PrintDialog final : public QPrintDialog {
         });
         QObject::disconnect(browse, &QToolButton::clicked, nullptr, nullptr);
         QObject::connect(browse, &QToolButton::clicked, this, [this] { browse_for_file(); });
+    }
+
+    // Only one page is ever printed, and the toolkit offers ranges whatever the options.
+    void setVisible(bool visible) override {
+        QPrintDialog::setVisible(visible);
+        if (auto* range = findChild<QWidget*>(QStringLiteral("gbPrintRange"))) {
+            range->hide();
+        }
     }
 
   private:
@@ -63,7 +68,9 @@ class PrintDialog final : public QPrintDialog {
         browser->setAcceptMode(QFileDialog::AcceptSave);
         browser->setOption(QFileDialog::DontConfirmOverwrite); // asked when all is chosen
         if (run_toolkit_dialog(browser.data(), owner_) && browser != nullptr) {
-            file_->setText(QDir::toNativeSeparators(browser->selectedFiles().value(0)));
+            file_->setText(browser->selectedFiles().value(0));
+            auto* printers = findChild<QComboBox*>(QStringLiteral("printers"));
+            printers->setCurrentIndex(printers->count() - 1); // the file
         }
         delete browser; // null when this dialog is gone, too
     }
