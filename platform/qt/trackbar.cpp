@@ -60,6 +60,8 @@ WORD action_code(int action) {
     }
 }
 
+constexpr int kTicks = 5; // pixels down, as the toolkit allows for
+
 } // namespace
 
 TrackbarWidget::TrackbarWidget(QWidget* parent, std::function<void(WORD)> notify, bool tooltips)
@@ -72,7 +74,6 @@ TrackbarWidget::TrackbarWidget(QWidget* parent, std::function<void(WORD)> notify
 // no more, so that the ticks are at their own groove, which is level with the label beside it.
 void TrackbarWidget::initStyleOption(QStyleOptionSlider* option) const {
     QSlider::initStyleOption(option);
-    constexpr int kTicks = 5; // the toolkit's own measure of them
     const int thick = style()->pixelMetric(QStyle::PM_SliderThickness, option, this) + kTicks;
     const QSize whole =
         style()->sizeFromContents(QStyle::CT_Slider, option, QSize(width(), thick), this);
@@ -82,19 +83,30 @@ void TrackbarWidget::initStyleOption(QStyleOptionSlider* option) const {
     option->state.setFlag(QStyle::State_Sunken, isSliderDown());
 }
 
-// Styles draw the ticks with whatever pen the groove was drawn with, which depends on what they
-// have cached. So the ticks are drawn apart.
 void TrackbarWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     QStyleOptionSlider option;
     initStyleOption(&option);
-    option.subControls = QStyle::SC_SliderTickmarks;
+    if (tickPosition() != NoTicks) {
+        draw_ticks(painter, option.rect.bottom());
+    }
+    option.subControls = QStyle::SC_SliderGroove | QStyle::SC_SliderHandle;
+    style()->drawComplexControl(QStyle::CC_Slider, &option, &painter, this);
+}
+
+// The style would draw them in a colour that depends on its cache, and dark ones on dark palettes.
+void TrackbarWidget::draw_ticks(QPainter& painter, int bottom) const {
     QColor faint = palette().color(QPalette::WindowText);
     faint.setAlphaF(0.45F);
     painter.setPen(faint);
-    style()->drawComplexControl(QStyle::CC_Slider, &option, &painter, this);
-    option.subControls = QStyle::SC_SliderGroove | QStyle::SC_SliderHandle;
-    style()->drawComplexControl(QStyle::CC_Slider, &option, &painter, this);
+    const QRect groove = part(QStyle::SC_SliderGroove);
+    const int thumb = part(QStyle::SC_SliderHandle).width();
+    for (int value = minimum(); value <= maximum(); value += std::max(1, tickInterval())) {
+        const int x =
+            groove.left() + thumb / 2 +
+            QStyle::sliderPositionFromValue(minimum(), maximum(), value, groove.width() - thumb);
+        painter.drawLine(x, bottom - kTicks + 1, x, bottom);
+    }
 }
 
 QRect TrackbarWidget::part(QStyle::SubControl which) const {

@@ -34,6 +34,7 @@ class TrackbarWidget : public QSlider {
     void timerEvent(QTimerEvent* event) override;
 
   private:
+    void draw_ticks(QPainter& painter, int bottom) const;
     QRect part(QStyle::SubControl which) const;
     int position_at(int thumb_left) const;
     void page_toward_pointer();
