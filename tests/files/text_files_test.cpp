@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -81,6 +82,13 @@ TEST(PopulationText, ABreakAtTheBeginningIsLogged) {
     const std::string log = testing::internal::GetCapturedStderr();
     EXPECT_EQ(log.find("LOAD POP: improper file at 0: [16]'\r\n( FWD_2 )\r\nmor' ptr x"), 0U)
         << log;
+}
+
+TEST(PopulationText, ItsFaultsAreLoggedUpToOneBoundForAllLines) {
+    testing::internal::CaptureStderr();
+    stored("1\n" + times(2 * kMostParseFaults, "( NONSENSE )\n"), 0);
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), kMostParseFaults);
 }
 
 TEST(PopulationFile, IsWrittenByteForByteAndReadBack) {

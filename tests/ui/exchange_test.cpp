@@ -182,6 +182,7 @@ TEST(Exchange, AMillionLeavesGoThroughEveryCommand) {
         .print_to(folder.path("million.pdf"))
         .to(window, IDM_PRINT_TURTLE);
     EXPECT_EQ(folder.count(), 4);
+    EXPECT_TRUE(std::filesystem::exists(folder.path("million.eps")));
     window.command(IDM_COPY);
     record->selected = 3;
     window.command(IDM_PASTE);
