@@ -46,6 +46,11 @@ bool accept_name(HWND dialog, const std::string& name, const NameRules& rules) {
     }
     const std::string path = with_default_extension(name, rules.extension);
     std::error_code error;
+    if (rules.extension[0] != '\0' && std::filesystem::is_directory(path_of(path), error)) {
+        const std::string text = path + " is a folder.\nPlease choose a different file name.";
+        MessageBoxA(dialog, text.c_str(), rules.title, MB_OK | MB_ICONWARNING);
+        return false;
+    }
     if (rules.overwrite == Overwrite::silently || !std::filesystem::exists(path_of(path), error)) {
         return true;
     }

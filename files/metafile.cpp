@@ -4,6 +4,7 @@
 #include "files/pen_size.h"
 #include "files/saved_file.h"
 #include "resources/resource.h"
+#include "services/settings_dialog.h"
 #include "services/typed_number.h"
 
 #include <cstdio>
@@ -75,7 +76,7 @@ bool take_settings(HWND dialog) {
 void SaveTurtleMetafile(HWND owner, const SelectedTurtle& turtle) {
     const std::string name = AskSaveName(owner, kFilter, Overwrite::silently, ".txt");
     const bool metaDialogOk =
-        !name.empty() && ask_settings(owner, IDD_METAFILE, MetafileMappingDlgProc);
+        !name.empty() && ask_settings(owner, IDD_METAFILE, MetafileMappingDlgProc, take_settings);
     if (metaDialogOk && IsWindow(owner)) {
         write_metafile(name, turtle);
     }
@@ -87,7 +88,7 @@ INT_PTR CALLBACK MetafileMappingDlgProc(HWND dialog, UINT message, WPARAM wparam
         show_settings(dialog);
         return TRUE;
     }
-    return message == WM_COMMAND ? answer_button(dialog, LOWORD(wparam), take_settings) : FALSE;
+    return message == WM_COMMAND ? answer_button(dialog, LOWORD(wparam)) : FALSE;
 }
 
 void write_metafile(const std::string& name, const SelectedTurtle& turtle) {

@@ -2,6 +2,7 @@
 
 #include "files/pen_size.h"
 #include "resources/resource.h"
+#include "services/settings_dialog.h"
 #include "services/typed_number.h"
 
 #include <cstdio>
@@ -85,7 +86,9 @@ void print_document(HDC printer, DrawContext* ctx, const ExprNode* tree) {
 } // namespace
 
 int PrintTurtleTree(HWND owner, DrawContext* ctx, const ExprNode* tree) {
-    const bool printDialogOk = ask_settings(owner, IDD_PRINT, PrintPensizeDlgProc);
+    const bool printDialogOk = ask_settings(owner, IDD_PRINT, PrintPensizeDlgProc, [](HWND dialog) {
+        return take_pen_size(dialog, &printPenWidth);
+    });
     if (!printDialogOk || !IsWindow(owner)) {
         return 0;
     }
@@ -106,10 +109,7 @@ INT_PTR CALLBACK PrintPensizeDlgProc(HWND dialog, UINT message, WPARAM wparam, L
         SetFocus(GetDlgItem(dialog, IDC_PEN_SIZE));
         return FALSE;
     }
-    return message == WM_COMMAND
-               ? answer_button(dialog, LOWORD(wparam),
-                               [](HWND d) { return take_pen_size(d, &printPenWidth); })
-               : FALSE;
+    return message == WM_COMMAND ? answer_button(dialog, LOWORD(wparam)) : FALSE;
 }
 
 BOOL CALLBACK PrintAbortProc(HDC, int) {

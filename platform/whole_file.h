@@ -36,8 +36,8 @@ class WholeFile {
     [[nodiscard]] std::FILE* stream() const;
 
     // Completes the file, once. 0, or the error (of errno) why not everything could be written; the
-    // old file is then lost only if it had to be written in place. Without a stream, the error why
-    // an old file that may be written cannot be replaced, and 0 when it may not.
+    // old file is then lost only if it had to be written in place. Without a stream: 0 when `path`
+    // may not be written at all, an error when it may but there was no room for the new file.
     [[nodiscard]] int commit();
 
   private:

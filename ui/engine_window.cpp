@@ -127,13 +127,16 @@ void take_limit(HWND window, EngineWindow* record) {
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
 }
 
+// The window may be closed while one of these commands waits for its dialog: they work on copies.
 void EnginePrint(HWND window, EngineWindow* record) {
     if (record->tree == nullptr) {
         ShowMessage(window, "FATAL, turtle expression is NULL!");
         return;
     }
     record->drawContext.max_steps = record->stepLimit;
-    PrintTurtleTree(window, &record->drawContext, record->tree.get());
+    DrawContext context = record->drawContext;
+    const ExprTree program(expr_copy_tree(record->tree.get()));
+    PrintTurtleTree(window, &context, program.get());
 }
 
 void save_eps(HWND window, EngineWindow* record) {
@@ -141,7 +144,9 @@ void save_eps(HWND window, EngineWindow* record) {
         ShowMessage(window, "You must select a turtle to save.");
         return;
     }
-    SaveTurtleEPS(window, &record->drawContext, record->tree.get());
+    DrawContext context = record->drawContext;
+    const ExprTree program(expr_copy_tree(record->tree.get()));
+    SaveTurtleEPS(window, &context, program.get());
 }
 
 // False for a command that is not this window's.

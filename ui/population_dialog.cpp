@@ -2,10 +2,10 @@
 
 #include "evolve/params.h"
 #include "evolve/random.h"
-#include "files/pen_size.h"
 #include "resources/resource.h"
 #include "services/application.h"
 #include "services/desktop.h"
+#include "services/settings_dialog.h"
 #include "services/status.h"
 #include "services/typed_number.h"
 #include "ui/population_window.h"
@@ -164,11 +164,12 @@ INT_PTR on_command(HWND dialog, WORD command) {
     if (command == IDOK || command == IDCANCEL) {
         take_moved_sliders(dialog);
     }
-    return answer_button(dialog, command, take_texts);
+    return answer_button(dialog, command);
 }
 
 // --- The command ---------------------------------------------------------------------------------
 
+// What is set now.
 void fill_params(EvolveParams* params) {
     params->size = params_population_size(TypedNumber(settings.turtles));
     params->MAX_CHILD = params_max_child(TypedNumber(settings.max_children));
@@ -208,12 +209,20 @@ INT_PTR CALLBACK PopulationDlgProc(HWND dialog, UINT message, WPARAM wparam, LPA
 }
 
 void NewPopulation() {
-    if (!ask_settings(MainWindow(), IDD_POPULATION, PopulationDlgProc)) {
+    // Of this dialog: while a window's dialog keeps this command from going on, the settings may be
+    // changed in another one.
+    EvolveParams params{};
+    const auto take = [&params](HWND dialog) {
+        const bool complete = take_texts(dialog);
+        fill_params(&params);
+        return complete;
+    };
+    if (!ask_settings(MainWindow(), IDD_POPULATION, PopulationDlgProc, take)) {
         SetStatusText("User canceled.");
         return;
     }
     rng_seed(rng_clock_seed());
-    fill_params(&newPopParams);
+    newPopParams = params;
     params_list(newPopParams, stderr);
     HWND window = CreateLogoWindow(AppInstance(), newPopParams);
     if (window != nullptr) {

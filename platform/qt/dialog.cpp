@@ -1,6 +1,7 @@
 #include "platform/qt/dialog.h"
 
 #include "platform/qt/control_styles.h"
+#include "platform/qt/frame.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/resources.h"
 
@@ -74,9 +75,8 @@ class DialogUnits {
 
 // The desktop's font, or a smaller one where the dialog would not fit the screen otherwise.
 QFont dialog_font(const DialogTemplate& design) {
-    constexpr QSize kFrame(10, 30); // that a window manager puts around it
-    constexpr int kSmallest = 8;    // pixels
-    const QSize room = QGuiApplication::primaryScreen()->availableSize() - kFrame;
+    constexpr int kSmallest = 8; // pixels
+    const QSize room = QGuiApplication::primaryScreen()->availableSize() - usual_frame();
     QFont font = QApplication::font();
     const auto fits = [&] {
         const QSize size = DialogUnits(design, font).rect(0, 0, design.width, design.height).size();

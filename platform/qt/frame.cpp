@@ -19,13 +19,12 @@
 
 namespace platform {
 
-namespace {
-
-// What a window manager's frame adds to a window: a guess until the first one has its frame.
 QSize& usual_frame() {
     static QSize size(8, 27);
     return size;
 }
+
+namespace {
 
 QSize frame_size(const QWidget* widget) {
     if (!widget->isWindow()) {
@@ -164,7 +163,7 @@ void Frame::set_outer_size(QSize size) {
 }
 
 void Frame::learn_frame() {
-    if (windowHandle() == nullptr || std::exchange(frame_known_, true)) {
+    if (window_ == nullptr || !isVisible() || std::exchange(frame_known_, true)) {
         return;
     }
     usual_frame() = frame_size(this);

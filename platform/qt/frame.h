@@ -71,6 +71,9 @@ class TopLevelWindow final : public Window {
     bool was_shown_ = false;
 };
 
+// What a window manager's frame adds to a window: a guess until the first one has its frame.
+QSize& usual_frame();
+
 class Frame : public QWidget {
   public:
     explicit Frame(TopLevelWindow* window);
@@ -104,9 +107,9 @@ class Frame : public QWidget {
     TopLevelWindow* window_; // null once orphaned
     QMenuBar* menu_bar_;
     ClientArea* client_;
-    QSize outer_;   // asked for,
-    QSize guessed_; // and the frame that was taken off for it
-    bool resized_ = false; // by others, since
+    QSize outer_;          // the size that was asked for
+    QSize guessed_;        // the frame that was taken off it
+    bool resized_ = false; // by others since
     bool frame_known_ = false;
 };
 

@@ -1,5 +1,6 @@
 // Starts the layer and then the program.
 #include "platform/qt/keyboard.h"
+#include "platform/whole_file.h"
 #include "platform/win32.h"
 
 #include <QApplication>
@@ -29,7 +30,7 @@ void open_closed_streams() {
         if (::fcntl(stream, F_GETFD) == -1 && errno == EBADF) {
             // Gets the lowest free descriptor, which is this one. Without a null device it stays
             // closed.
-            [[maybe_unused]] const int opened = ::open("/dev/null", O_RDWR);
+            [[maybe_unused]] const int opened = ::open(platform::kNullDevice, O_RDWR);
         }
     }
 }

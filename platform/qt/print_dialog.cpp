@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QSpinBox>
 #include <QToolButton>
 
 namespace platform {
@@ -22,10 +23,11 @@ class PrintDialog final : public QPrintDialog {
   public:
     PrintDialog(QPrinter* target, QWidget* behind, HWND owner)
         : QPrintDialog(target, behind), owner_(owner),
-          file_(findChild<QLineEdit*>(QStringLiteral("filename"))) {
+          file_(findChild<QLineEdit*>(QStringLiteral("filename"))),
+          printers_(findChild<QComboBox*>(QStringLiteral("printers"))) {
         auto* buttons = findChild<QDialogButtonBox*>();
         auto* browse = findChild<QToolButton*>(QStringLiteral("fileBrowser"));
-        if (file_ == nullptr || buttons == nullptr || browse == nullptr) {
+        if (file_ == nullptr || printers_ == nullptr || buttons == nullptr || browse == nullptr) {
             return; // a toolkit that is built otherwise asks for itself
         }
         buttons->disconnect(this);
@@ -35,6 +37,8 @@ class PrintDialog final : public QPrintDialog {
                 accept();
             }
         });
+        QObject::connect(printers_, &QComboBox::currentIndexChanged, this,
+                         [this] { offer_copies(); });
         QObject::disconnect(browse, &QToolButton::clicked, nullptr, nullptr);
         QObject::connect(browse, &QToolButton::clicked, this, [this] { browse_for_file(); });
     }
@@ -45,17 +49,27 @@ class PrintDialog final : public QPrintDialog {
         if (auto* range = findChild<QWidget*>(QStringLiteral("gbPrintRange"))) {
             range->hide();
         }
+        offer_copies();
     }
 
   private:
+    // A file is written once, whatever number is asked for.
+    void offer_copies() {
+        auto* copies = findChild<QSpinBox*>(QStringLiteral("copies"));
+        if (copies != nullptr && file_ != nullptr) {
+            copies->setEnabled(!file_->isEnabled());
+        }
+    }
+
     bool file_agreed(const QString& path) {
         const QFileInfo file(path);
         const QFileInfo written(file.exists() ? path : file.absolutePath());
         if (path.isEmpty() || file.isDir() || !written.isWritable()) {
+            const QString reason = path.isEmpty() ? QStringLiteral("The file has no name.")
+                                   : file.isDir() ? path + " is a folder."
+                                                  : path + " cannot be written.";
             ask_over(*this, owner_, windowTitle(),
-                     path + (file.isDir() ? " is a folder." : " cannot be written.") +
-                         "\nPlease choose a different file name.",
-                     QMessageBox::Ok);
+                     reason + "\nPlease choose a different file name.", QMessageBox::Ok);
             return false;
         }
         return !file.exists() || ask_over(*this, owner_, windowTitle(),
@@ -69,14 +83,17 @@ class PrintDialog final : public QPrintDialog {
         browser->setOption(QFileDialog::DontConfirmOverwrite); // asked when all is chosen
         if (run_toolkit_dialog(browser.data(), owner_) && browser != nullptr) {
             file_->setText(browser->selectedFiles().value(0));
-            auto* printers = findChild<QComboBox*>(QStringLiteral("printers"));
-            printers->setCurrentIndex(printers->count() - 1); // the file
+            printers_->setCurrentIndex(printers_->count() - 1); // the file
         }
-        delete browser; // null when this dialog is gone, too
+        if (browser != nullptr) { // so is this dialog
+            delete browser;
+            activateWindow();
+        }
     }
 
     HWND owner_;
-    QLineEdit* file_; // enabled while the printer is a file
+    QLineEdit* file_;     // enabled while the printer is a file
+    QComboBox* printers_; // the last is the file
 };
 
 } // namespace

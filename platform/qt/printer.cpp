@@ -130,9 +130,12 @@ bool PrinterOutput::complete_file() {
     constexpr qsizetype kTail = 16;
     QFile part(part_.fileName()); // opened anew, in case the toolkit has put another in its place
     const QByteArray document = part.open(QIODevice::ReadOnly) ? part.readAll() : QByteArray();
+    if (!document.right(kTail).contains("%%EOF")) {
+        return false; // before anything is written over in place
+    }
     std::fwrite(document.constData(), 1, static_cast<std::size_t>(document.size()),
                 file_->stream()); // commit() tells
-    return document.right(kTail).contains("%%EOF") && file_->commit() == 0;
+    return file_->commit() == 0;
 }
 
 void PrinterOutput::abandon() {

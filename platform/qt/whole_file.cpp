@@ -120,8 +120,8 @@ bool copy_over(int from, int to) {
         ::lseek(from, 0, SEEK_SET) != 0) {
         return false;
     }
-    if (source.st_size > target.st_size && ::fallocate(to, 0, 0, source.st_size) != 0 &&
-        errno != EOPNOTSUPP) {
+    if (source.st_size > target.st_size &&
+        ::fallocate(to, FALLOC_FL_KEEP_SIZE, 0, source.st_size) != 0 && errno != EOPNOTSUPP) {
         return false;
     }
     errno = EIO; // a short write gives no reason
@@ -132,7 +132,7 @@ bool copy_over(int from, int to) {
             return false;
         }
     }
-    return count == 0 && ::ftruncate(to, source.st_size) == 0;
+    return count == 0 && ::ftruncate(to, source.st_size) == 0 && ::fsync(to) == 0;
 }
 
 } // namespace

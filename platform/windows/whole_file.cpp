@@ -73,14 +73,18 @@ std::wstring final_path(const Handle& file) {
     return path;
 }
 
+Handle open_once(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
+    return Handle(CreateFileW(path.c_str(), access, share, nullptr, disposition,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 // Scanners, indexers and programs that copy files elsewhere hold a file for a moment: what they
 // stand in the way of is tried again for about a second.
 Handle open_patiently(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
     constexpr int kTries = 20;
     constexpr DWORD kPause = 50;
     for (int i = 1;; ++i) {
-        Handle file(CreateFileW(path.c_str(), access, share, nullptr, disposition,
-                                FILE_ATTRIBUTE_NORMAL, nullptr));
+        Handle file = open_once(path, access, share, disposition);
         if (file.is_open() || GetLastError() != ERROR_SHARING_VIOLATION || i == kTries) {
             return file;
         }
@@ -164,7 +168,7 @@ bool copy_over(const std::wstring& new_file, const std::wstring& old_file) {
             return false;
         }
     }
-    return success && SetEndOfFile(to.get());
+    return success && SetEndOfFile(to.get()) && FlushFileBuffers(to.get());
 }
 
 } // namespace
@@ -175,12 +179,13 @@ struct WholeFile::State {
     std::FILE* stream = nullptr;
     int error = 0; // why there is none
 
+    void resolve(const Handle& old);
     void open_over(Handle old);
     void open_new();
     void open_stream(Handle file);
     HANDLE file() const { return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))); }
     int complete() const;
-    void show_temporary() const;
+    bool show_temporary() const;
     bool take_place() const;
     void remove_temporary();
 };
@@ -214,15 +219,20 @@ void WholeFile::State::open_new() {
     }
 }
 
+// Goes on with the file that links lead to.
+void WholeFile::State::resolve(const Handle& old) {
+    const std::wstring path = final_path(old);
+    if (!path.empty()) {
+        target = path;
+    }
+}
+
 void WholeFile::State::open_over(Handle old) {
     if (GetFileType(old.get()) != FILE_TYPE_DISK) {
         open_stream(std::move(old));
         return;
     }
-    const std::wstring path = final_path(old);
-    if (!path.empty()) {
-        target = path;
-    }
+    resolve(old);
     open_new();
     if (stream != nullptr) {
         return;
@@ -236,10 +246,13 @@ void WholeFile::State::open_over(Handle old) {
 
 WholeFile::WholeFile(const std::string& path) : state_(std::make_unique<State>()) {
     state_->target = full_path(wide(path));
-    Handle old = open_patiently(state_->target, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
+    Handle old = open_once(state_->target, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
     if (old.is_open()) {
         state_->open_over(std::move(old));
     } else if (GetLastError() == ERROR_FILE_NOT_FOUND) {
+        state_->open_new();
+    } else if (GetLastError() == ERROR_SHARING_VIOLATION) { // whoever holds it may let it go
+        state_->resolve(open_once(state_->target, 0, kShareAll, OPEN_EXISTING));
         state_->open_new();
     }
 }
@@ -270,12 +283,13 @@ int WholeFile::State::complete() const {
 }
 
 // Gives the new file what users see of the old one; a new file is an ordinary one.
-void WholeFile::State::show_temporary() const {
+bool WholeFile::State::show_temporary() const {
     constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                             FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
     const DWORD old = GetFileAttributesW(target.c_str());
     SetFileAttributesW(temporary.c_str(),
                        old != INVALID_FILE_ATTRIBUTES ? old & kKept : FILE_ATTRIBUTE_NORMAL);
+    return true; // whether or not it can be shown, it can take the place
 }
 
 // False with the last error.
@@ -284,7 +298,7 @@ bool WholeFile::State::take_place() const {
     constexpr DWORD kNobody = 0;
     // The replacing call, when it fails, may leave a file of its own behind. When it failed in the
     // midst the old file may be gone: then, as for a new name, a move is enough.
-    if (await_free(temporary, kNobody) && await_free(target, kShareAll) &&
+    if (await_free(temporary, kNobody) && await_free(target, kShareAll) && show_temporary() &&
         (ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, kFlags, nullptr, nullptr) ||
          MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH))) {
         return true;
@@ -308,9 +322,6 @@ int WholeFile::commit() {
     }
     const bool beside = !state.temporary.empty();
     int error = state.complete();
-    if (beside && error == 0) {
-        state.show_temporary();
-    }
     if (std::fclose(std::exchange(state.stream, nullptr)) != 0 && error == 0) {
         error = errno;
     }

@@ -68,29 +68,6 @@ TEST_F(Gdi, FillsAndFramesToTheEdgesThatAreLeftOut) {
     }
 }
 
-TEST_F(Gdi, ColoursAreExact) {
-    Canvas copy(3, 1);
-    EXPECT_EQ(copy.picture(), "000\n");
-    for (const COLORREF color : {RGB(1, 2, 3), RGB(254, 127, 128), RGB(255, 0, 0), RGB(0, 0, 8)}) {
-        HBRUSH brush = CreateSolidBrush(color);
-        const RECT first{0, 0, 1, 1};
-        FillRect(dc_, &first, brush);
-        DeleteObject(brush);
-        HGDIOBJ before = SelectObject(dc_, CreatePen(PS_SOLID, 0, color));
-        MoveToEx(dc_, 1, 0, nullptr);
-        LineTo(dc_, 2, 0);
-        DeleteObject(SelectObject(dc_, before));
-        EXPECT_EQ(BitBlt(copy.dc(), 0, 0, 3, 1, dc_, 0, 0, SRCCOPY), 1);
-        EXPECT_EQ(GetPixel(dc_, 0, 0), color);
-        EXPECT_EQ(GetPixel(dc_, 1, 0), color);
-        EXPECT_EQ(GetPixel(copy.dc(), 0, 0), color);
-        EXPECT_EQ(GetPixel(copy.dc(), 1, 0), color);
-        EXPECT_EQ(GetPixel(copy.dc(), 2, 0), kWhite);
-    }
-    EXPECT_EQ(GetPixel(dc_, kWidth, 0), CLR_INVALID);
-    EXPECT_EQ(GetPixel(dc_, 0, -1), CLR_INVALID);
-}
-
 TEST_F(Gdi, ADeletedPenDrawsOnUntilItIsReplaced) {
     HPEN pen = CreatePen(PS_SOLID, 0, kInk);
     HGDIOBJ first = SelectObject(dc_, pen);

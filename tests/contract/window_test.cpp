@@ -197,31 +197,6 @@ TEST_F(Windows, ShortcutsBecomeCommandsUnlessTheirEntryIsGreyed) {
 }
 
 // The first key press that waits, as its character, with a plus when the key was down before.
-std::string next_press(UINT remove) {
-    MSG message{};
-    if (PeekMessageA(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, remove) == FALSE) {
-        return "none";
-    }
-    const bool repeated = (HIWORD(static_cast<UINT_PTR>(message.lParam)) & KF_REPEAT) != 0;
-    return std::string(1, static_cast<char>(message.wParam)) + (repeated ? "+" : "");
-}
-
-TEST_F(Windows, WaitingPressesCanBeLookedAtAndSayThatTheKeyWasDown) {
-    Lines seen;
-    on_message = [&seen](HWND, UINT message, WPARAM) -> LRESULT {
-        if (message == WM_KEYDOWN && seen.empty()) {
-            for (const UINT remove : {PM_NOREMOVE, PM_REMOVE, PM_REMOVE, PM_REMOVE}) {
-                seen.push_back(next_press(remove));
-            }
-        }
-        return 0;
-    };
-    user::hold(window_, "A", 2);
-    user::let_go(window_, "A");
-    settle();
-    EXPECT_EQ(seen, (Lines{"A+", "A+", "A+", "none"}));
-}
-
 TEST_F(Windows, F10LeadsIntoTheMenu) {
     user::Script script(end_script);
     for (const char* key : {"F10", "Down", "Esc", "Esc", "F10", "Down", "Down", "Return"}) {

@@ -10,6 +10,7 @@
 #include <string>
 #include <thread>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -68,6 +69,12 @@ TEST(PosixFiles, WritesDevicesAndPipesInPlace) {
     }
     reader.join();
     EXPECT_EQ(read, "a reader");
+
+    const int gone = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+    SavedFile file(pipe);
+    ::close(gone);
+    std::fputs("nobody reads any more", file.stream());
+    EXPECT_FALSE(file.commit());
 }
 
 TEST(PosixFiles, AFolderThatCannotBeWrittenKeepsItsFilesWritable) {

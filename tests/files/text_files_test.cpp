@@ -177,7 +177,7 @@ TEST(SavedFile, ReplacesOnlyByTheWholeNewFile) {
     const std::string path = folder.path("a 'name' Gr\xC3\xB6\xC3\x9F"
                                          "e \xE9\xBE\x9C.lpf");
     ASSERT_TRUE(save(path, "old"));
-    fs::permissions(path_of(path), fs::perms::owner_all);
+    fs::permissions(path_of(path), fs::perms::all);
     const fs::perms allowed = fs::status(path_of(path)).permissions();
     {
         SavedFile file(path);

@@ -44,6 +44,14 @@ TEST(WindowsFiles, WhatOthersHoldOrProtectIsKept) {
         EXPECT_EQ(content_of(path), "new " + std::to_string(shared));
         EXPECT_EQ(folder.count(), 1);
     }
+    // Who denies writing, but not that the file loses its name, is in nobody's way.
+    {
+        HANDLE other = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                   nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        EXPECT_TRUE(save(path, "beside a holder"));
+        CloseHandle(other);
+        EXPECT_EQ(content_of(path), "beside a holder");
+    }
     // A reader that lets others write, as most do, only keeps the file's place.
     {
         std::ifstream reader(path);

@@ -36,16 +36,15 @@ class FileDialogs : public Windows {
     }
 
     // Opens a dialog for a script that answers it; the name that it gave, "" for none.
-    std::string ask(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, user::Script& script,
-                    DWORD room = 512) const {
-        std::vector<char> name(std::max(room, DWORD{64}));
+    std::string ask(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, user::Script& script) const {
+        std::vector<char> name(512);
         OPENFILENAMEA request{};
         request.lStructSize = sizeof request;
         request.hwndOwner = window_;
         request.lpstrFilter = kFilter;
         request.nFilterIndex = 1;
         request.lpstrFile = name.data();
-        request.nMaxFile = room;
+        request.nMaxFile = static_cast<DWORD>(name.size());
         request.Flags = flags | OFN_PATHMUSTEXIST;
         script.start();
         const bool chosen = show(&request) != FALSE;
@@ -56,8 +55,7 @@ class FileDialogs : public Windows {
 
     // One dialog in which a user tries names until one is taken, and cancels after the last. For
     // each, what the user was told, or "taken".
-    Lines try_names(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, const Lines& names,
-                    DWORD room = 512) {
+    Lines try_names(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, const Lines& names) {
         Lines told;
         user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
         script.await("the dialog", [] { return !user::system_dialog().empty(); });
@@ -73,7 +71,7 @@ class FileDialogs : public Windows {
             script.await("the reply", [] { return user::question().empty(); });
         }
         script.then("cancel", [] { user::cancel_system_dialog(); });
-        taken_ = ask(show, flags, script, room);
+        taken_ = ask(show, flags, script);
         if (!taken_.empty()) {
             told.emplace_back("taken");
         }
@@ -123,17 +121,6 @@ TEST_F(FileDialogs, SaveTakesNewNamesAsTyped) {
     EXPECT_EQ(taken_, "");
     fs::create_symlink("missing", "names/dangling");
     EXPECT_EQ(save({in_folder("dangling")}), Lines{"taken"});
-}
-
-TEST_F(FileDialogs, NamesHaveToFit) {
-    const auto choose = [this](const std::string& name, DWORD room) {
-        try_names(GetSaveFileNameA, 0, {name}, room);
-        return taken_;
-    };
-    const std::string name = in_folder("exact.txt");
-    const auto length = static_cast<DWORD>(name.size());
-    EXPECT_EQ(choose(name, length), "");
-    EXPECT_EQ(choose(name, length + 1), name);
 }
 
 // The system's own dialog has limits of its own.

@@ -6,14 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace {
 
 using namespace pelmora_test;
-namespace fs = std::filesystem;
 
 constexpr char kDescription[] = "A\0B\0";
 constexpr RECT kFrame{0, 0, 5000, 3000};
@@ -63,57 +58,6 @@ TEST_F(MetafileFiles, AFileIsReplacedOnlyByACompleteOne) {
     EXPECT_TRUE(DeleteDC(device));
     EXPECT_EQ(content_of(old_), "old content");
     EXPECT_EQ(folder_.count(), 2);
-
-    fs::permissions(old_, fs::perms{0640});
-    fs::create_symlink("old", folder_.path("link"));
-    fs::create_symlink("made", folder_.path("dangling"));
-    EXPECT_TRUE(record(folder_.path("link")));
-    EXPECT_EQ(content_of(old_), content_);
-    EXPECT_EQ(fs::status(old_).permissions(), fs::perms{0640});
-    EXPECT_TRUE(record(folder_.path("dangling")));
-    EXPECT_EQ(content_of(folder_.path("made")), content_);
-    EXPECT_TRUE(fs::is_symlink(folder_.path("link")) && fs::is_symlink(folder_.path("dangling")));
-    EXPECT_EQ(folder_.count(), 5);
-}
-
-TEST_F(MetafileFiles, WhatCannotBeWrittenIsRefusedAtOnce) {
-    fs::create_symlink("loop", folder_.path("loop"));
-    ASSERT_EQ(::mkfifo(folder_.path("pipe").c_str(), 0600), 0);
-    for (const std::string& path :
-         {std::string(), folder_.path(), folder_.path("no/such"), folder_.path("new/"),
-          folder_.path("old/x"), folder_.path("loop"), folder_.path("pipe"),
-          folder_.path(std::string(300, 'x'))}) {
-        EXPECT_FALSE(record(path)) << path;
-    }
-    EXPECT_EQ(folder_.count(), 3);
-}
-
-TEST_F(MetafileFiles, PipesAndDevicesAreWrittenInPlace) {
-    const std::string pipe = folder_.path("pipe");
-    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
-    EXPECT_TRUE(record(pipe));
-    std::string received(4096, '\0');
-    received.resize(static_cast<std::size_t>(::read(reader, received.data(), received.size())));
-    EXPECT_EQ(received, content_);
-    HDC device = CreateEnhMetaFileA(nullptr, pipe.c_str(), nullptr, nullptr);
-    ::close(reader);
-    EXPECT_EQ(CloseEnhMetaFile(device), nullptr); // the reader went away
-    EXPECT_FALSE(record("/dev/full"));
-    EXPECT_TRUE(fs::is_character_file("/dev/full"));
-    EXPECT_TRUE(fs::is_fifo(pipe));
-
-    // So are files in a folder that cannot be written.
-    write_file(old_, std::string(5000, 'x'));
-    fs::permissions(old_, fs::perms::all);
-    {
-        const ReadOnly closed(folder_);
-        device = CreateEnhMetaFileA(nullptr, old_.c_str(), nullptr, nullptr);
-        EXPECT_TRUE(DeleteDC(device));
-        EXPECT_EQ(content_of(old_).size(), 5000U);
-        EXPECT_TRUE(record(old_));
-    }
-    EXPECT_EQ(content_of(old_), content_);
 }
 
 TEST_F(MetafileFiles, AFullDiskOrMemoryLeavesTheOldFile) {

@@ -190,27 +190,6 @@ TEST(Exchange, AMillionLeavesGoThroughEveryCommand) {
     Answers().file(folder.path("million.txt")).to(window, IDM_LOAD_TURTLE);
     EXPECT_TRUE(program(window, 3) == million); // without a list of differences
     EXPECT_TRUE(program(window, 4) == million);
-
-    window.command(IDM_EDIT_TURTLE);
-    settle();
-    HWND editor = user::find_window("Turtle Editor");
-    user::click_control(editor, IDC_REDRAW);
-    settle();
-    user::close(editor);
-    settle();
-
-    window.command(IDM_MUTATE);
-    const Texts before = window.programs();
-    Answers().file(folder.path("population")).to(window, IDM_SAVE_POPULATION);
-    window.command(IDM_EVOLVE);
-    window.command(IDM_REVERT);
-    EXPECT_TRUE(window.programs() == before);
-    window.command(IDM_EVOLVE_FIVE);
-    Answers()
-        .file(folder.path("population.lpf"))
-        .alert("Loaded 8 turtles.")
-        .to(window, IDM_LOAD_POPULATION);
-    EXPECT_TRUE(window.programs() == before);
 }
 
 // Whatever a dialog stands over may go while it is open.
@@ -264,6 +243,21 @@ TEST(Exchange, WhatIsSelectedMayChangeWhileItsDialogIsOpen) {
     for (const int command : {IDM_SAVE_TURTLE, IDM_SAVE_EPS, IDM_SAVE_METAFILE, IDM_PRINT_TURTLE}) {
         EXPECT_EQ(saved(command, true), saved(command, false)) << command;
     }
+
+    // What is read goes where the command was given for, and into the population that is shown.
+    write_file(folder.path("read.txt"), "1\n( FWD_5 )\n");
+    window.record()->selected = 3;
+    Answers()
+        .then([&] { window.record()->selected = 5; })
+        .file(folder.path("read.txt"))
+        .to(window, IDM_LOAD_TURTLE);
+    EXPECT_EQ(program(window, 3), "( FWD_5 )");
+    Answers()
+        .then([&] { LogoEvolvePop(window.handle(), window.record()); })
+        .file(folder.path("read.txt"))
+        .alert("Loaded 1 turtles.")
+        .to(window, IDM_LOAD_POPULATION);
+    EXPECT_EQ(program(window, 0), "( FWD_5 )");
 }
 
 } // namespace
