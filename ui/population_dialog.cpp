@@ -60,8 +60,9 @@ const NumberField kNumberFields[] = {
 
 struct Slider {
     int id;
-    float& value;      // 0 to 1
-    LRESULT known = 0; // the position that was shown or taken last
+    float& value;        // 0 to 1
+    LRESULT known = 0;   // the position that was shown or taken last
+    bool moving = false; // it told of a move, and of no end of it yet
 };
 Slider sliders[] = {
     {IDC_FWDMULT, settings.FWDMULT},   {IDC_TURNMULT, settings.TURNMULT},
@@ -86,6 +87,7 @@ void set_up_slider(HWND trackbar, Slider* slider) {
     SendMessageA(trackbar, TBM_SETRANGE, FALSE, MAKELPARAM(0, kSliderTop));
     SendMessageA(trackbar, TBM_SETPOS, TRUE, position);
     slider->known = position;
+    slider->moving = false;
 }
 
 void on_open(HWND dialog) {
@@ -102,20 +104,22 @@ void on_open(HWND dialog) {
     CenterOnDesktop(dialog);
 }
 
+// A key that is let go here may have been pressed on another slider. Without a move of its own this
+// one keeps its value, which may lie between two positions.
 void take_slider(HWND trackbar, Slider* slider) {
     const auto low = static_cast<long>(SendMessageA(trackbar, TBM_GETRANGEMIN, 0, 0));
     const auto high = static_cast<long>(SendMessageA(trackbar, TBM_GETRANGEMAX, 0, 0));
     const auto position = static_cast<long>(SendMessageA(trackbar, TBM_GETPOS, 0, 0));
-    const auto value =
-        static_cast<float>(static_cast<double>(position - low) / static_cast<double>(high - low));
+    if (slider->moving || position != slider->known) {
+        slider->value = static_cast<float>(static_cast<double>(position - low) /
+                                           static_cast<double>(high - low));
+    }
     std::fprintf(stderr, "DLG HSCROLL: Min = %ld, Max = %ld, Pos = %ld, Pct %f\n", low, high,
-                 position, double{value});
-    slider->value = value;
+                 position, double{slider->value});
     slider->known = position;
 }
 
-// A slider may still be on its way when the dialog ends, with a key or the mouse held. One that did
-// not move keeps its value, which may lie between two positions.
+// A slider may still be on its way when the dialog ends, with a key or the mouse held.
 void take_moved_sliders(HWND dialog) {
     for (Slider& slider : sliders) {
         HWND trackbar = GetDlgItem(dialog, slider.id);
@@ -125,18 +129,21 @@ void take_moved_sliders(HWND dialog) {
     }
 }
 
-// False for a notification that is not a slider's.
+// False for a notification that is not a slider's, or that its value does not follow.
 bool on_slider(HWND trackbar, WORD code) {
-    if (code != TB_PAGEUP && code != TB_PAGEDOWN && code != TB_ENDTRACK) {
-        return false;
-    }
     auto* slider =
         std::find_if(std::begin(sliders), std::end(sliders),
                      [id = GetDlgCtrlID(trackbar)](const Slider& s) { return s.id == id; });
     if (slider == std::end(sliders)) {
         return false;
     }
+    const bool ended = code == TB_ENDTRACK;
+    slider->moving = slider->moving || !ended;
+    if (code != TB_PAGEUP && code != TB_PAGEDOWN && !ended) {
+        return false;
+    }
     take_slider(trackbar, slider);
+    slider->moving = !ended;
     return true;
 }
 

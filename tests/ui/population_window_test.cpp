@@ -137,19 +137,26 @@ TEST(PopulationDialog, TakesASliderWhoseKeyIsLetGoElsewhere) {
     Answers()
         .dialog(title,
                 [](HWND dialog) {
+                    SendMessageA(GetDlgItem(dialog, IDC_PMUTATE), TBM_SETPOS, TRUE, 29);
+                })
+        .press(title, "Esc")
+        .gone(title)
+        .during(NewPopulation);
+    Answers()
+        .dialog(title,
+                [](HWND dialog) {
                     user::focus(dialog, IDC_PCROSS);
                     user::hold(dialog, "Right", 0);
                 })
         .press(title, "Tab")
         .dialog(title, [](HWND dialog) { user::let_go(dialog, "Right"); })
-        .press(title, "Esc")
+        .press(title, "Return")
         .gone(title)
         .during(NewPopulation);
-    Answers()
-        .dialog(title, [](HWND dialog) { EXPECT_EQ(user::position(dialog, IDC_PCROSS), 85); })
-        .press(title, "Esc")
-        .gone(title)
-        .during(NewPopulation);
+    EXPECT_EQ(newPopParams.PCROSS, 0.85F);
+    EXPECT_EQ(newPopParams.PMUTATE, 0.29F); // though its slider shows 28
+    user::close(user::find_window("Pelmora Logo Window"));
+    settle();
 }
 
 TEST(PopulationWindow, CreationThatRunsOutOfMemoryTellsSoAndLeavesNothing) {
