@@ -159,6 +159,29 @@ TEST(PopulationDialog, TakesASliderWhoseKeyIsLetGoElsewhere) {
     settle();
 }
 
+// Its loop goes on only when the alert is closed that another window has opened meanwhile.
+TEST(PopulationDialog, OneThatWaitsKeepsItsAnswerAndItsSettings) {
+    const PopulationWindow window(small_params(8));
+    const char* title = "Population Description";
+    Answers()
+        .dialog(title, [](HWND dialog) { user::type(dialog, IDC_TURTLES, "10"); })
+        .then([&window] { window.command(IDM_COPY); })
+        .press(title, "Return")
+        .gone(title)
+        .then(NewPopulation)
+        .dialog(
+            title,
+            [](HWND dialog) { SendMessageA(GetDlgItem(dialog, IDC_PCROSS), TBM_SETPOS, TRUE, 50); })
+        .press(title, "Esc")
+        .gone(title)
+        .alert("You must select a turtle to copy.")
+        .during(NewPopulation);
+    EXPECT_EQ(newPopParams.size, 10);
+    EXPECT_NE(newPopParams.PCROSS, 0.5F);
+    user::close(user::find_window("Pelmora Logo Window"));
+    settle();
+}
+
 TEST(PopulationWindow, CreationThatRunsOutOfMemoryTellsSoAndLeavesNothing) {
     prepare_program();
     for (std::size_t good = 0; good < 5; ++good) {
