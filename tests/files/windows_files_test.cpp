@@ -1,7 +1,12 @@
-// Files as Windows has them: held by others, read-only, with the names of devices.
+// Files as Windows has them: held by others, read-only, with the names of devices; printers that
+// make copies.
 #include "files/loaded_text.h"
+#include "files/printing.h"
 #include "platform/win32.h"
+#include "tests/contract/test_windows.h"
 #include "tests/files/folder.h"
+#include "tests/support/answers.h"
+#include "tests/support/trees.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +14,8 @@
 #include <fstream>
 #include <string>
 #include <thread>
+
+#include <dlgs.h>
 
 namespace {
 
@@ -121,6 +128,26 @@ TEST(WindowsFiles, DevicesAndImpossibleNamesAreNoFiles) {
         EXPECT_EQ(load_text(folder.path() + "\\" + name).failure.find("Error 2 stat-ing"), 0U);
     }
     EXPECT_EQ(folder.count(), 0);
+}
+
+// Wine's PostScript tells the system how many copies to make.
+TEST_F(Windows, APrinterMakesTheCopiesAndNothingIsOfferedThatHasNoEffect) {
+    const Folder folder;
+    const std::string path = folder.path("page.ps");
+    DeleteDC(printer_to(window_, path)); // where it prints to from now on
+    DrawContext ctx{};
+    Answers()
+        .press("Print Pensize", "Return")
+        .dialog("Print",
+                [](HWND dialog) {
+                    EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, rad2))); // a selection
+                    EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, rad3))); // pages
+                    EXPECT_FALSE(IsWindowVisible(GetDlgItem(dialog, chx1))); // into a file
+                    SetDlgItemInt(dialog, edt3, 3, FALSE);
+                    user::accept_system_dialog();
+                })
+        .during([&] { PrintTurtleTree(window_, &ctx, tree_of("( BLOCK ( FWD_1 ) )").get()); });
+    EXPECT_NE(content_of(path).find("copies=3"), std::string::npos);
 }
 
 } // namespace
