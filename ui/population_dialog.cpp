@@ -61,7 +61,7 @@ const NumberField kNumberFields[] = {
 struct Slider {
     int id;
     float& value;        // 0 to 1
-    LRESULT known = 0;   // the position that was shown or taken last
+    int known = 0;       // the position that was shown or taken last
     bool moving = false; // it told of a move, and of no end of it yet
 };
 Slider sliders[] = {
@@ -116,7 +116,7 @@ void take_slider(HWND trackbar, Slider* slider) {
     }
     std::fprintf(stderr, "DLG HSCROLL: Min = %ld, Max = %ld, Pos = %ld, Pct %f\n", low, high,
                  position, double{slider->value});
-    slider->known = position;
+    slider->known = static_cast<int>(position);
 }
 
 // A slider may still be on its way when the dialog ends, with a key or the mouse held.
