@@ -163,16 +163,23 @@ TEST(PopulationDialog, TakesASliderWhoseKeyIsLetGoElsewhere) {
 TEST(PopulationDialog, OneThatWaitsKeepsItsAnswerAndItsSettings) {
     const PopulationWindow window(small_params(8));
     const char* title = "Population Description";
+    const auto end = [](WPARAM button) {
+        return [button](HWND dialog) { PostMessageA(dialog, WM_COMMAND, button, 0); };
+    };
     Answers()
-        .dialog(title, [](HWND dialog) { user::type(dialog, IDC_TURTLES, "10"); })
-        .then([&window] { window.command(IDM_COPY); })
-        .press(title, "Return")
+        .dialog(title,
+                [&window](HWND dialog) {
+                    SetDlgItemTextA(dialog, IDC_TURTLES, "10");
+                    PostMessageA(window.handle(), WM_COMMAND, IDM_COPY, 0);
+                })
+        .dialog("Dialog", [](HWND) {})
+        .dialog(title, end(IDOK))
         .gone(title)
         .then(NewPopulation)
         .dialog(
             title,
             [](HWND dialog) { SendMessageA(GetDlgItem(dialog, IDC_PCROSS), TBM_SETPOS, TRUE, 50); })
-        .press(title, "Esc")
+        .dialog(title, end(IDCANCEL))
         .gone(title)
         .alert("You must select a turtle to copy.")
         .during(NewPopulation);
