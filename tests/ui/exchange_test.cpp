@@ -126,6 +126,7 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
         EXPECT_EQ(user::text(dialog, IDC_PEN_SIZE), pen);
         EXPECT_TRUE(user::checked(dialog, mode));
     };
+    const std::string three = std::string(30, '0') + '3'; // as much as is taken of what is typed
     metaPenSize = "1";
     metaMapCode = "LM";
     Answers()
@@ -134,7 +135,7 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
                 [&](HWND dialog) {
                     shows(dialog, "1", IDC_LOW_METRIC);
                     user::click_control(dialog, IDC_HIGH_ENGLISH);
-                    user::type(dialog, IDC_PEN_SIZE, "3");
+                    SetDlgItemTextA(dialog, IDC_PEN_SIZE, (three + "999").c_str());
                 })
         .dialog(title, [](HWND dialog) { user::click_control(dialog, IDOK); })
         .to(window, IDM_SAVE_METAFILE);
@@ -147,7 +148,7 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
         .file(folder.path("none.emf"))
         .dialog(title,
                 [&](HWND dialog) {
-                    shows(dialog, "3", IDC_HIGH_ENGLISH);
+                    shows(dialog, three.c_str(), IDC_HIGH_ENGLISH);
                     user::type(dialog, IDC_PEN_SIZE, "");
                     user::press(dialog, "Return");
                 })

@@ -137,6 +137,10 @@ TEST(PopulationDialog, TakesASliderWhoseKeyIsLetGoElsewhere) {
     Answers()
         .dialog(title,
                 [](HWND dialog) {
+                    for (int i = 0; i < 10; ++i) { // each slider another
+                        SendMessageA(GetDlgItem(dialog, IDC_FWDMULT + i), TBM_SETPOS, TRUE, 10 * i);
+                    }
+                    SendMessageA(GetDlgItem(dialog, IDC_PCROSS), TBM_SETPOS, TRUE, 80);
                     SendMessageA(GetDlgItem(dialog, IDC_PMUTATE), TBM_SETPOS, TRUE, 29);
                 })
         .press(title, "Esc")
@@ -155,6 +159,13 @@ TEST(PopulationDialog, TakesASliderWhoseKeyIsLetGoElsewhere) {
         .during(NewPopulation);
     EXPECT_EQ(newPopParams.PCROSS, 0.85F);
     EXPECT_EQ(newPopParams.PMUTATE, 0.29F); // though its slider shows 28
+    const EvolveParams& p = newPopParams;
+    const double others[] = {p.FWDMULT,  p.REPMULT,  p.RPTMULT, p.CLRMULT,
+                             p.LOOPMULT, p.TURNMULT, p.PFNODE,  p.PCOLOR};
+    const float wanted[] = {0.0F, 0.1F, 0.2F, 0.3F, 0.4F, 0.5F, 0.8F, 0.9F};
+    for (int i = 0; i < 8; ++i) {
+        EXPECT_EQ(others[i], wanted[i]) << i;
+    }
     user::close(user::find_window("Pelmora Logo Window"));
     settle();
 }
