@@ -142,6 +142,12 @@ TEST_F(Windows, DrawingOutsidePaintingStaysAndPaintingIsClipped) {
 
 TEST_F(Windows, AMoveAndAnExposureLeaveWhatIsDrawn) {
     fill(window_, {0, 0, 50, 50});
+    HDC device = GetDC(window_);
+    MoveToEx(device, 60, 20, nullptr);
+    LineTo(device, 90, 20);
+    ReleaseDC(window_, device);
+    settle();
+    EXPECT_EQ(user::pixel(window_, 70, 20), RGB(0, 0, 0));
     RECT place{};
     GetWindowRect(window_, &place);
     MoveWindow(window_, place.left + 30, place.top + 10, place.right - place.left,

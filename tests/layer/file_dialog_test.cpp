@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -135,13 +134,13 @@ TEST_F(FileDialogs, NamesAreRefusedThatAreTooLongForTheProgram) {
     }
     const auto open_name = [](OPENFILENAMEA* request) -> BOOL {
         const std::string name = pelmora::AskOpenName(request->hwndOwner, kFilter);
-        std::strcpy(request->lpstrFile, name.c_str());
+        *std::copy(name.begin(), name.end(), request->lpstrFile) = '\0';
         return name.empty() ? FALSE : TRUE;
     };
     const auto save_name = [](OPENFILENAMEA* request) -> BOOL {
         const std::string name =
             pelmora::AskSaveName(request->hwndOwner, kFilter, pelmora::Overwrite::ask, ".txt");
-        std::strcpy(request->lpstrFile, name.c_str());
+        *std::copy(name.begin(), name.end(), request->lpstrFile) = '\0';
         return name.empty() ? FALSE : TRUE;
     };
     const auto limit = [](int most) {

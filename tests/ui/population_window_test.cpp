@@ -138,7 +138,8 @@ TEST(PopulationDialog, TakesASliderWhoseKeyIsLetGoElsewhere) {
         .dialog(title,
                 [](HWND dialog) {
                     for (int i = 0; i < 10; ++i) { // each slider another
-                        SendMessageA(GetDlgItem(dialog, IDC_FWDMULT + i), TBM_SETPOS, TRUE, 10 * i);
+                        SendMessageA(GetDlgItem(dialog, IDC_FWDMULT + i), TBM_SETPOS, TRUE,
+                                     LPARAM{10} * i);
                     }
                     SendMessageA(GetDlgItem(dialog, IDC_PCROSS), TBM_SETPOS, TRUE, 80);
                     SendMessageA(GetDlgItem(dialog, IDC_PMUTATE), TBM_SETPOS, TRUE, 29);
