@@ -46,6 +46,12 @@ void key(Tour& tour, const std::string& keys, std::function<void(Grid& grid)> ch
 void visit_main_window(Tour& tour) {
     tour.wait_for(kMain);
     tour.picture("main-window", kMain);
+    tour.step("its size", [&tour] {
+        RECT outer{};
+        GetWindowRect(main_window(), &outer);
+        tour.check(outer.right - outer.left == 480 && outer.bottom - outer.top == 75,
+                   "the main window's outer size");
+    });
     tour.step("the menus", [&tour] {
         const std::vector<std::string> wanted = {
             "&File:", "&New Population... | Ctl+N", "-", "E&xit | Ctl+Q", "&Help:", "&About ..."};
