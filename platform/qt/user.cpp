@@ -307,7 +307,7 @@ void drag(HWND dialog, int control, int to) {
 
 void resize(HWND window, int width, int height) {
     QWidget* frame = widget_of(window);
-    frame->resize(width, height + frame->height() - client_of(window)->height());
+    resize_on_screen(frame, QSize(width, height + frame->height() - client_of(window)->height()));
 }
 
 void close(HWND window) {

@@ -86,6 +86,20 @@ QImage seen(const QWidget* widget, const QRect& area) {
     return image;
 }
 
+void resize_on_screen(QWidget* top, const QSize& size) {
+    const auto fits = [screen = top->screen()->size()](const QSize& of_window) {
+        return !of_window.isEmpty() && of_window.boundedTo(screen) == of_window;
+    };
+    const bool own_screen = QGuiApplication::platformName() == "offscreen";
+    const bool seen_at_once = own_screen || !fits(top->size()) || !fits(size);
+    top->resize(size);
+    const QDeadlineTimer longest(kPatience);
+    while (!seen_at_once && !longest.hasExpired() &&
+           (top->size() != size || top->screen()->grabWindow(top->winId()).size() != size)) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+}
+
 bool save_seen(const QWidget* widget, const std::string& path) {
     return seen(widget, widget->rect())
         .convertToFormat(QImage::Format_RGB32)
