@@ -36,20 +36,22 @@ std::size_t characters(std::string_view text) {
         std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
+bool refuse(HWND dialog, const NameRules& rules, const std::string& reason) {
+    MessageBoxA(dialog, reason.c_str(), rules.title, MB_OK | MB_ICONWARNING);
+    return false;
+}
+
 // Whether a chosen name will do; if not the user is told why.
 bool accept_name(HWND dialog, const std::string& name, const NameRules& rules) {
     if (characters(name) >= rules.room) {
-        const std::string text = "The file name is too long.\nWith its folder it may have " +
-                                 std::to_string(rules.room - 1) + " characters.";
-        MessageBoxA(dialog, text.c_str(), rules.title, MB_OK | MB_ICONWARNING);
-        return false;
+        return refuse(dialog, rules,
+                      "The file name is too long.\nWith its folder it may have " +
+                          std::to_string(rules.room - 1) + " characters.");
     }
     const std::string path = with_default_extension(name, rules.extension);
     std::error_code error;
-    if (rules.extension[0] != '\0' && std::filesystem::is_directory(path_of(path), error)) {
-        const std::string text = path + " is a folder.\nPlease choose a different file name.";
-        MessageBoxA(dialog, text.c_str(), rules.title, MB_OK | MB_ICONWARNING);
-        return false;
+    if (std::filesystem::is_directory(path_of(path), error)) {
+        return refuse(dialog, rules, path + " is a folder.\nPlease choose a different file name.");
     }
     if (rules.overwrite == Overwrite::silently || !std::filesystem::exists(path_of(path), error)) {
         return true;

@@ -19,19 +19,19 @@
 
 namespace platform {
 
-QSize& usual_frame() {
+namespace {
+
+QSize& frame_known_last() {
     static QSize size(8, 27);
     return size;
 }
-
-namespace {
 
 QSize frame_size(const QWidget* widget) {
     if (!widget->isWindow()) {
         return {0, 0};
     }
     const QWindow* window = widget->isVisible() ? widget->windowHandle() : nullptr;
-    return window != nullptr ? QSize(0, 0).grownBy(window->frameMargins()) : usual_frame();
+    return window != nullptr ? QSize(0, 0).grownBy(window->frameMargins()) : frame_known_last();
 }
 
 WPARAM button_flags(const QMouseEvent& event) {
@@ -84,6 +84,10 @@ bool grayed_in(const std::vector<MenuItem>& items, std::uint16_t id) {
 }
 
 } // namespace
+
+QSize usual_frame() {
+    return frame_known_last();
+}
 
 ClientArea::ClientArea(Frame* frame) : QWidget(frame), frame_(frame), controls_(this) {
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -166,8 +170,8 @@ void Frame::learn_frame() {
     if (window_ == nullptr || !isVisible() || std::exchange(frame_known_, true)) {
         return;
     }
-    usual_frame() = frame_size(this);
-    if (usual_frame() != guessed_ && !resized_) {
+    frame_known_last() = frame_size(this);
+    if (frame_known_last() != guessed_ && !resized_) {
         set_outer_size(outer_);
     }
 }

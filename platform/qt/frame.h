@@ -72,7 +72,7 @@ class TopLevelWindow final : public Window {
 };
 
 // What a window manager's frame adds to a window: a guess until the first one has its frame.
-QSize& usual_frame();
+QSize usual_frame();
 
 class Frame : public QWidget {
   public:

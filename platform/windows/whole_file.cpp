@@ -185,7 +185,7 @@ struct WholeFile::State {
     void open_stream(Handle file);
     HANDLE file() const { return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))); }
     int complete() const;
-    bool show_temporary() const;
+    void show_temporary() const;
     bool take_place() const;
     void remove_temporary();
 };
@@ -283,13 +283,12 @@ int WholeFile::State::complete() const {
 }
 
 // Gives the new file what users see of the old one; a new file is an ordinary one.
-bool WholeFile::State::show_temporary() const {
+void WholeFile::State::show_temporary() const {
     constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                             FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
     const DWORD old = GetFileAttributesW(target.c_str());
     SetFileAttributesW(temporary.c_str(),
                        old != INVALID_FILE_ATTRIBUTES ? old & kKept : FILE_ATTRIBUTE_NORMAL);
-    return true; // whether or not it can be shown, it can take the place
 }
 
 // False with the last error.
@@ -298,10 +297,12 @@ bool WholeFile::State::take_place() const {
     constexpr DWORD kNobody = 0;
     // The replacing call, when it fails, may leave a file of its own behind. When it failed in the
     // midst the old file may be gone: then, as for a new name, a move is enough.
-    if (await_free(temporary, kNobody) && await_free(target, kShareAll) && show_temporary() &&
-        (ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, kFlags, nullptr, nullptr) ||
-         MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH))) {
-        return true;
+    if (await_free(temporary, kNobody) && await_free(target, kShareAll)) {
+        show_temporary();
+        if (ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, kFlags, nullptr, nullptr) ||
+            MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH)) {
+            return true;
+        }
     }
     return copy_over(temporary, target);
 }

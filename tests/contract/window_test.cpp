@@ -202,7 +202,6 @@ TEST_F(Windows, ShortcutsBecomeCommandsUnlessTheirEntryIsGreyed) {
                                  "command 32774 from 1"}));
 }
 
-// The first key press that waits, as its character, with a plus when the key was down before.
 TEST_F(Windows, F10LeadsIntoTheMenu) {
     user::Script script(end_script);
     for (const char* key : {"F10", "Down", "Esc", "Esc", "F10", "Down", "Down", "Return"}) {

@@ -162,7 +162,7 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
 }
 
 // In blocks of as many children as the text form has.
-TEST(Exchange, AMillionLeavesGoThroughEveryCommand) {
+TEST(Exchange, AMillionLeavesGoOutAndIn) {
     const Folder folder;
     const PopulationWindow window(small_params(8));
     LogoWindow* record = window.record();
