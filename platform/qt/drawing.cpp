@@ -198,7 +198,3 @@ int DrawTextA(HDC handle, LPCSTR text, int length, RECT* rect, UINT) {
     device->touch(pixel_rect(*rect));
     return painter.fontMetrics().height();
 }
-
-BOOL PtInRect(const RECT* rect, POINT point) {
-    return pixel_rect(*rect).contains(point.x, point.y);
-}

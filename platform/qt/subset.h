@@ -502,6 +502,4 @@ COLORREF GetPixel(HDC device, int x, int y);
 // Here: always one line at the bottom left, in black, without prefixes.
 int DrawTextA(HDC device, LPCSTR text, int length, RECT* rect, UINT format);
 
-BOOL PtInRect(const RECT* rect, POINT point);
-
 } // extern "C"
