@@ -113,7 +113,9 @@ TEST_F(OtherClipboards, GiveTheirText) {
     expect("\xEF\xBF\xBD\xEF\xBF\xBD", "\\377\\376", "-t UTF8_STRING"); // none of its encoding
 
     run_beside("head -c 20000000 /dev/zero | tr '\\0' x | xclip -i -selection clipboard");
-    await_text(std::string(20'000'000, 'x'));
+    std::string large;
+    large.resize(20'000'000, 'x');
+    await_text(large);
     // Its owner ends: what it offered is gone.
     run_beside("echo x | xclip -i -quiet -selection clipboard 2>/dev/null & echo $! >owner");
     await_text("x\n");
