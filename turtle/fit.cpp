@@ -5,36 +5,25 @@
 namespace pelmora {
 namespace {
 
-struct Placement {
-    double origin_x, origin_y;
-    double scale_x, scale_y;
-};
-
-// Single precision at every operation: the pixels of the cells depend on it.
-Placement fit_stretch(const RECT& bounds, double sx, double sy, int y_offset) {
-    const auto scale_x = static_cast<float>(sx);
-    const auto scale_y = static_cast<float>(sy);
-    const float origin_x = -(static_cast<float>(bounds.left) * scale_x);
-    const float origin_y =
-        static_cast<float>(bounds.bottom) * scale_y + static_cast<float>(y_offset);
-    return {origin_x, origin_y, scale_x, -scale_y};
-}
-
-Placement fit_uniform(const RECT& bounds, double sx, double sy) {
-    const double s = sx < sy ? sx : sy;
-    return {-(bounds.left * s), bounds.bottom * s, s, -s};
-}
-
 void place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode mode,
            int y_offset) {
     const double sx = width / (static_cast<double>(bounds.right) - bounds.left);
     const double sy = height / (static_cast<double>(bounds.bottom) - bounds.top);
-    const Placement placement = mode == FitMode::stretch ? fit_stretch(bounds, sx, sy, y_offset)
-                                                         : fit_uniform(bounds, sx, sy);
-    ctx->origin_x = placement.origin_x;
-    ctx->origin_y = placement.origin_y;
-    ctx->scale_x = placement.scale_x;
-    ctx->scale_y = placement.scale_y;
+    if (mode == FitMode::uniform) {
+        const double s = sx < sy ? sx : sy;
+        ctx->scale_x = s;
+        ctx->scale_y = -s;
+        ctx->origin_x = -(bounds.left * s);
+        ctx->origin_y = bounds.bottom * s;
+        return;
+    }
+    // Single precision at every operation: the pixels of the cells depend on it.
+    const auto scale_x = static_cast<float>(sx);
+    const auto scale_y = static_cast<float>(sy);
+    ctx->scale_x = scale_x;
+    ctx->scale_y = -scale_y;
+    ctx->origin_x = -(static_cast<float>(bounds.left) * scale_x);
+    ctx->origin_y = static_cast<float>(bounds.bottom) * scale_y + static_cast<float>(y_offset);
 }
 
 // A run afresh that measures and keeps its moves. False when it cannot, and nothing was done.

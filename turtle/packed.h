@@ -15,9 +15,9 @@ constexpr PackedColor color_pack(int red, int green, int blue) {
            static_cast<PackedColor>(blue & 255) << 20U;
 }
 
-// What adds to the components, modulo 256, and counts once.
-constexpr PackedColor color_increment(int red, int green, int blue) {
-    return color_pack(red, green, blue) | PackedColor{1} << 32U;
+// What adds to a component (0 red, 1 green, 2 blue), modulo 256, and counts once.
+constexpr PackedColor color_increment(int component, int number) {
+    return static_cast<PackedColor>(number) << (10 * component) | PackedColor{1} << 32U;
 }
 
 constexpr PackedColor color_add(PackedColor color, PackedColor increment) {
@@ -35,28 +35,6 @@ constexpr int color_blue(PackedColor color) {
 }
 constexpr std::int64_t color_changes(PackedColor color) {
     return static_cast<std::int64_t>(color >> 32U);
-}
-
-constexpr PackedColor color_add_often(PackedColor color, PackedColor increment, int times) {
-    const PackedColor changes =
-        (color >> 32U) + (increment >> 32U) * static_cast<PackedColor>(times);
-    return color_pack(color_red(color) + times * color_red(increment),
-                      color_green(color) + times * color_green(increment),
-                      color_blue(color) + times * color_blue(increment)) |
-           changes << 32U;
-}
-
-// The turns to the right in the low half, those to the left in the high half.
-using PackedTurns = std::uint64_t;
-
-constexpr PackedTurns turns_one(bool right) {
-    return right ? 1 : PackedTurns{1} << 32U;
-}
-constexpr std::int64_t turns_right(PackedTurns turns) {
-    return static_cast<std::int64_t>(turns & 0xFFFFFFFFU);
-}
-constexpr std::int64_t turns_left(PackedTurns turns) {
-    return static_cast<std::int64_t>(turns >> 32U);
 }
 
 } // namespace pelmora

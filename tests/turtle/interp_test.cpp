@@ -4,6 +4,7 @@
 #include "tests/support/trees.h"
 #include "tests/turtle/plain_interp.h"
 #include "tests/turtle/recording_device.h"
+#include "turtle/history.h"
 #include "turtle/pen.h"
 
 #include <gtest/gtest.h>
@@ -207,47 +208,77 @@ DrawContext run(const ExprNode* tree, int max_steps = kDefaultMaxSteps) {
     return ctx;
 }
 
-// Each would take hours, or more memory than there is, if what costs no step cost time.
-TEST(Interp, TakesNoTimeForWhatCostsNoStep) {
-    Grove grove;
-    DrawContext out = run(grove.nested(REPEAT_100, 9, grove.call(BLOCK, {})));
-    EXPECT_EQ(out.steps, 0);
-    EXPECT_EQ(out.repetitions, INT32_MAX);
+// The nodes that a run walks, which bounds its work beside the steps.
+std::int64_t nodes_walked(const ExprNode* tree, std::int64_t steps) {
+    History history(tree, 0, steps);
+    while (!history.next().empty()) {
+    }
+    return history.nodes_walked();
+}
 
+// Each would take hours, or more memory than there is, if what costs no step cost time.
+TEST(Interp, WalksANodeOnceForEachPenStateAndInThePassThatIsCut) {
+    Grove grove;
     ExprNode* step = grove.leaf(FWD_1);
+    const auto holds = [](const ExprNode* tree, std::int64_t nodes, int max_steps) {
+        EXPECT_EQ(run(tree, max_steps).steps, max_steps + 1);
+        EXPECT_LE(nodes_walked(tree, max_steps), 3 * nodes);
+    };
+    ExprNode* nothing = grove.nested(REPEAT_100, 9, grove.call(BLOCK, {}));
+    EXPECT_EQ(run(nothing).steps, 0);
+    EXPECT_EQ(run(nothing).repetitions, INT32_MAX);
+    EXPECT_EQ(nodes_walked(nothing, kDefaultMaxSteps), 10);
+
     ExprNode* skipped = grove.call(IF_PEN_UP, {step, grove.call(REPEAT_2, {})});
-    out = run(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {grove.many(31, skipped), step})));
-    EXPECT_EQ(out.steps, kDefaultMaxSteps + 1);
-    EXPECT_EQ(out.repetitions, INT32_MAX);
+    ExprNode* branches = grove.many(7, skipped); // each with the child that it chooses
+    holds(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {branches, step})), 2 * 7 * 32'767 + 13,
+          kDefaultMaxSteps);
 
     // A pass that lifts the pen and leaves nothing to do for the next, a million times around.
     ExprNode* lift = grove.call(IF_PEN_DOWN, {grove.leaf(PEN_UP), grove.call(BLOCK, {})});
-    ExprNode* lifts = grove.nested(REPEAT_2, 1'000'000, lift);
-    out = run(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {grove.leaf(PEN_DOWN), lifts})));
-    EXPECT_EQ(out.steps, kDefaultMaxSteps + 1);
+    ExprNode* lifts = grove.nested(REPEAT_2, 200'000, lift);
+    holds(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {grove.leaf(PEN_DOWN), lifts})), 200'010,
+          kDefaultMaxSteps);
 
     // Every pass leaves the pen as the pass before did not.
     ExprNode* toggle = grove.call(IF_PEN_UP, {grove.leaf(PEN_DOWN), grove.leaf(PEN_UP)});
-    out = run(grove.nested(REPEAT_3, 200'000, grove.call(BLOCK, {toggle, step})), INT16_MAX);
-    EXPECT_EQ(out.steps, INT16_MAX + 1);
-    EXPECT_EQ(out.distance, 16383);
+    ExprNode* toggles = grove.nested(REPEAT_3, 200'000, grove.call(BLOCK, {toggle, step}));
+    holds(toggles, 200'005, INT16_MAX);
+    EXPECT_EQ(run(toggles, INT16_MAX).distance, 16383);
 
     // Every repeat has children that are left out, and ends in another pen state than it begins.
-    ExprNode* deep = step;
-    for (int i = 0; i < 60; ++i) {
-        ExprNode* never = grove.call(IF_PEN_UP, {grove.call(BLOCK, {step}), step});
-        deep = grove.call(REPEAT_2, {grove.leaf(PEN_DOWN), never, deep, grove.leaf(PEN_UP)});
-    }
-    EXPECT_EQ(run(deep).steps, kDefaultMaxSteps + 1);
-
-    // The same where nothing on the way down costs a step.
     ExprNode* idle = grove.call(BLOCK, {});
     ExprNode* never = grove.call(IF_PEN_UP, {idle, idle});
-    deep = grove.leaf(PEN_UP);
+    ExprNode* deep = grove.leaf(PEN_UP);
     for (int i = 0; i < 200'000; ++i) {
         deep = grove.call(REPEAT_2, {never, deep});
     }
-    EXPECT_EQ(run(deep).steps, kDefaultMaxSteps + 1);
+    holds(deep, 600'001, kDefaultMaxSteps);
+}
+
+// More terminals than are remembered, whatever a pass is long.
+TEST(Interp, GoesOnWhereTheHistoryIsFull) {
+    Grove grove;
+    ExprNode* toggle = grove.call(IF_PEN_UP, {grove.leaf(PEN_DOWN), grove.leaf(PEN_UP)});
+    ExprNode* pass = grove.call(
+        BLOCK, {toggle, grove.leaf(FWD_3), grove.leaf(RIGHT_10), grove.call(IF_PEN_UP, {})});
+    for (const int length : {1, 300'000, 1'100'000}) {
+        ExprNode* tail = grove.call(REPEAT_100, std::vector(length / 100 + 1, grove.leaf(RED_1)));
+        const ExprNode* tree = grove.nested(REPEAT_100, 2, grove.call(REPEAT_50, {pass, tail}));
+        DrawContext plain{};
+        plain.max_steps = 2'500'000;
+        plain.scale_x = plain.scale_y = 1;
+        DrawContext ctx = plain;
+        RECT plain_bounds{};
+        RECT bounds{};
+        const PlainRun wanted = plain_interp(nullptr, &plain, tree, &plain_bounds);
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(interp_logo(nullptr, &ctx, tree, &bounds), wanted.result);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), wanted.lines);
+        // NOLINTNEXTLINE(*-comparison,cert-*)
+        EXPECT_EQ(std::memcmp(&ctx, &plain, sizeof ctx), 0) << length;
+        EXPECT_EQ(std::memcmp(&bounds, &plain_bounds, sizeof bounds), 0) << length;
+    }
 }
 
 TEST(Interp, RunsAMillionLevels) {
@@ -273,10 +304,10 @@ TEST(Interp, EndsTheLogOfARun) {
 
 TEST(Interp, EndsTheProgramWhenMemoryDoes) {
     Grove grove;
-    const ExprNode* large = grove.many(1, grove.leaf(FWD_1));
+    const ExprNode* deep = grove.nested(BLOCK, 100, grove.leaf(FWD_1));
     const auto fail = [&] {
         const FailingNew failing(0);
-        run(large);
+        run(deep);
     };
     EXPECT_EXIT(fail(), testing::ExitedWithCode(2), "^fatal - out of memory\n$");
 }
