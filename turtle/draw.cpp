@@ -2,19 +2,13 @@
 
 #include "turtle/device_units.h"
 #include "turtle/interp.h"
-#include "turtle/pen.h"
 
 #include <algorithm>
 
 namespace pelmora {
 
 void draw_reset(DrawContext* ctx) {
-    ctx->heading = ctx->home_heading;
-    ctx->pen_up = ctx->home_pen_up;
-    ctx->pen_width = ctx->home_pen_width;
-    ctx->red = ctx->home_red;
-    ctx->green = ctx->home_green;
-    ctx->blue = ctx->home_blue;
+    static_cast<TurtleState&>(*ctx) = ctx->home;
     ctx->origin_x = ctx->origin_y = 0.0;
     ctx->scale_x = ctx->scale_y = 1.0;
     ctx->steps = 0;
@@ -32,7 +26,7 @@ int draw_run(HDC device, DrawContext* ctx, const ExprNode* tree, RECT* bounds) {
     ctx->x = ctx->origin_x;
     ctx->y = ctx->origin_y;
     if (device != nullptr) {
-        pen_renew(device, ctx->pen_width, ctx->red, ctx->green, ctx->blue);
+        pen_renew(device, ctx->pen_width, turtle_color(*ctx));
     }
     const int result = interp_logo(device, ctx, tree, bounds);
     if (bounds != nullptr) {
@@ -70,6 +64,10 @@ RECT draw_measure(DrawContext* ctx, const ExprNode* tree) {
     draw_reset(ctx);
     draw_run(nullptr, ctx, tree, &bounds);
     return bounds;
+}
+
+void pen_renew(HDC device, int width, COLORREF color) {
+    DeleteObject(SelectObject(device, CreatePen(PS_SOLID, width, color)));
 }
 
 DevicePen::~DevicePen() {

@@ -1,5 +1,4 @@
 #include "turtle/draw.h"
-#include "turtle/interp.h"
 #include "turtle/trace.h"
 
 namespace pelmora {
@@ -26,22 +25,6 @@ void place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode 
     ctx->origin_y = static_cast<float>(bounds.bottom) * scale_y + static_cast<float>(y_offset);
 }
 
-// A run afresh that measures and keeps its moves. False when it cannot, and nothing was done.
-bool trace_run(DrawContext* ctx, const ExprNode* tree, RECT* bounds, Trace* trace) {
-    draw_reset(ctx);
-    if (ctx->pen_width < 0 || ctx->pen_width > 1) { // wide pens show lines without length, too
-        return false;
-    }
-    *bounds = {0, 0, 0, 0};
-    ctx->x = ctx->origin_x;
-    ctx->y = ctx->origin_y;
-    if (!interp_trace(ctx, tree, bounds, trace)) {
-        return false;
-    }
-    rect_inset(bounds, -2, -2);
-    return true;
-}
-
 } // namespace
 
 void draw_place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode mode,
@@ -52,10 +35,14 @@ void draw_place(DrawContext* ctx, const RECT& bounds, int width, int height, Fit
 
 void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
               FitMode mode, int y_offset) {
-    RECT bounds;
+    RECT bounds{};
     Trace trace;
-    if (device != nullptr && trace_run(ctx, tree, &bounds, &trace)) {
+    draw_reset(ctx);
+    ctx->x = ctx->y = 0;
+    const bool thin = ctx->pen_width == 0 || ctx->pen_width == 1; // others show points, too
+    if (device != nullptr && thin && interp_trace(ctx, tree, &bounds, &trace)) {
         // All but the place is what a second run would make of the context.
+        rect_inset(&bounds, -2, -2);
         place(ctx, bounds, width, height, mode, y_offset);
         trace_draw(device, ctx, trace);
     } else {

@@ -67,6 +67,7 @@ class RealHeading {
         return {std::cos(angle), std::sin(angle)};
     }
     [[nodiscard]] double degrees() const { return degrees_; }
+    [[nodiscard]] int place() const { return 0; } // its direction is in no table
     [[nodiscard]] const Circles& circles() const { return circles_; }
 
   private:

@@ -6,43 +6,38 @@
 namespace pelmora {
 namespace {
 
-constexpr std::size_t kMostTerminals = 1'000'000;
+constexpr std::int64_t kMostTerminals = 1'000'000;
+
+// Of a pass of `repeat`, whose address is even, that begins with `pen`.
+std::uintptr_t key(const ExprNode& repeat, PenState pen) {
+    return reinterpret_cast<std::uintptr_t>(&repeat) | pen;
+}
 
 } // namespace
 
 History::History(const ExprNode* root, PenState pen, std::int64_t steps)
-    : root_(root), steps_left_(steps), pen_(pen) {
+    : root_(root), limit_(steps), now_{0, 0, 0, 0, pen} {
     if (root != nullptr) {
-        open(root, &root_, &root_ + 1, 0);
+        open_.push({root, &root_, &root_ + 1, 0, {}});
     }
 }
 
+// Walks to the end of the run, or until the history is full.
 std::span<const OpCode> History::next() {
-    if (full_) {
-        full_ = false;
-        terminals_.shrink(0);
-        passes_.clear();
-        ++forgotten_;
-    } else if (open_.empty()) {
-        return {};
-    }
-    walk();
-    return {terminals_.at(0), terminals_.size()};
-}
-
-// To the end of the run, or until the history is full.
-void History::walk() {
+    first_ = now_.steps;
+    terminals_.shrink(0);
+    passes_.clear();
     while (!open_.empty()) {
         Open& top = open_.top();
         if (top.next == nullptr) {
-            if (!begin_pass()) {
-                return;
+            if (!begin_pass(top)) {
+                break;
             }
         } else if (top.next == top.end) {
-            end_pass();
+            end_pass(top);
         } else if (const ExprNode* node = *top.next; node != nullptr && node->kind == TERMINAL) {
             if (!terminal(node->op)) {
-                return;
+                break;
             }
             ++top.next;
         } else {
@@ -50,23 +45,23 @@ void History::walk() {
             child(node);
         }
     }
+    return {terminals_.at(0), terminals_.size()};
 }
 
 // False at the end of the steps, or of the room.
 bool History::terminal(OpCode op) {
-    if (steps_left_ == 0) {
+    if (now_.steps == limit_) {
         cut_ = true;
         open_.shrink(0);
         return false;
     }
-    if (terminals_.size() == kMostTerminals) {
-        full_ = true;
+    if (now_.steps - first_ == kMostTerminals) {
         return false;
     }
-    --steps_left_;
+    ++now_.steps;
     ++nodes_walked_;
     terminals_.push(op);
-    pen_ = op == PEN_UP ? 1 : op == PEN_DOWN ? 0 : pen_;
+    now_.pen = op == PEN_UP ? 1 : op == PEN_DOWN ? 0 : now_.pen;
     return true;
 }
 
@@ -84,15 +79,14 @@ void History::child(const ExprNode* node) {
     const Instruction* instruction = op_instruction(node->op);
     const OpFamily family = instruction != nullptr ? instruction->family : OpFamily::block;
     if (family == OpFamily::branch) {
-        branch(*node, instruction->parameter == pen_ ? 0 : 1);
+        branch(*node, instruction->parameter == now_.pen ? 0 : 1);
         return;
     }
     const std::int32_t passes = family == OpFamily::repeat ? instruction->parameter : 0;
-    if (passes != 0) {
-        count({1, passes}, 1);
-    }
+    count(passes != 0 ? 1 : 0, passes);
     if (node->count > 0 && node->children != nullptr) {
-        open(node, passes != 0 ? nullptr : node->children, node->children + node->count, passes);
+        ExprNode* const* first = node->children;
+        open_.push({node, passes != 0 ? nullptr : first, first + node->count, passes, {}});
     }
 }
 
@@ -102,56 +96,41 @@ void History::branch(const ExprNode& node, std::ptrdiff_t chosen) {
     } else if (node.children == nullptr) {
         fault("ERROR INTERPLOGO: CHILDREN is NULL!\n", 0);
     } else {
-        open(&node, node.children + chosen, node.children + chosen + 1, 0);
+        open_.push({&node, node.children + chosen, node.children + chosen + 1, 0, {}});
     }
 }
 
-// The other members are of a repeat's pass, and set when it begins.
-void History::open(const ExprNode* node, const ExprNode* const* next, const ExprNode* const* end,
-                   std::int32_t passes) {
-    Open* opened = open_.room(1);
-    open_.take(1);
-    opened->node = node;
-    opened->next = next;
-    opened->end = end;
-    opened->passes = passes;
-}
-
-// Makes the passes that are known and begins the first that is not, which the step limit may cut.
+// Replays the passes that are known and begins the first that is not, which the step limit may cut.
 // False when the history is full.
-bool History::begin_pass() {
-    Open& top = open_.top();
+bool History::begin_pass(Open& top) {
     while (top.passes > 0) {
-        const auto known = passes_.find(key(top.node, pen_));
-        const std::size_t steps = known != passes_.end() ? known->second.sum.terminals : 0;
-        if (known == passes_.end() || static_cast<std::int64_t>(steps) > steps_left_) {
-            top.pen = pen_;
-            top.start = here();
-            top.forgotten = forgotten_;
+        const auto known = passes_.find(key(*top.node, now_.pen));
+        const Pass pass = known != passes_.end() ? known->second : Pass{};
+        const std::int64_t steps = pass.end.steps - pass.start.steps;
+        if (known == passes_.end() || steps > limit_ - now_.steps) {
+            top.start = now_;
             top.next = top.node->children;
             return true;
         }
-        if (terminals_.size() + steps > kMostTerminals) {
-            full_ = true;
+        if (now_.steps - first_ + steps > kMostTerminals) {
             return false;
         }
-        const bool logs = known->second.sum.faults != 0 && faults_.size() < kMostFaultLines;
+        const bool logs = pass.end.faults != pass.start.faults && faults_.size() < kMostFaultLines;
         const std::int32_t times = steps == 0 && !logs ? top.passes : 1;
-        replay(known->second, times);
+        replay(pass, times);
         top.passes -= times;
     }
     open_.pop();
     return true;
 }
 
-void History::end_pass() {
-    Open& top = open_.top();
+void History::end_pass(Open& top) {
     if (top.passes == 0) {
         open_.pop();
         return;
     }
-    if (top.forgotten == forgotten_) { // its beginning is still in the history
-        remember(top);
+    if (top.start.steps >= first_) { // its beginning is still in the history
+        remember({top.start, now_}, *top.node);
     }
     --top.passes;
     top.next = nullptr;
@@ -159,29 +138,33 @@ void History::end_pass() {
 
 // Puts the pass into the history once more, and counts it `times`.
 void History::replay(const Pass& pass, std::int32_t times) {
-    const std::size_t steps = pass.sum.terminals;
+    const auto steps = static_cast<std::size_t>(pass.end.steps - pass.start.steps);
     OpCode* to = terminals_.room(steps);
-    std::copy_n(terminals_.at(pass.start.terminals), steps, to);
+    std::copy_n(terminals_.at(static_cast<std::size_t>(pass.start.steps - first_)), steps, to);
     terminals_.take(steps);
-    steps_left_ -= static_cast<std::int64_t>(steps);
-    for (std::size_t i = 0; i < pass.sum.faults; ++i) {
-        const Fault again = *faults_.at(pass.start.faults + i);
+    now_.steps += pass.end.steps - pass.start.steps;
+    for (std::size_t i = pass.start.faults; i < pass.end.faults; ++i) {
+        const Fault again = *faults_.at(i);
         fault(again.line, again.number);
     }
-    count(pass.sum.counts, times);
-    pen_ = pass.leaves;
+    count(times * (pass.end.repeats - pass.start.repeats),
+          times * (pass.end.repetitions - pass.start.repetitions));
+    now_.pen = pass.end.pen;
 }
 
-void History::count(const Counts& counts, std::int64_t times) {
-    const auto add = [times](std::int64_t sum, std::int64_t number) {
-        return std::min<std::int64_t>(sum + times * number, INT32_MAX);
-    };
-    counts_ = {add(counts_.repeats, counts.repeats), add(counts_.repetitions, counts.repetitions)};
+void History::remember(const Pass& pass, const ExprNode& repeat) noexcept {
+    passes_[key(repeat, pass.start.pen)] = pass;
+}
+
+void History::count(std::int64_t repeats, std::int64_t repetitions) {
+    now_.repeats = std::min<std::int64_t>(now_.repeats + repeats, INT32_MAX);
+    now_.repetitions = std::min<std::int64_t>(now_.repetitions + repetitions, INT32_MAX);
 }
 
 void History::fault(const char* line, std::ptrdiff_t number) {
     if (faults_.size() < kMostFaultLines) {
         faults_.push({line, static_cast<int>(number)});
+        now_.faults = faults_.size();
     }
 }
 
@@ -189,22 +172,6 @@ void History::report_faults() const {
     for (std::size_t i = 0; i < faults_.size(); ++i) {
         std::fprintf(stderr, faults_.at(i)->line, faults_.at(i)->number);
     }
-}
-
-// By the node, whose address is even, and the pen.
-std::uintptr_t History::key(const ExprNode* node, PenState pen) {
-    return reinterpret_cast<std::uintptr_t>(node) | pen;
-}
-
-void History::remember(const Open& done) noexcept {
-    const Mark& from = done.start;
-    const Mark to = here();
-    passes_[key(done.node, done.pen)] = {pen_,
-                                         from,
-                                         {to.terminals - from.terminals,
-                                          to.faults - from.faults,
-                                          {to.counts.repeats - from.counts.repeats,
-                                           to.counts.repetitions - from.counts.repetitions}}};
 }
 
 } // namespace pelmora

@@ -22,7 +22,7 @@ namespace pelmora {
 // What branches ask for: 1 when the pen is up, 0 when it is not.
 using PenState = std::uint8_t;
 
-// A run may come by a faulty node very often, steps or no steps; its log ends here.
+// A run may visit a faulty node very often, steps or no steps; its log ends here.
 inline constexpr std::size_t kMostFaultLines = 10240;
 
 class History {
@@ -41,31 +41,21 @@ class History {
     // What is known of the run when it is over: whether the step limit stopped it, and its counts,
     // which stop at the largest 32-bit value.
     [[nodiscard]] bool is_cut() const { return cut_; }
-    [[nodiscard]] std::int64_t repeats() const { return counts_.repeats; }
-    [[nodiscard]] std::int64_t repetitions() const { return counts_.repetitions; }
+    [[nodiscard]] std::int64_t repeats() const { return now_.repeats; }
+    [[nodiscard]] std::int64_t repetitions() const { return now_.repetitions; }
     [[nodiscard]] std::int64_t nodes_walked() const { return nodes_walked_; }
 
-    // The faulty nodes that the run came by, in order, up to kMostFaultLines.
+    // The faulty nodes that the run visited, in order, up to kMostFaultLines.
     [[nodiscard]] bool has_faults() const { return !faults_.empty(); }
     // Writes a line on the error log for each.
     void report_faults() const;
 
   private:
-    struct Counts {
-        std::int64_t repeats;
-        std::int64_t repetitions;
-    };
-
-    struct Fault {
-        const char* line; // a format for:
-        int number;
-    };
-
     // Where the run is.
     struct Mark {
-        std::size_t terminals;
+        std::int64_t steps, repeats, repetitions;
         std::size_t faults;
-        Counts counts;
+        PenState pen;
     };
 
     // A function whose children are being walked.
@@ -74,42 +64,36 @@ class History {
         const ExprNode* const* next; // null: a repeat between two passes
         const ExprNode* const* end;
         std::int32_t passes; // left of a repeat, this one included; 0: no repeat
-        PenState pen;        // at the start of the repeat's pass, and:
-        Mark start;
-        std::int64_t forgotten;
+        Mark start;          // of the pass
     };
 
-    // What a pass of a repeat comes to.
+    // From where to where a pass of a repeat went.
     struct Pass {
-        PenState leaves; // at its end
-        Mark start;
-        Mark sum; // of what it adds
+        Mark start, end;
     };
 
-    void walk();
+    struct Fault {
+        const char* line; // a format for:
+        int number;
+    };
+
     bool terminal(OpCode op);
     void child(const ExprNode* node);
     void branch(const ExprNode& node, std::ptrdiff_t chosen);
-    void open(const ExprNode* node, const ExprNode* const* next, const ExprNode* const* end,
-              std::int32_t passes);
-    bool begin_pass();
-    void end_pass();
+    bool begin_pass(Open& top);
+    void end_pass(Open& top);
     void replay(const Pass& pass, std::int32_t times);
-    void count(const Counts& counts, std::int64_t times);
+    void count(std::int64_t repeats, std::int64_t repetitions);
     void fault(const char* line, std::ptrdiff_t number);
-    [[nodiscard]] Mark here() const { return {terminals_.size(), faults_.size(), counts_}; }
-
-    static std::uintptr_t key(const ExprNode* node, PenState pen);
-    void remember(const Open& done) noexcept; // without memory the program ends
+    // Without memory the program ends.
+    void remember(const Pass& pass, const ExprNode& repeat) noexcept;
 
     const ExprNode* root_;
-    std::int64_t steps_left_;
-    PenState pen_;
+    const std::int64_t limit_;
+    std::int64_t first_ = 0; // the step of the first terminal that is remembered
+    Mark now_;
     bool cut_ = false;
-    bool full_ = false; // of terminals, and there is more to come
-    Counts counts_{0, 0};
     std::int64_t nodes_walked_ = 0;
-    std::int64_t forgotten_ = 0; // how often the passes were, with the terminals
     WorkStack<OpCode, 10240> terminals_;
     WorkStack<Fault, 1> faults_;
     WorkStack<Open, 64> open_;

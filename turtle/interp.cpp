@@ -4,7 +4,6 @@
 #include "turtle/heading.h"
 #include "turtle/history.h"
 #include "turtle/path.h"
-#include "turtle/pen.h"
 #include "turtle/trace.h"
 
 #include <algorithm>
@@ -19,7 +18,8 @@ struct Action {
     OpFamily family = OpFamily::block; // which does nothing in a terminal
     std::int16_t number = 0;           // the instruction's parameter
     double amount = 0;                 // the same
-    PackedColor color = 0;             // the increment of a colour instruction
+    COLORREF color = 0;                // of a colour instruction: what it adds, and
+    COLORREF component = 0;            // the bits of its component
 };
 
 constexpr bool is_color(OpFamily family) {
@@ -30,9 +30,12 @@ constexpr bool is_color(OpFamily family) {
 constexpr auto kActions = [] {
     std::array<Action, 256> actions{};
     for (const auto& [code, name, family, number] : kInstructions) {
-        const int component = static_cast<int>(family) - static_cast<int>(OpFamily::red);
-        const PackedColor color = is_color(family) ? color_increment(component, number) : 0;
-        actions[code] = {family, number, static_cast<double>(number), color};
+        actions[code] = {family, number, static_cast<double>(number)};
+        if (is_color(family)) {
+            const int shift = 8 * (static_cast<int>(family) - static_cast<int>(OpFamily::red));
+            actions[code].color = static_cast<COLORREF>(number) << shift;
+            actions[code].component = COLORREF{255} << shift;
+        }
     }
     return actions;
 }();
@@ -44,7 +47,7 @@ class Turtle {
     Turtle(const DrawContext& ctx, const Path& path)
         : x_(ctx.x), y_(ctx.y), scale_x_(ctx.scale_x), scale_y_(ctx.scale_y),
           distance_(ctx.distance), path_(path), heading_(ctx.heading), pen_up_(ctx.pen_up),
-          color_(color_pack(ctx.red, ctx.green, ctx.blue)) {}
+          color_(turtle_color(ctx)) {}
 
     // Executes terminals, if asked only to behind the next new colour. Where it stopped.
     //
@@ -64,7 +67,9 @@ class Turtle {
                 ++turtle.turns_;
                 turtle.right_turns_ += action.number > 0 ? 1 : 0;
             } else if (is_color(action.family)) {
-                turtle.color_ = color_add(turtle.color_, action.color);
+                const COLORREF sum = turtle.color_ + action.color;
+                turtle.color_ = (turtle.color_ & ~action.component) | (sum & action.component);
+                ++turtle.color_changes_;
                 if (kStopsAtColors) {
                     break;
                 }
@@ -76,9 +81,7 @@ class Turtle {
         return op;
     }
 
-    void renew_pen(HDC device, int width) const {
-        pen_renew(device, width, color_red(color_), color_green(color_), color_blue(color_));
-    }
+    void renew_pen(HDC device, int width) const { pen_renew(device, width, color_); }
 
     void finish(DrawContext* ctx) const;
 
@@ -88,10 +91,7 @@ class Turtle {
         // In this order, as everywhere: pictures and scores depend on the last bit.
         x_ += direction.cos * action.amount * scale_x_;
         y_ += direction.sin * action.amount * scale_y_;
-        path_.move(x_, y_, pen_up_);
-        if constexpr (Path::kKeepsMoves) {
-            path_.keep(heading_.place(), action.number, color_, pen_up_);
-        }
+        path_.go({x_, y_, pen_up_, heading_.place(), action.number, color_});
         distance_ += action.amount;
     }
 
@@ -99,7 +99,8 @@ class Turtle {
     Path path_;
     Heading heading_;
     std::int32_t pen_up_;
-    PackedColor color_;
+    COLORREF color_;
+    std::int64_t color_changes_ = 0;
     std::int64_t turns_ = 0;
     std::int64_t right_turns_ = 0;
 };
@@ -116,10 +117,10 @@ void Turtle<Heading, Path>::finish(DrawContext* ctx) const {
     ctx->heading = heading_.degrees();
     ctx->distance = distance_;
     ctx->pen_up = pen_up_;
-    ctx->red = color_red(color_);
-    ctx->green = color_green(color_);
-    ctx->blue = color_blue(color_);
-    add_count(&ctx->color_changes, color_changes(color_));
+    ctx->red = static_cast<BYTE>(color_);
+    ctx->green = static_cast<BYTE>(color_ >> 8U);
+    ctx->blue = static_cast<BYTE>(color_ >> 16U);
+    add_count(&ctx->color_changes, color_changes_);
     add_count(&ctx->turns, turns_);
     add_count(&ctx->right_turns, right_turns_);
     add_count(&ctx->left_turns, turns_ - right_turns_);

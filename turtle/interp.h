@@ -12,11 +12,4 @@ namespace pelmora {
 // Returns 1 when the program ran to its end, 0 when the step limit was exceeded.
 int interp_logo(HDC device, DrawContext* ctx, const ExprNode* node, RECT* bounds);
 
-struct Trace;
-
-// The same as a measuring run without a device that keeps its moves in `trace`. False when nothing
-// was done, as the run may be too long to be kept, starts in a broken heading, or has lines for the
-// error log, which are due in each run.
-bool interp_trace(DrawContext* ctx, const ExprNode* node, RECT* bounds, Trace* trace);
-
 } // namespace pelmora

@@ -10,19 +10,26 @@
 
 namespace pelmora {
 
+// A step forward: where it ends, and how.
+struct Move {
+    double x, y;
+    std::int32_t pen_up;
+    int place;             // of the direction in its table
+    std::int16_t distance; // turtle units
+    COLORREF color;
+};
+
 // Widens bounds. Rounding keeps the order of numbers, so the extremes alone are rounded, at the
 // end.
 class MeasuredPath {
   public:
-    static constexpr bool kKeepsMoves = false;
-
     explicit MeasuredPath(RECT* bounds) : bounds_(bounds) {}
 
-    void move(double x, double y, std::int32_t /*pen_up*/) {
-        left_ = left_ < x ? left_ : x;
-        right_ = right_ > x ? right_ : x;
-        top_ = top_ < y ? top_ : y;
-        bottom_ = bottom_ > y ? bottom_ : y;
+    void go(const Move& move) {
+        left_ = left_ < move.x ? left_ : move.x;
+        right_ = right_ > move.x ? right_ : move.x;
+        top_ = top_ < move.y ? top_ : move.y;
+        bottom_ = bottom_ > move.y ? bottom_ : move.y;
     }
 
     // Without a move, infinity rounds to the last coordinate there is, which widens nothing.
@@ -47,17 +54,15 @@ class MeasuredPath {
 // nothing is drawn.
 class DrawnPath {
   public:
-    static constexpr bool kKeepsMoves = false;
-
     DrawnPath(HDC device, double x, double y)
         : device_(device), x_(device_round(x)), y_(device_round(y)) {}
 
-    void move(double x, double y, std::int32_t pen_up) {
+    void go(const Move& move) {
         const int from_x = x_;
         const int from_y = y_;
-        x_ = device_round(x);
-        y_ = device_round(y);
-        if (pen_up == 0 && device_ != nullptr) {
+        x_ = device_round(move.x);
+        y_ = device_round(move.y);
+        if (move.pen_up == 0 && device_ != nullptr) {
             MoveToEx(device_, from_x, from_y, nullptr);
             LineTo(device_, x_, y_);
         }

@@ -2,7 +2,6 @@
 
 #include "turtle/device_units.h"
 #include "turtle/heading_table.h"
-#include "turtle/pen.h"
 
 #include <array>
 #include <bit>
@@ -21,7 +20,7 @@ class Pens {
 
     void draw(const POINT* points, int count, std::uint32_t color) {
         if (color != color_) {
-            pen_renew(device_, width_, color_red(color), color_green(color), color_blue(color));
+            pen_renew(device_, width_, color);
             color_ = color;
         }
         Polyline(device_, points, count);

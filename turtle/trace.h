@@ -5,7 +5,6 @@
 #include "model/work_stack.h"
 #include "platform/win32.h"
 #include "turtle/draw.h"
-#include "turtle/packed.h"
 #include "turtle/path.h"
 
 #include <cstdint>
@@ -13,9 +12,9 @@
 namespace pelmora {
 
 struct TracedMove {
-    std::uint16_t place;   // of the direction in its table
-    std::int16_t distance; // turtle units
-    std::uint32_t color;   // components as packed, and kTracedPenUp where no line is drawn
+    std::uint16_t place;
+    std::int16_t distance;
+    std::uint32_t color; // and kTracedPenUp where no line is drawn
 };
 static_assert(sizeof(TracedMove) == 8);
 
@@ -32,14 +31,13 @@ struct Trace {
 // Measures, and keeps the moves.
 class TracedPath : public MeasuredPath {
   public:
-    static constexpr bool kKeepsMoves = true;
-
     TracedPath(RECT* bounds, Trace* trace)
         : MeasuredPath(bounds), next_(trace->moves), trace_(trace) {}
 
-    void keep(int place, std::int16_t distance, PackedColor color, std::int32_t pen_up) {
-        *next_++ = {static_cast<std::uint16_t>(place), distance,
-                    static_cast<std::uint32_t>(color) | (pen_up == 0 ? 0 : kTracedPenUp)};
+    void go(const Move& move) {
+        MeasuredPath::go(move);
+        *next_++ = {static_cast<std::uint16_t>(move.place), move.distance,
+                    move.color | (move.pen_up == 0 ? 0 : kTracedPenUp)};
     }
 
     void finish() const {
@@ -51,6 +49,11 @@ class TracedPath : public MeasuredPath {
     TracedMove* next_;
     Trace* trace_;
 };
+
+// Measures like a run without a device and keeps the moves. False when nothing was done, as the run
+// may be too long to be kept, starts in a broken heading, or has lines for the error log, which are
+// due in each run.
+bool interp_trace(DrawContext* ctx, const ExprNode* node, RECT* bounds, Trace* trace);
 
 // Draws the moves from the context's origin and in its scale; the position is left where the run
 // that they are from would leave it. Pens are made for the lines that can be seen: see DevicePen.

@@ -5,7 +5,6 @@
 #include "tests/turtle/plain_interp.h"
 #include "tests/turtle/recording_device.h"
 #include "turtle/history.h"
-#include "turtle/pen.h"
 
 #include <gtest/gtest.h>
 
@@ -168,12 +167,9 @@ TEST(Interp, DrawsInOneRunWhatTwoPlainOnesDo) {
         Grove grove;
         const ExprNode* tree = random_program(grove, dice);
         DrawContext start = random_start(dice);
-        start.home_heading = start.heading;
-        start.home_pen_up = start.pen_up;
-        start.home_pen_width = start.pen_width;
-        start.home_red = start.red;
-        start.home_green = dice.below(256);
-        start.home_blue = dice.below(256);
+        start.home = start;
+        start.home.green = dice.below(256);
+        start.home.blue = dice.below(256);
         start.max_steps = dice.one_in(9) ? kDefaultMaxSteps + 1 : start.max_steps;
         const FitMode mode = dice.one_in(2) ? FitMode::stretch : FitMode::uniform;
 
@@ -186,7 +182,7 @@ TEST(Interp, DrawsInOneRunWhatTwoPlainOnesDo) {
         draw_place(&plain, bounds, 88, 50, mode, 7);
         plain.x = plain.origin_x;
         plain.y = plain.origin_y;
-        pen_renew(recording_device(), plain.pen_width, plain.red, plain.green, plain.blue);
+        pen_renew(recording_device(), plain.pen_width, turtle_color(plain));
         log += plain_interp(recording_device(), &plain, tree, nullptr).lines;
         const std::string plain_lines = visible(take_record());
 
