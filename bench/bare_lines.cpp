@@ -1,6 +1,6 @@
 #include "bench/bare_lines.h"
 
-#include "platform/qt/line.h"
+#include "gdi/line.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // The lines of a picture, computed beforehand: what is left of drawing them is the line walk alone.
 #pragma once
 
-#include "platform/qt/device_context.h"
+#include "gdi/device_context.h"
 #include "turtle/draw.h"
 
 #include <cstdint>

@@ -3,23 +3,11 @@
 // Nothing here recurses on the machine stack: a program may be nested a million levels deep.
 #pragma once
 
-#include "model/instruction.h"
+#include "model/node.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <memory>
 
 namespace pelmora {
-
-// One node of a program. A terminal has no children; every child's `slot` points at the element of
-// its parent's `children` that points back to it; no element is null. A tree has one owner.
-struct ExprNode {
-    NodeKind kind;
-    OpCode op;
-    std::int16_t count;  // number of children
-    ExprNode** children; // null while the node has no array
-    ExprNode** slot;     // the cell that holds this node; null for a root that nothing holds yet
-};
 
 // A new node of `kind`, every other field zero or null. Memory exhaustion is fatal: "fatal - out of
 // memory" on the error log and exit status 2.
@@ -65,10 +53,6 @@ ExprNode* expr_nth_function(ExprNode* root, int n);
 void expr_place(ExprNode** cell, ExprNode* tree);
 
 // What is allocated and not yet released, over all trees.
-struct ExprLive {
-    std::size_t nodes;
-    std::size_t arrays;
-};
 ExprLive expr_live();
 
 // Owner of a whole tree that no record owns yet.

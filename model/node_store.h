@@ -7,7 +7,7 @@
 // sanitizers see each of them.
 #pragma once
 
-#include "model/expr.h"
+#include "model/node.h"
 
 #include <cstddef>
 #include <cstdint>

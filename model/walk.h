@@ -3,7 +3,7 @@
 // grow is fatal ("fatal - out of memory" on the error log, exit status 2).
 #pragma once
 
-#include "model/expr.h"
+#include "model/node.h"
 #include "model/work_stack.h"
 
 #include <cstddef>

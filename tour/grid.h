@@ -1,7 +1,7 @@
 // What the cells of a population window show, read off its pixels.
 #pragma once
 
-#include "platform/user.h"
+#include "platform/testing/user.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,7 +1,7 @@
 // The guided tour's means: steps, checks and pictures.
 #pragma once
 
-#include "platform/user.h"
+#include "platform/testing/user.h"
 
 #include <cstdio>
 #include <filesystem>

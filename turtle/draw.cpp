@@ -66,10 +66,6 @@ RECT draw_measure(DrawContext* ctx, const ExprNode* tree) {
     return bounds;
 }
 
-void pen_renew(HDC device, int width, COLORREF color) {
-    DeleteObject(SelectObject(device, CreatePen(PS_SOLID, width, color)));
-}
-
 DevicePen::~DevicePen() {
     DeleteObject(SelectObject(device_, GetStockObject(BLACK_PEN)));
 }

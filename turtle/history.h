@@ -10,7 +10,7 @@
 // that the step limit cuts.
 #pragma once
 
-#include "model/expr.h"
+#include "model/node.h"
 #include "model/work_stack.h"
 
 #include <cstdint>

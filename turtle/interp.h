@@ -1,7 +1,8 @@
 // The interpreter: runs a program tree on a turtle, drawing, measuring and scoring at once.
 #pragma once
 
-#include "turtle/draw.h"
+#include "model/node.h"
+#include "turtle/draw_context.h"
 
 namespace pelmora {
 

@@ -2,9 +2,8 @@
 // second run. That makes a picture cost little more than its lines.
 #pragma once
 
-#include "model/work_stack.h"
-#include "platform/win32.h"
-#include "turtle/draw.h"
+#include "model/node.h"
+#include "turtle/draw_context.h"
 #include "turtle/path.h"
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Starts the layer and then the program.
-#include "platform/qt/keyboard.h"
+#include "frames/keyboard.h"
 #include "platform/whole_file.h"
 #include "platform/win32.h"
 

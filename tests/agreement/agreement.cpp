@@ -11,7 +11,7 @@
 #include "files/metafile.h"
 #include "files/population_file.h"
 #include "files/turtle_file.h"
-#include "platform/user.h"
+#include "platform/testing/user.h"
 #include "resources/resource.h"
 #include "services/application.h"
 #include "ui/engine_window.h"

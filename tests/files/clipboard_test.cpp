@@ -1,6 +1,6 @@
 // What Copy places, and what Paste makes of what it finds.
 #include "files/clipboard.h"
-#include "platform/user.h"
+#include "platform/testing/user.h"
 #include "tests/support/metafile_text.h"
 #include "tests/support/trees.h"
 #include "tests/support/user_loop.h"

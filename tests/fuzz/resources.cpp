@@ -1,5 +1,5 @@
 // The reader of compiled resources.
-#include "platform/qt/resource_reader.h"
+#include "resources/resource_reader.h"
 
 #include <initializer_list>
 

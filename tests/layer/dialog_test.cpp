@@ -1,8 +1,8 @@
 // Dialogs beyond their contract: what they tell screen readers, and how they go.
-#include "platform/qt/window.h"
 #include "resources/resource.h"
 #include "tests/contract/test_windows.h"
 #include "tests/support/answers.h"
+#include "user/window.h"
 
 namespace {
 

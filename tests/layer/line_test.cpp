@@ -1,5 +1,5 @@
 // Lines in a clip other than the whole image: their pixels are the contract's.
-#include "platform/qt/wide_line.h"
+#include "gdi/wide_line.h"
 
 #include <gtest/gtest.h>
 

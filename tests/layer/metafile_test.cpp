@@ -1,5 +1,5 @@
 // Metafiles beyond their contract: how their files are written, and their pictures.
-#include "platform/qt/metafile.h"
+#include "gdi/metafile.h"
 #include "tests/files/read_only.h"
 #include "tests/support/failing_new.h"
 #include "tests/support/metafile_text.h"

@@ -1,6 +1,6 @@
 // The reader of compiled resources, on parts of the program's own. What they say is looked at where
 // the program shows it; a fuzzer damages them.
-#include "platform/qt/resource_reader.h"
+#include "resources/resource_reader.h"
 
 #include "resources/resource.h"
 

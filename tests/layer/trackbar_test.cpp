@@ -1,6 +1,6 @@
 // Sliders moved in ways that Windows' own does not know, or that only the toolkit's events can
 // show.
-#include "platform/qt/dialog.h"
+#include "frames/dialog.h"
 #include "resources/resource.h"
 #include "tests/contract/test_windows.h"
 

@@ -1,7 +1,7 @@
 // The program's message loop in the hands of a test.
 #pragma once
 
-#include "platform/user.h"
+#include "platform/testing/user.h"
 
 #include <functional>
 #include <string>

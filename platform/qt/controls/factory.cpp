@@ -1,0 +1,268 @@
+#include "controls/factory.h"
+
+#include "controls/control_styles.h"
+#include "controls/trackbar.h"
+#include "controls/updown.h"
+#include "resources/resources.h"
+#include "user/message_loop.h"
+
+#include <QContextMenuEvent>
+#include <QGroupBox>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+class ButtonControl : public Control {
+  public:
+    ButtonControl(HWND parent, int id, QAbstractButton* button) : Control(parent, id, button) {
+        // Posted, not sent: the command may open a dialog, and the button must not be in the
+        // middle of its click for as long as that lasts.
+        QObject::connect(button, &QAbstractButton::clicked, button, [this] {
+            post_input(Control::parent(), WM_COMMAND,
+                       MAKEWPARAM(static_cast<unsigned>(Control::id()), BN_CLICKED),
+                       reinterpret_cast<LPARAM>(handle()));
+        });
+    }
+    LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override {
+        if (message == BM_CLICK) {
+            button()->click();
+            return 0;
+        }
+        return Control::receive(message, wparam, lparam);
+    }
+    QString text() const override { return button()->text(); }
+    void set_text(const QString& text) override { button()->setText(text); }
+
+  protected:
+    QAbstractButton* button() const { return static_cast<QAbstractButton*>(widget()); }
+};
+
+class RadioControl : public ButtonControl {
+  public:
+    using ButtonControl::ButtonControl;
+    bool checked() const override { return button()->isChecked(); }
+    void set_checked(bool on) override {
+        // Only a user's click clears the others: a program may leave none of a group checked.
+        button()->group()->setExclusive(false);
+        button()->setChecked(on);
+        button()->group()->setExclusive(true);
+    }
+};
+
+// A frame with its title on the line. Many styles put the title above the frame, which then begins
+// lower, where a dialog has its first control.
+class GroupFrame : public QGroupBox {
+  public:
+    using QGroupBox::QGroupBox;
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        constexpr int kIndent = 8;
+        constexpr int kGap = 3; // on both sides of the title
+        constexpr int kFaint = 90;
+        const int line = fontMetrics().height();
+        const int text = fontMetrics().size(Qt::TextShowMnemonic, title()).width();
+        const QRect place(kIndent, 0, text + 2 * kGap, line);
+        QPainter painter(this);
+        QColor color = palette().color(QPalette::WindowText);
+        color.setAlpha(kFaint);
+        painter.setPen(color);
+        painter.setClipRegion(QRegion(rect()) - place);
+        painter.drawRect(rect().adjusted(0, line / 2, -1, -1));
+        painter.setClipping(false);
+        style()->drawItemText(&painter, place, Qt::AlignCenter | Qt::TextShowMnemonic, palette(),
+                              isEnabled(), title(), QPalette::WindowText);
+    }
+};
+
+// Takes digits from the keyboard only; what is pasted or set is not looked at. It stands in windows
+// of classes, whose accelerators take the keys for the clipboard, so its menu names none.
+class NumberEdit : public QLineEdit {
+  public:
+    explicit NumberEdit(QWidget* parent) : QLineEdit(parent) {
+        setInputMethodHints(Qt::ImhDigitsOnly);
+    }
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        const QString typed = event->text();
+        const bool shortcut = event->modifiers().testFlag(Qt::ControlModifier);
+        const bool visible = !typed.isEmpty() && typed.at(0) >= u' ' && typed.at(0) != u'\x7f';
+        if (!shortcut && visible && (typed.at(0) < u'0' || typed.at(0) > u'9')) {
+            return;
+        }
+        QLineEdit::keyPressEvent(event);
+    }
+    void contextMenuEvent(QContextMenuEvent* event) override {
+        QMenu* menu = createStandardContextMenu();
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        for (QAction* entry : menu->actions()) {
+            if (entry->text().contains(u'\t')) {
+                entry->setText(entry->text().section(u'\t', 0, 0));
+            }
+        }
+        menu->popup(event->globalPos());
+    }
+    void inputMethodEvent(QInputMethodEvent* event) override {
+        const QString committed = event->commitString();
+        const bool digits = std::all_of(committed.begin(), committed.end(),
+                                        [](QChar c) { return c >= u'0' && c <= u'9'; });
+        if (digits) {
+            QLineEdit::inputMethodEvent(event);
+        }
+    }
+};
+
+class EditControl : public Control {
+  public:
+    using Control::Control;
+    QString text() const override { return edit()->text(); }
+    void set_text(const QString& text) override { edit()->setText(text); }
+
+  private:
+    QLineEdit* edit() const { return static_cast<QLineEdit*>(widget()); }
+};
+
+class LabelControl : public Control {
+  public:
+    using Control::Control;
+    QString text() const override { return label()->text(); }
+    void set_text(const QString& text) override { label()->setText(text); }
+
+  private:
+    QLabel* label() const { return static_cast<QLabel*>(widget()); }
+};
+
+// Where a control is to be made.
+struct Place {
+    HWND parent;
+    QWidget* parent_widget;
+};
+
+// An unknown style would silently look or behave otherwise than its author meant.
+void require_styles(const DialogItem& item, std::uint32_t known) {
+    if ((item.style & ~(known | kCommonStyles)) != 0) {
+        resource_fault("control style of", static_cast<unsigned>(item.id));
+    }
+}
+
+std::shared_ptr<Control> make_button(const DialogItem& item, const Place& place) {
+    const QString text = to_qstring(item.text.text);
+    require_styles(item, 0xF);
+    switch (item.style & 0xFU) {
+    case kPushButton:
+    case kDefaultPushButton: {
+        auto* button = new QPushButton(text, place.parent_widget);
+        button->setDefault((item.style & 0xFU) == kDefaultPushButton);
+        return std::make_shared<ButtonControl>(place.parent, item.id, button);
+    }
+    case kAutoRadioButton:
+        return std::make_shared<RadioControl>(place.parent, item.id,
+                                              new QRadioButton(text, place.parent_widget));
+    case kGroupBox:
+        return std::make_shared<Control>(place.parent, item.id,
+                                         new GroupFrame(text, place.parent_widget));
+    default:
+        resource_fault("button kind of", static_cast<unsigned>(item.id));
+    }
+}
+
+std::shared_ptr<Control> make_edit(const DialogItem& item, const Place& place) {
+    require_styles(item, kEditAutoScroll | kEditNumber);
+    const bool number = (item.style & kEditNumber) != 0;
+    auto* edit = number ? new NumberEdit(place.parent_widget) : new QLineEdit(place.parent_widget);
+    edit->setText(to_qstring(item.text.text));
+    edit->setFrame((item.style & kBorder) != 0);
+    return std::make_shared<EditControl>(place.parent, item.id, edit);
+}
+
+std::shared_ptr<Control> make_static(const DialogItem& item, const Place& place) {
+    require_styles(item, kStaticKind | kStaticNoPrefix | kStaticSunken);
+    auto* label = new QLabel(place.parent_widget);
+    label->setTextFormat(Qt::PlainText); // a text that looks like mark-up is still a text
+    Qt::Alignment alignment = Qt::AlignTop | Qt::AlignLeft;
+    switch (item.style & kStaticKind) {
+    case kStaticLeft:
+        break;
+    case kStaticCenter:
+        alignment = Qt::AlignTop | Qt::AlignHCenter;
+        break;
+    case kStaticRight:
+        alignment = Qt::AlignTop | Qt::AlignRight;
+        break;
+    case kStaticIcon: {
+        const QIcon* icon = load_icon(item.text.number);
+        if (icon == nullptr) {
+            resource_fault("icon", item.text.number);
+        }
+        label->setPixmap(icon->pixmap(32, 32));
+        break;
+    }
+    default:
+        resource_fault("static kind of", static_cast<unsigned>(item.id));
+    }
+    label->setAlignment(alignment);
+    label->setWordWrap((item.style & kStaticKind) != kStaticRight);
+    if ((item.style & kStaticSunken) != 0) {
+        label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    }
+    if ((item.style & kStaticKind) != kStaticIcon) {
+        label->setText(to_qstring(item.text.text));
+    }
+    return std::make_shared<LabelControl>(place.parent, item.id, label);
+}
+
+std::shared_ptr<Control> make_by_class(const DialogItem& item, const Place& place) {
+    switch (item.window_class.number) {
+    case kButtonClass:
+        return make_button(item, place);
+    case kEditClass:
+        return make_edit(item, place);
+    case kStaticClass:
+        return make_static(item, place);
+    default:
+        break;
+    }
+    const QString name = to_qstring(item.window_class.text).toLower();
+    if (name == QLatin1String("msctls_trackbar32")) {
+        require_styles(item, kTrackbarAutoTicks | kTrackbarTooltips);
+        return std::make_shared<TrackbarControl>(place.parent, item.id, item.style,
+                                                 place.parent_widget);
+    }
+    if (name == QLatin1String("msctls_updown32")) {
+        require_styles(item, kUpDownArrowKeys);
+        return std::make_shared<UpDownControl>(place.parent, item.id, item.style,
+                                               place.parent_widget);
+    }
+    resource_fault("control class of", static_cast<unsigned>(item.id));
+}
+
+// Where a control's widget is to be, and how.
+void set_up(QWidget* widget, const DialogItem& item, const QRect& area) {
+    // An icon's place says only where it begins.
+    widget->setGeometry(area.isEmpty() ? QRect(area.topLeft(), widget->sizeHint()) : area);
+    widget->setVisible((item.style & kVisible) != 0);
+    widget->setEnabled((item.style & kDisabled) == 0);
+}
+
+} // namespace
+
+Control* add_control(Controls& controls, const DialogItem& item, const QRect& area, HWND parent) {
+    const std::shared_ptr<Control> control = make_by_class(item, {parent, controls.holder()});
+    set_up(control->widget(), item, area);
+    controls.add(control, (item.style & kGroup) != 0);
+    return control.get();
+}
+
+} // namespace platform

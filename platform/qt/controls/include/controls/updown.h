@@ -1,0 +1,51 @@
+// The up-down control: two arrows that propose steps to the dialog.
+#pragma once
+
+#include "controls/controls.h"
+
+#include <QElapsedTimer>
+#include <QToolButton>
+
+#include <functional>
+
+namespace platform {
+
+// Two arrow buttons, one above the other, that repeat while held and then grow faster.
+class UpDownWidget : public QWidget {
+  public:
+    // `step` gets the sign of the arrow, +1 for up, times the size of the step.
+    UpDownWidget(QWidget* parent, std::function<void(int)> step);
+
+    // Lets the arrow keys of a field press the arrows.
+    void follow_keys_of(QWidget* field);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    QToolButton* add_arrow(Qt::ArrowType arrow, int sign);
+
+    std::function<void(int)> step_;
+    QElapsedTimer held_;
+    QToolButton* up_;
+    QToolButton* down_;
+};
+
+class UpDownControl : public Control {
+  public:
+    UpDownControl(HWND parent, int id, std::uint32_t style, QWidget* parent_widget);
+
+    LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+  private:
+    void step(int amount);
+
+    UpDownWidget* arrows_;
+    bool arrow_keys_;
+    HWND buddy_ = nullptr;
+    int position_ = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,19 @@
+#include "frames/modal_loop.h"
+
+#include "platform/win32.h"
+
+namespace platform {
+
+void run_modal_loop(const std::function<bool()>& goes_on) {
+    while (goes_on()) {
+        MSG message;
+        if (!GetMessageA(&message, nullptr, 0, 0)) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+}
+
+} // namespace platform

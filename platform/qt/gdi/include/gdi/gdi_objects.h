@@ -1,0 +1,82 @@
+// Pens, brushes and bitmaps.
+#pragma once
+
+#include "gdi/line.h"
+#include "platform/win32.h"
+
+#include <QImage>
+
+namespace platform {
+
+struct DeviceContext;
+
+// An image that device contexts draw into. The pointer to its pixels is kept beside it, as a line
+// has no time to ask for it. A surface without an image is empty: drawing on it does nothing.
+class Surface {
+  public:
+    Surface() = default;
+    explicit Surface(QImage image);
+    Surface(const Surface&) = delete;
+    Surface& operator=(const Surface&) = delete;
+
+    // Takes another image. No painter may be open on the old one.
+    void replace(QImage image);
+
+    QImage& image() { return image_; }
+    const PixelView& pixels() const { return pixels_; }
+    PixelRect bounds() const { return {0, 0, image_.width(), image_.height()}; }
+
+  private:
+    QImage image_;
+    PixelView pixels_{nullptr, 0};
+};
+
+enum class GdiKind { pen, brush, bitmap };
+
+struct GdiObject {
+    GdiKind kind;
+    bool stock; // lives for ever; deleting it does nothing
+
+    GdiObject(GdiKind k, bool s) : kind(k), stock(s) {}
+};
+
+struct Pen : GdiObject {
+    int width; // 0 and 1 are one pixel
+    std::uint32_t color;
+
+    Pen(int w, std::uint32_t c, bool s = false) : GdiObject(GdiKind::pen, s), width(w), color(c) {}
+};
+
+struct Brush : GdiObject {
+    std::uint32_t color;
+
+    explicit Brush(std::uint32_t c, bool s = false) : GdiObject(GdiKind::brush, s), color(c) {}
+};
+
+struct Bitmap : GdiObject {
+    Surface surface;
+    DeviceContext* holder = nullptr; // the device context it is selected into
+
+    explicit Bitmap(QImage image) : GdiObject(GdiKind::bitmap, false), surface(std::move(image)) {}
+};
+
+// The pixel of a colour value, and back.
+constexpr std::uint32_t pixel_of(COLORREF color) {
+    return 0xFF000000U | (color & 0xFFU) << 16U | (color & 0xFF00U) | (color >> 16U & 0xFFU);
+}
+constexpr COLORREF color_of(std::uint32_t pixel) {
+    return (pixel & 0xFFU) << 16U | (pixel & 0xFF00U) | (pixel >> 16U & 0xFFU);
+}
+
+inline GdiObject* gdi_object(HGDIOBJ handle) {
+    return static_cast<GdiObject*>(handle);
+}
+Pen* stock_pen();
+
+// Releases a pen that CreatePen() made. False when it was the last one to be released already.
+bool release_pen(Pen* pen);
+
+// The pixel that a brush fills with: that of a brush, or of a system colour + 1.
+std::uint32_t brush_pixel(HBRUSH brush);
+
+} // namespace platform

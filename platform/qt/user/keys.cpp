@@ -1,0 +1,50 @@
+#include "user/keys.h"
+
+#include <QCoreApplication>
+
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+// It is told by its address, not by a flag: handling it may run a loop of its own, and that loop's
+// keys are new ones.
+const QEvent* answered = nullptr;
+
+constexpr WORD kF10 = 0x79;
+
+} // namespace
+
+void LastRelease::note(const QKeyEvent& release) {
+    scan_code_ = release.nativeScanCode();
+    time_ = release.timestamp();
+}
+
+bool LastRelease::repeated_by(const QKeyEvent& press) const {
+    return scan_code_ != 0 && press.nativeScanCode() == scan_code_ && press.timestamp() == time_;
+}
+
+bool is_answered(const QEvent* event) {
+    return event == answered;
+}
+
+void answer_key(Window& window, UINT message, WPARAM wparam) {
+    if (message != WM_KEYDOWN && message != WM_SYSKEYDOWN && message != kKeyUp) {
+        return;
+    }
+    const std::shared_ptr<KeyStroke> key = take_dispatched_key();
+    if (key == nullptr || key->receiver == nullptr) {
+        return;
+    }
+    const ToolkitScope handlers;
+    if (message == WM_SYSKEYDOWN && wparam == kF10) {
+        window.open_menu();
+        return;
+    }
+    const QEvent* outer = std::exchange(answered, key->event.get());
+    QCoreApplication::sendEvent(key->receiver, key->event.get());
+    answered = outer;
+}
+
+} // namespace platform
