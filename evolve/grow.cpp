@@ -29,7 +29,7 @@ ExprNode* random_terminal(double pcolor) {
                             : new_random_node(TERMINAL, kFirstMoveOp, kLastMoveOp);
 }
 
-std::int32_t random_child_count(OpCode op, std::int32_t max_child) {
+std::int32_t random_child_count(OpCode op, std::int32_t maxChild) {
     switch (op) {
     case IF_PEN_UP:
     case IF_PEN_DOWN:
@@ -38,14 +38,14 @@ std::int32_t random_child_count(OpCode op, std::int32_t max_child) {
     case REPEAT_100:
         return 0;
     default:
-        return rng_range(kFewestChildren, max_child);
+        return rng_range(kFewestChildren, maxChild);
     }
 }
 
 // The children are promised, not made.
-ExprNode* random_function(std::int32_t max_child) {
+ExprNode* random_function(std::int32_t maxChild) {
     ExprNode* node = new_random_node(FUNCTION, kFirstFunctionOp, kLastFunctionOp);
-    const std::int32_t count = random_child_count(node->op, max_child);
+    const std::int32_t count = random_child_count(node->op, maxChild);
     if (count > 0) {
         node->count = static_cast<std::int16_t>(count);
         node->children = expr_new_children(count);
@@ -65,12 +65,12 @@ ExprNode* pick(ExprNode* tree, bool function, const ExprCounts* known) {
 
 } // namespace
 
-ExprNode* expr_random_tree(std::int32_t depth, std::int32_t max_child, double pfnode, double pcolor,
+ExprNode* expr_random_tree(std::int32_t depth, std::int32_t maxChild, double pfnode, double pcolor,
                            GrowthBudget* budget) {
     if (depth < 1) {
         return nullptr;
     }
-    const std::int32_t widest = std::clamp<std::int32_t>(max_child, kFewestChildren,
+    const std::int32_t widest = std::clamp<std::int32_t>(maxChild, kFewestChildren,
                                                          std::numeric_limits<std::int16_t>::max());
     const std::int64_t limit =
         budget == nullptr ? kProgramNodeBudget : std::min(kProgramNodeBudget, budget->nodes);
@@ -120,10 +120,10 @@ void expr_crossover(ExprNode* t1, ExprNode* t2, ExprNode* mutant, double pfnode,
     }
 }
 
-int expr_mutate(ExprNode* tree, std::int32_t depth, std::int32_t max_child, double pfnode,
+int expr_mutate(ExprNode* tree, std::int32_t depth, std::int32_t maxChild, double pfnode,
                 double pcolor) {
     assert(tree->slot != nullptr);
-    ExprNode* mutant = expr_random_tree(depth, max_child, pfnode, pcolor);
+    ExprNode* mutant = expr_random_tree(depth, maxChild, pfnode, pcolor);
     if (mutant == nullptr) {
         return 0;
     }

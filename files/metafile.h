@@ -8,17 +8,10 @@
 
 namespace pelmora {
 
-// The settings of the export, for all windows and as long as the program runs.
-extern std::string metaPenSize; // the pen's width as typed, at most 31 bytes
-extern std::string metaMapCode; // the map mode: "LM", "HM", "LE", "HE" or "TX"
-
 // Asks for a name, the map mode and the pen's width, and saves the turtle as a metafile. One turtle
 // unit is one logical unit of the map mode; in the frame it counts as 0.01 mm. Failures are not
 // mentioned to the user.
 void SaveTurtleMetafile(HWND owner, const SelectedTurtle& turtle);
-
-// The procedure of the mapping dialog.
-INT_PTR CALLBACK MetafileMappingDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam);
 
 // Saves the turtle as a metafile with the settings as they are. A file that cannot be made is
 // passed over; one that cannot be completed is mentioned in the error log, and the old one stays

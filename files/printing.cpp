@@ -1,30 +1,20 @@
 #include "files/printing.h"
 
-#include "files/pen_size.h"
-#include "resources/resource.h"
-#include "services/settings_dialog.h"
+#include "dialogs/print_dialog.h"
+#include "services/gdi_owners.h"
 #include "services/typed_number.h"
 
 #include <cstdio>
-#include <memory>
-#include <type_traits>
+#include <utility>
 
 namespace pelmora {
 
-// So short a text is not allocated, so nothing is thrown.
-std::string printPenWidth = "0"; // NOLINT(cert-err58-cpp)
 BOOL printContinue = TRUE;
 
 namespace {
 
-// A printer from the print dialog to the end of the job.
-struct ReleasePrinter {
-    using pointer = HDC;
-    void operator()(HDC printer) const { DeleteDC(printer); }
-};
-using Printer = std::unique_ptr<std::remove_pointer_t<HDC>, ReleasePrinter>;
-
-Printer ask_printer(HWND owner) {
+// Null when the user cancelled or the owner is gone.
+OwnedDevice ask_printer(HWND owner) {
     PRINTDLGA dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
@@ -39,7 +29,8 @@ Printer ask_printer(HWND owner) {
     // The dialog leaves the printer's settings to its caller.
     GlobalFree(dialog.hDevMode);
     GlobalFree(dialog.hDevNames);
-    return Printer(chosen ? dialog.hDC : nullptr);
+    OwnedDevice printer(chosen ? dialog.hDC : nullptr);
+    return IsWindow(owner) ? std::move(printer) : nullptr;
 }
 
 // As large as the printable area allows. Its corner is the device's origin.
@@ -86,30 +77,15 @@ void print_document(HDC printer, DrawContext* ctx, const ExprNode* tree) {
 } // namespace
 
 int PrintTurtleTree(HWND owner, DrawContext* ctx, const ExprNode* tree) {
-    const bool printDialogOk = ask_settings(owner, IDD_PRINT, PrintPensizeDlgProc, [](HWND dialog) {
-        return take_pen_size(dialog, &printPenWidth);
-    });
-    if (!printDialogOk || !IsWindow(owner)) {
+    const bool printDialogOk = AskPrintPenWidth(owner);
+    if (!printDialogOk) {
         return 0;
     }
-    const Printer printer = ask_printer(owner);
-    if (printer != nullptr && IsWindow(owner)) {
+    const OwnedDevice printer = ask_printer(owner);
+    if (printer != nullptr) {
         print_document(printer.get(), ctx, tree);
     }
     return 1;
-}
-
-INT_PTR CALLBACK PrintPensizeDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_INITDIALOG) {
-        begin_answer(dialog, lparam);
-        SetDlgItemTextA(dialog, IDC_PEN_SIZE, printPenWidth.c_str());
-        if (GetDlgCtrlID(reinterpret_cast<HWND>(wparam)) == IDC_PEN_SIZE) {
-            return TRUE;
-        }
-        SetFocus(GetDlgItem(dialog, IDC_PEN_SIZE));
-        return FALSE;
-    }
-    return message == WM_COMMAND ? answer_button(dialog, LOWORD(wparam)) : FALSE;
 }
 
 BOOL CALLBACK PrintAbortProc(HDC, int) {

@@ -1,8 +1,9 @@
 #include "ui/breeding_commands.h"
 
-#include "evolve/breed.h"
+#include "evolve/grow.h"
 #include "services/message.h"
 #include "services/wait_cursor.h"
+#include "ui/population_pictures.h"
 #include "ui/population_view.h"
 
 #include <algorithm>
@@ -11,66 +12,16 @@
 namespace pelmora {
 namespace {
 
-bool is_live(const LogoWindow* record, int index) {
-    return (record->lifeFlags[index] & LIVE_FLAG) != 0;
-}
-
 void set_all_flags(LogoWindow* record, std::uint16_t flags) {
     std::fill_n(record->lifeFlags.get(), record->lifeCount, flags);
 }
 
-void zero_retired_scores(LogoWindow* record) {
-    for (int i = 0; i < record->lifeCount; ++i) {
-        if (!is_live(record, i)) {
-            record->current->lifers[i].score = 0.0;
-        }
-    }
-}
-
-// Equal scores give every lifer the same chance, the retired ones too, unless they are left out
-// here. When all are retired there is nobody else to breed from.
-void leave_retired_out(LogoWindow* record) {
-    const std::uint16_t* flags = record->lifeFlags.get();
-    if (std::none_of(flags, flags + record->lifeCount,
-                     [](std::uint16_t flag) { return (flag & LIVE_FLAG) != 0; })) {
-        return;
-    }
-    for (int i = 0; i < record->lifeCount; ++i) {
-        if (!is_live(record, i)) {
-            record->current->lifers[i].fitness = 0.0;
-        }
-    }
-    pop_sum_fitness(record->current.get());
-}
-
-// Turns marks and scores into the fitness by which parents are chosen. The marks are cleared last:
-// when the scores are equal, they alone tell who was retired.
-void weigh_marked_parents(LogoWindow* record) {
-    zero_retired_scores(record);
-    pop_statistics(record->current.get());
-    if (record->current->slope == 0.0) {
-        leave_retired_out(record);
-    }
-    LogoMarkRetiredForBreeding(record);
-}
-
 // Scores without pictures, for generations that nobody sees.
-void measure_population(LogoWindow* record) {
-    DrawContext* ctx = &record->drawContext;
-    for (int i = 0; i < record->lifeCount; ++i) {
-        Lifer& lifer = record->current->lifers[i];
-        draw_measure(ctx, lifer.program);
-        lifer.score = draw_score(ctx);
+void measure_population(DrawContext* ctx, Population* pop) {
+    for (int i = 0; i < pop->size; ++i) {
+        draw_measure(ctx, pop->lifers[i].program);
+        pop->lifers[i].score = draw_score(ctx);
     }
-}
-
-// Breeds `current`, whose fitness is known, into `previous` and lets the two change roles. The
-// result is that of LogoReleasePrograms().
-bool breed_one_generation(LogoWindow* record) {
-    const bool zoom_lost = LogoReleasePrograms(record, record->previous.get());
-    pop_breed(record->current.get(), record->previous.get());
-    std::swap(record->current, record->previous);
-    return zoom_lost;
 }
 
 // Lets the single-turtle view show a lifer; null: none.
@@ -102,7 +53,7 @@ void show_new_program(HWND window, LogoWindow* record, int index, bool zoomed) {
 } // namespace
 
 void LogoMarkRetiredForBreeding(LogoWindow* record) {
-    zero_retired_scores(record);
+    pop_zero_retired(record->current.get(), record->lifeFlags.get());
     set_all_flags(record, LIVE_FLAG);
 }
 
@@ -118,15 +69,17 @@ void LogoEvolveGenerations(HWND window, LogoWindow* record, int generations) {
     const BusyScope busy(window, record);
     const WaitCursor wait;
     bool zoom_lost = false;
-    weigh_marked_parents(record);
-    for (int g = 0; g < generations; ++g) {
-        zoom_lost = breed_one_generation(record) || zoom_lost;
-        if (g < generations - 1) {
-            measure_population(record);
-        } else {
-            LogoMakePopPicts(window, record);
-        }
-        pop_statistics(record->current.get());
+    pop_weigh_parents(record->current.get(), record->lifeFlags.get());
+    set_all_flags(record, LIVE_FLAG); // only now: where scores are equal, they tell who was retired
+    for (int g = 1; g <= generations; ++g) {
+        zoom_lost = LogoReleasePrograms(record, record->previous.get()) || zoom_lost;
+        pop_next_generation(&record->current, &record->previous, [&](Population* pop) {
+            if (g < generations) {
+                measure_population(&record->drawContext, pop);
+            } else {
+                LogoMakePopPicts(window, record);
+            }
+        });
     }
     if (zoom_lost) {
         LogoZoomSelected(record);

@@ -2,7 +2,7 @@
 // None of them changes the selection.
 #pragma once
 
-#include "ui/population_window.h"
+#include "ui/population_record.h"
 
 namespace pelmora {
 

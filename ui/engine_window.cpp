@@ -4,10 +4,11 @@
 #include "files/printing.h"
 #include "resources/resource.h"
 #include "services/application.h"
+#include "services/gdi_owners.h"
 #include "services/message.h"
 #include "services/typed_number.h"
-#include "ui/gdi_owners.h"
 #include "ui/window_names.h"
+#include "ui/window_record.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -49,18 +50,8 @@ HWND create_control(HWND window, HINSTANCE instance, const ControlDesign& design
                            reinterpret_cast<HMENU>(design.id), instance, nullptr);
 }
 
-EngineWindow* attached_record(HWND window) {
-    return reinterpret_cast<EngineWindow*>(GetWindowLongPtrA(window, 0));
-}
-
-void attach_record(HWND window, std::unique_ptr<EngineWindow> record) {
-    record->hwnd = window;
-    SetWindowLongPtrA(window, 0, reinterpret_cast<LONG_PTR>(record.release()));
-}
-
 void EngineDestroy(HWND window) {
-    const std::unique_ptr<EngineWindow> released(
-        reinterpret_cast<EngineWindow*>(SetWindowLongPtrA(window, 0, 0)));
+    detach_record<EngineWindow>(window).reset();
 }
 
 // --- The keyboard --------------------------------------------------------------------------------
@@ -195,7 +186,7 @@ HWND CreateEngineWindow(HINSTANCE instance, ExprTree tree) {
 }
 
 LRESULT CALLBACK EngineWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    EngineWindow* record = attached_record(window);
+    EngineWindow* record = attached_record<EngineWindow>(window);
     if (record == nullptr) { // still being created
         return DefWindowProcA(window, message, wparam, lparam);
     }

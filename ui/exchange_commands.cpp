@@ -10,6 +10,9 @@
 #include "services/wait_cursor.h"
 #include "ui/breeding_commands.h"
 #include "ui/engine_window.h"
+#include "ui/population_pictures.h"
+
+#include <memory>
 
 namespace pelmora {
 namespace {
@@ -47,12 +50,14 @@ void LogoEditTurtle(HWND, LogoWindow* record) {
     }
 }
 
-void LogoLoadTurtle(HWND window, LogoWindow* record) {
+AfterDialogs LogoLoadTurtle(HWND window, LogoWindow* record) {
     const int target = record->selected; // by the end of the dialog another may be, or none
-    ExprTree tree(LoadTurtleFile(window));
-    if (tree != nullptr && LogoIsOpen(window, record)) {
-        LogoReplaceLifer(window, record, target, tree.release());
-    }
+    const auto tree = std::make_shared<ExprTree>(LoadTurtleFile(window));
+    return [=] {
+        if (*tree != nullptr) {
+            LogoReplaceLifer(window, record, target, tree->release());
+        }
+    };
 }
 
 void LogoSaveTurtle(HWND window, LogoWindow* record) {
@@ -87,20 +92,19 @@ void LogoSavePop(HWND window, LogoWindow* record) {
     SavePopulationFile(window, shown_population(window, record));
 }
 
-void LogoLoadPop(HWND window, LogoWindow* record) {
-    const BusyScope busy(window, record);
+AfterDialogs LogoLoadPop(HWND window, LogoWindow* record) {
+    const auto busy = std::make_shared<BusyScope>(window, record);
     LoadPopulationFile(window, shown_population(window, record), [record](const ExprNode* old) {
         if (record->zoomTree == old) {
             LogoZoomSelected(record);
         }
     });
-    if (!LogoIsOpen(window, record)) {
-        return;
-    }
-    const WaitCursor wait;
-    LogoMakePopPicts(window, record);
-    pop_statistics(record->current.get());
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
+    return [=, busy = busy] {
+        const WaitCursor wait;
+        LogoMakePopPicts(window, record);
+        pop_statistics(record->current.get());
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
+    };
 }
 
 } // namespace pelmora

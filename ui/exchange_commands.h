@@ -2,14 +2,20 @@
 // only while a lifer is selected. None of them changes the selection.
 #pragma once
 
-#include "ui/population_window.h"
+#include "ui/population_record.h"
+
+#include <functional>
 
 namespace pelmora {
+
+// What a command has still to do after its dialogs, in which the window may have been closed: it is
+// done only if the window is still open. Null: nothing.
+using AfterDialogs = std::function<void()>;
 
 // Opens an editor on a copy of the selected lifer's program.
 void LogoEditTurtle(HWND window, LogoWindow* record);
 
-void LogoLoadTurtle(HWND window, LogoWindow* record);
+AfterDialogs LogoLoadTurtle(HWND window, LogoWindow* record);
 void LogoSaveTurtle(HWND window, LogoWindow* record);
 void LogoSaveEPS(HWND window, LogoWindow* record);
 void LogoSaveMetafile(HWND window, LogoWindow* record);
@@ -22,6 +28,6 @@ void LogoSavePop(HWND window, LogoWindow* record);
 
 // Replaces the programs of the first lifers by those of a file; scores and pictures are made anew
 // whether a file was loaded or not. Marks and `previous` stay.
-void LogoLoadPop(HWND window, LogoWindow* record);
+AfterDialogs LogoLoadPop(HWND window, LogoWindow* record);
 
 } // namespace pelmora

@@ -1,10 +1,10 @@
 #include "ui/main_window.h"
 
+#include "dialogs/about_dialog.h"
 #include "resources/resource.h"
+#include "services/gdi_owners.h"
 #include "services/status.h"
-#include "ui/about_dialog.h"
-#include "ui/gdi_owners.h"
-#include "ui/population_dialog.h"
+#include "ui/new_population.h"
 #include "ui/window_names.h"
 
 namespace pelmora {

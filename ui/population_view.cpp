@@ -87,7 +87,7 @@ void paint_cell(HDC device, const LogoWindow* record, int index) {
     BitBlt(device, cell.left, cell.top, kCellSize, kCellSize, record->cellDCs[index].get(), 0, 0,
            SRCCOPY);
     const bool live = (record->lifeFlags[index] & LIVE_FLAG) != 0;
-    frame_twice(device, cell, grown(cell, 1), live ? LiveBrush() : RetiredBrush());
+    frame_twice(device, cell, grown(cell, 1), live ? liveBrush : retiredBrush);
 }
 
 void paint_grid(HDC device, const LogoWindow* record) {

@@ -3,7 +3,7 @@
 // Rectangles and points are in pixels of the window's client area.
 #pragma once
 
-#include "ui/population_window.h"
+#include "ui/population_record.h"
 
 namespace pelmora {
 

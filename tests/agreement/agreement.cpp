@@ -5,6 +5,7 @@
 //
 // All populations, the default, are 1,280 programs. Fails when a population is not as it is known
 // to be; where two reports differ shows why.
+#include "dialogs/metafile_dialog.h"
 #include "evolve/random.h"
 #include "files/clipboard.h"
 #include "files/eps.h"

@@ -1,4 +1,5 @@
 // The page that comes out of printing a turtle, as another program shows it.
+#include "dialogs/print_dialog.h"
 #include "files/printing.h"
 #include "tests/files/folder.h"
 #include "tests/support/answers.h"

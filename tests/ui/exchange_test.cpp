@@ -1,5 +1,6 @@
 // The commands that move turtles in and out, through their menus' numbers and the desktop's
 // dialogs.
+#include "dialogs/metafile_dialog.h"
 #include "files/metafile.h"
 #include "files/printing.h"
 #include "resources/resource.h"

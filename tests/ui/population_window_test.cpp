@@ -3,7 +3,7 @@
 #include "tests/support/answers.h"
 #include "tests/support/failing_new.h"
 #include "tests/ui/program.h"
-#include "ui/population_dialog.h"
+#include "ui/new_population.h"
 #include "ui/population_view.h"
 
 #include <gtest/gtest.h>

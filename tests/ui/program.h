@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/support/user_loop.h"
+#include "ui/population_record.h"
 #include "ui/population_window.h"
 
 #include <string>

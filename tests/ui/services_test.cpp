@@ -1,10 +1,10 @@
 // Alerts, the status line, typed numbers and log files.
+#include "services/log_files.h"
 #include "services/message.h"
 #include "services/status.h"
 #include "services/typed_number.h"
 #include "tests/files/folder.h"
 #include "tests/ui/program.h"
-#include "ui/log_files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "files/pen_size.h"
+#include "dialogs/pen_size.h"
 
 #include "resources/resource.h"
 

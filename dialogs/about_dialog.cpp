@@ -1,4 +1,4 @@
-#include "ui/about_dialog.h"
+#include "dialogs/about_dialog.h"
 
 #include "resources/resource.h"
 #include "services/application.h"

@@ -1,4 +1,4 @@
-#include "services/settings_dialog.h"
+#include "dialogs/settings_dialog.h"
 
 #include "services/application.h"
 
@@ -17,7 +17,7 @@ bool ask_settings(HWND owner, WORD dialog, DLGPROC procedure,
     Answer answer{take};
     DialogBoxParamA(AppInstance(), MAKEINTRESOURCEA(dialog), owner, procedure,
                     reinterpret_cast<LPARAM>(&answer));
-    return answer.accepted;
+    return answer.accepted && (owner == nullptr || IsWindow(owner));
 }
 
 void begin_answer(HWND dialog, LPARAM parameter) {

@@ -1,14 +1,10 @@
-#include "ui/population_dialog.h"
+#include "dialogs/population_dialog.h"
 
-#include "evolve/params.h"
-#include "evolve/random.h"
+#include "dialogs/settings_dialog.h"
 #include "resources/resource.h"
 #include "services/application.h"
 #include "services/desktop.h"
-#include "services/settings_dialog.h"
-#include "services/status.h"
 #include "services/typed_number.h"
-#include "ui/population_window.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -174,8 +170,6 @@ INT_PTR on_command(HWND dialog, WORD command) {
     return answer_button(dialog, command);
 }
 
-// --- The command ---------------------------------------------------------------------------------
-
 // What is set now.
 void fill_params(EvolveParams* params) {
     params->size = params_population_size(TypedNumber(settings.turtles));
@@ -215,27 +209,13 @@ INT_PTR CALLBACK PopulationDlgProc(HWND dialog, UINT message, WPARAM wparam, LPA
     }
 }
 
-void NewPopulation() {
-    // Of this dialog: while a window's dialog keeps this command from going on, the settings may be
-    // changed in another one.
-    EvolveParams params{};
-    const auto take = [&params](HWND dialog) {
+bool AskPopulation(EvolveParams* params) {
+    const auto take = [params](HWND dialog) {
         const bool complete = take_texts(dialog);
-        fill_params(&params);
+        fill_params(params);
         return complete;
     };
-    if (!ask_settings(MainWindow(), IDD_POPULATION, PopulationDlgProc, take)) {
-        SetStatusText("User canceled.");
-        return;
-    }
-    rng_seed(rng_clock_seed());
-    newPopParams = params;
-    params_list(newPopParams, stderr);
-    HWND window = CreateLogoWindow(AppInstance(), newPopParams);
-    if (window != nullptr) {
-        ShowWindow(window, SW_SHOWNORMAL);
-        UpdateWindow(window);
-    }
+    return ask_settings(MainWindow(), IDD_POPULATION, PopulationDlgProc, take);
 }
 
 } // namespace pelmora

@@ -1,4 +1,4 @@
-#include "ui/log_files.h"
+#include "services/log_files.h"
 
 #include "platform/whole_file.h"
 

@@ -14,14 +14,16 @@ struct GdiObjectRelease {
     void operator()(Handle object) const { DeleteObject(object); }
 };
 
-struct MemoryDeviceRelease {
+struct DeviceRelease {
     using pointer = HDC;
     void operator()(HDC device) const { DeleteDC(device); }
 };
 
+// A memory device or a printer.
+using OwnedDevice = std::unique_ptr<std::remove_pointer_t<HDC>, DeviceRelease>;
+
 // A bitmap stays alive while a device has it selected: release the device first.
 using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, GdiObjectRelease<HBITMAP>>;
-using MemoryDevice = std::unique_ptr<std::remove_pointer_t<HDC>, MemoryDeviceRelease>;
 
 // A window's device, for drawing outside painting.
 class WindowDevice {

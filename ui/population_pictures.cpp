@@ -1,0 +1,83 @@
+#include "ui/population_pictures.h"
+
+#include "ui/population_view.h"
+
+#include <array>
+#include <cstddef>
+
+namespace pelmora {
+namespace {
+
+void make_offscreen_surface(HDC screen, LogoWindow* record) {
+    record->offscreenDC.reset(CreateCompatibleDC(screen));
+    const RECT cell = LogoCellRect(record, 0);
+    record->offscreenBitmap.reset(
+        CreateCompatibleBitmap(screen, cell.right - cell.left, cell.bottom - cell.top));
+    SelectObject(record->offscreenDC.get(), record->offscreenBitmap.get());
+}
+
+// A process may have but so many graphics objects, on Windows 10,000, and each cell takes two. This
+// many stay free for pens, dialogs and printing.
+constexpr std::size_t kSpareObjects = 200;
+
+// False when there is nothing left to make it of; the cell then stays without a picture.
+bool make_cell_surface(HDC screen, const RECT& cell, OwnedDevice* device, Bitmap* bitmap) {
+    device->reset(CreateCompatibleDC(screen));
+    bitmap->reset(CreateCompatibleBitmap(screen, cell.right - cell.left, cell.bottom - cell.top));
+    if (*device == nullptr || *bitmap == nullptr) {
+        device->reset();
+        bitmap->reset();
+        return false;
+    }
+    SelectObject(device->get(), bitmap->get());
+    SetStretchBltMode(device->get(), HALFTONE);
+    return true;
+}
+
+// Ends at the first cell for which nothing is left: each of the next ones would wait for a refusal.
+void make_cell_surfaces(HDC screen, LogoWindow* record) {
+    const RECT cell = LogoCellRect(record, 0);
+    std::array<OwnedDevice, kSpareObjects> spare; // given back at the end
+    for (OwnedDevice& device : spare) {
+        device.reset(CreateCompatibleDC(screen));
+    }
+    int i = 0;
+    while (i < record->lifeCount &&
+           make_cell_surface(screen, cell, &record->cellDCs[i], &record->cellBitmaps[i])) {
+        ++i;
+    }
+}
+
+} // namespace
+
+void LogoMakeSurfaces(HWND window, LogoWindow* record) {
+    const WindowDevice screen(window);
+    make_offscreen_surface(screen.get(), record);
+    make_cell_surfaces(screen.get(), record);
+}
+
+void LogoMakePict(HWND, LogoWindow* record, int index) {
+    Lifer& lifer = record->current->lifers[index];
+    const RECT cell = LogoCellRect(record, index);
+    const int width = cell.right - cell.left;
+    const int height = cell.bottom - cell.top;
+    const RECT picture{0, 0, width, height};
+    HBRUSH white = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+    HDC offscreen = record->offscreenDC.get();
+    HDC cell_device = record->cellDCs[index].get();
+
+    FillRect(offscreen, &picture, white); // nothing more of it is copied
+    draw_fit(offscreen, &record->drawContext, lifer.program, width, height, FitMode::stretch, 0);
+    lifer.score = draw_score(&record->drawContext);
+    if (!BitBlt(cell_device, 0, 0, width, height, offscreen, 0, 0, SRCCOPY)) {
+        FillRect(cell_device, &picture, white);
+    }
+}
+
+void LogoMakePopPicts(HWND window, LogoWindow* record) {
+    for (int i = 0; i < record->lifeCount; ++i) {
+        LogoMakePict(window, record, i);
+    }
+}
+
+} // namespace pelmora

@@ -1,0 +1,72 @@
+// The record of a population window.
+#pragma once
+
+#include "evolve/generation.h"
+#include "evolve/population.h"
+#include "platform/win32.h"
+#include "services/gdi_owners.h"
+#include "turtle/draw.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace pelmora {
+
+// The record of one population window, owned by the window. Its lifers are those of `current`.
+struct LogoWindow {
+    HWND hwnd = nullptr;
+    std::uint16_t showGrid = 0; // 1: the grid; 0: the one lifer in zoomTree
+    std::int16_t columns = 0;   // 0 until the first layout
+    DrawContext drawContext{};
+    ExprNode* zoomTree = nullptr; // borrowed from a lifer of one of the populations
+    OwnedDevice offscreenDC;      // as large as a cell, whose picture is drawn on it
+    Bitmap offscreenBitmap;
+    std::int16_t lifeCount = 0;
+    std::uint16_t busy = 0;                     // 1: no selection frame is painted
+    std::int16_t selected = -1;                 // -1: none
+    std::unique_ptr<std::uint16_t[]> lifeFlags; // LIVE_FLAG or 0
+    std::unique_ptr<Bitmap[]> cellBitmaps;      // null: the cell has no picture
+    std::unique_ptr<OwnedDevice[]> cellDCs;     // each holds its cell's bitmap
+    PopulationOwner current;
+    PopulationOwner previous; // the generation before, without programs until the first breeding
+
+    LogoWindow() = default;
+    ~LogoWindow();
+    LogoWindow(const LogoWindow&) = delete;
+    LogoWindow& operator=(const LogoWindow&) = delete;
+};
+
+// The frames of live and retired lifers, shared by all population windows; null before the first.
+// They are kept to the end of the process, which takes them back.
+extern HBRUSH liveBrush;
+extern HBRUSH retiredBrush;
+
+// Whether the window is still the one with this record: it may be gone after a dialog, and on
+// Windows another one may have its handle by then.
+bool LogoIsOpen(HWND window, const LogoWindow* record);
+
+// The selected lifer, or null.
+Lifer* LogoSelectedLifer(const LogoWindow* record);
+
+// Marks a window as busy for as long as its populations or pictures are being rebuilt.
+class BusyScope {
+  public:
+    BusyScope(HWND window, LogoWindow* record)
+        : window_(window), record_(record), before_(record->busy) {
+        record->busy = 1;
+    }
+    ~BusyScope() {
+        if (LogoIsOpen(window_, record_)) {
+            record_->busy = before_;
+        }
+    }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+
+  private:
+    HWND window_;
+    LogoWindow* record_;
+    std::uint16_t before_; // a command may run while another one waits for its dialog
+};
+
+} // namespace pelmora
