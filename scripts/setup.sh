@@ -39,6 +39,8 @@ pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutil
 
 # What the tests and the guided tour need besides.
 pelmora_test_packages=(libgtest-dev xvfb openbox
+    # Reads the includes.
+    python3
     # The sources of the locale in which the tour is taken once more.
     locales
     # Programs that read what ours writes, and write what ours reads.
