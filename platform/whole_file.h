@@ -1,4 +1,4 @@
-// Files, as far as standard C++ does not say what the system can do.
+// File operations that standard C++ does not offer.
 #pragma once
 
 #include <cstdio>
@@ -7,37 +7,36 @@
 
 namespace platform {
 
-// The file that takes everything and keeps nothing.
+// The path of the null device.
 extern const char kNullDevice[];
 
-// A file that is written as a whole: the old content goes only when the new is complete. The new
-// file is made beside the old one under a hidden name, and takes its place and its permissions in
-// commit(). Links are followed.
+// Replaces a file atomically: the old content stays until the new one is complete. The new content
+// is written to a hidden temporary file in the same folder. commit() gives that file the old one's
+// permissions and renames it over the old one. Links are followed.
 //
-// The target is written in place where a new file can never be made beside it or take its place: a
-// device, a pipe, a folder that cannot be written, a file that others hold for long. That there is
-// no room is never a reason to, as it would only destroy the old file.
+// The target is written in place where a temporary file cannot be created or renamed: a device, a
+// pipe, a folder without write permission, a file that another process keeps open. A full disk is
+// never a reason to write in place, as that would destroy the old file.
 //
-// A process that was killed may leave a hidden file behind. The next one that is made in that
-// folder removes it, and leaves alone those that others are writing.
+// A killed process may leave its temporary file behind. The next WholeFile in that folder removes
+// it; temporary files that are still being written are kept.
 class WholeFile {
   public:
-    // Opens `path` (UTF-8) and changes nothing that is there. An old file that may not be written
-    // is refused, and so is a pipe that nobody reads.
+    // Opens `path` (UTF-8) without changing an existing file. Refuses an existing file without
+    // write permission and a pipe without a reader.
     explicit WholeFile(const std::string& path);
-    // Without a commit() before, the old file stands as it was, unless something was written to it
-    // in place.
+    // Without commit() the old file is unchanged, unless it was written in place.
     ~WholeFile();
     WholeFile(const WholeFile&) = delete;
     WholeFile& operator=(const WholeFile&) = delete;
 
-    // Where to write, in binary mode; null when `path` cannot be written. Errors stay in the
-    // stream, for commit() to find.
+    // The stream to write to, in binary mode; null when `path` cannot be written. Write errors stay
+    // in the stream; commit() reports them.
     [[nodiscard]] std::FILE* stream() const;
 
-    // Completes the file, once. 0, or the error (of errno) why not everything could be written; the
-    // old file is then lost only if it had to be written in place. Without a stream: 0 when `path`
-    // may not be written at all, an error when it may but there was no room for the new file.
+    // Flushes and replaces the file; called once. Returns 0, or an errno value when not everything
+    // could be written; the old file is then lost only if it was written in place. Without a
+    // stream: 0 when `path` is not writable at all, an error when it is but the disk had no space.
     [[nodiscard]] int commit();
 
   private:

@@ -1,7 +1,7 @@
-// The door to the platform. On Windows it is the system's own headers; elsewhere it declares the
-// subset of Win32 that the program uses, answered by the layer beside it.
+// The platform interface. On Windows it includes the system's headers. Elsewhere it declares the
+// subset of Win32 that the program uses; platform/qt implements it.
 //
-// The program includes nothing else of any platform, and asks nowhere which one it is on.
+// The program includes no other platform header and never tests which platform it runs on.
 #pragma once
 
 #ifdef _WIN32

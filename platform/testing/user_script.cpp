@@ -1,4 +1,4 @@
-// What the user does, step by step, on every platform.
+// Scripts of the simulated user, on every platform.
 #include "platform/testing/user.h"
 #include "platform/testing/user_turns.h"
 
@@ -13,27 +13,27 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::seconds kPatience{60}; // for machines under load or with sanitizers
+constexpr std::chrono::seconds kTimeout{60}; // long, for loaded machines and sanitizers
 
 } // namespace
 
 struct Script::State : std::enable_shared_from_this<Script::State> {
     struct Step {
         std::string name;
-        std::function<void()> action;    // or else:
-        std::function<bool()> condition; // true: go on with the next step
+        std::function<void()> action;    // null: a condition
+        std::function<bool()> condition; // null: an action; true: go on with the next step
     };
     std::function<void(const std::string&)> done;
     std::deque<Step> steps;
-    std::unique_ptr<Turns> turns; // while it runs
+    std::unique_ptr<Turns> turns; // null: not running
     Clock::time_point waiting_since;
-    bool busy = false; // with a step, in a dialog or beside all:
-    const void* dialog = nullptr;
+    bool busy = false;            // in a step
+    const void* dialog = nullptr; // innermost when that step began; null for none
 
     void start() {
         waiting_since = Clock::now();
         turns = std::make_unique<Turns>([script = weak_from_this()] {
-            // Lives on until its step is over, whoever ends the script meanwhile.
+            // Keeps the state alive until the step returns, as the step may destroy the script.
             if (const std::shared_ptr<State> alive = script.lock()) {
                 alive->turn();
             }
@@ -46,41 +46,41 @@ struct Script::State : std::enable_shared_from_this<Script::State> {
     }
 
     void turn() {
-        // A step may handle messages of its own, but goes on only in the loop of a dialog that it
-        // opened, to answer that.
-        if ((busy && innermost_dialog() == dialog) || act_soon()) {
+        // A step may run a message loop itself. The next step runs inside it only when the step has
+        // opened a dialog, which the script then has to answer.
+        if ((busy && innermost_dialog() == dialog) || run_queued_action()) {
             return;
         }
         if (steps.empty()) {
             end("");
         } else if (steps.front().action) {
-            act();
+            run_action();
         } else {
-            ask();
+            check_condition();
         }
     }
 
-    void act() {
+    void run_action() {
         const Step step = std::move(steps.front());
         steps.pop_front();
         waiting_since = Clock::now();
-        during([&step] {
+        run_step([&step] {
             step.action();
             return true;
         });
     }
 
-    void ask() {
-        // Asked again only when it has answered.
+    void check_condition() {
+        // Taken off the queue during the call, so that the call cannot be nested.
         const Step step = std::move(steps.front());
         steps.pop_front();
-        const bool over = during(step.condition);
+        const bool over = run_step(step.condition);
         if (turns == nullptr) {
             return;
         }
         if (over) {
             waiting_since = Clock::now();
-        } else if (Clock::now() - waiting_since > kPatience) {
+        } else if (Clock::now() - waiting_since > kTimeout) {
             end("waited in vain for: " + step.name);
         } else {
             steps.push_front(step);
@@ -88,7 +88,7 @@ struct Script::State : std::enable_shared_from_this<Script::State> {
     }
 
     template <class Work>
-    bool during(const Work& work) {
+    bool run_step(const Work& work) {
         const auto before = std::pair(busy, dialog);
         busy = true;
         dialog = innermost_dialog();

@@ -1,4 +1,4 @@
-// What the user's scripts need of each platform.
+// What the simulated user's scripts need from each platform.
 #pragma once
 
 #include <functional>
@@ -6,9 +6,9 @@
 
 namespace user {
 
-// While one lives it calls `turn` again and again, in whatever message loop there is, each time
-// that nothing else waits to be handled or painted; also while an earlier call has not returned. A
-// turn may end it.
+// An idle timer. While it lives it calls `turn` repeatedly, from whatever message loop is running,
+// whenever no message and no painting is pending; also while an earlier call has not returned.
+// `turn` may destroy it.
 class Turns {
   public:
     explicit Turns(std::function<void()> turn);
@@ -21,10 +21,10 @@ class Turns {
     std::unique_ptr<Timer> timer_;
 };
 
-// Tells the modal dialogs apart: the innermost that is open, null for none.
+// Identifies the innermost open modal dialog; null when there is none.
 const void* innermost_dialog();
 
-// Does the next of the user's actions that wait for their turn; false when there is none.
-bool act_soon();
+// Runs the oldest queued user action; false when the queue is empty.
+bool run_queued_action();
 
 } // namespace user

@@ -1,5 +1,5 @@
-// Installs a PostScript printer, so that the tests under Wine can print. The printer's port is the
-// file that is printed to.
+// Installs a PostScript printer, so that the tests can print under Wine. The printer's port is the
+// output file.
 #include "platform/win32.h"
 
 #include <cstdio>
@@ -16,7 +16,7 @@ constexpr char kPrinter[] = "Paper";
 constexpr char kEnvironment[] = "Windows x64";
 constexpr char kDescriptionFile[] = "pelmora-tests.ppd";
 
-// A sheet of A4 with margins that differ.
+// A4; the horizontal and the vertical margins differ.
 constexpr char kDescription[] = R"(*PPD-Adobe: "4.3"
 *FormatVersion: "4.3"
 *LanguageLevel: "2"
@@ -32,20 +32,20 @@ constexpr char kDescription[] = R"(*PPD-Adobe: "4.3"
 *PaperDimension A4: "595 842"
 )";
 
-// The calls take texts that they only read as if they could be changed.
-char* given(const char* text) {
+// The calls take non-const pointers to strings that they only read.
+char* unconst(const char* text) {
     return const_cast<char*>(text);
 }
 
-// To where the driver's files are taken from when it is added.
+// Writes the PPD into the folder from which AddPrinterDriverExA copies a driver's files.
 bool write_description() {
-    char folder[4 * MAX_PATH] = ""; // Wine wants room for wide letters
+    char folder[4 * MAX_PATH] = ""; // Wine demands room for wide characters
     DWORD size = 0;
-    if (!GetPrinterDriverDirectoryA(nullptr, given(kEnvironment), 1,
+    if (!GetPrinterDriverDirectoryA(nullptr, unconst(kEnvironment), 1,
                                     reinterpret_cast<BYTE*>(folder), sizeof folder, &size)) {
         return false;
     }
-    std::error_code error; // then the file cannot be written either
+    std::error_code error; // ignored: opening the file fails then
     std::filesystem::create_directories(folder, error);
     std::ofstream file(std::string(folder) + "\\" + kDescriptionFile, std::ios::binary);
     file << kDescription;
@@ -55,22 +55,22 @@ bool write_description() {
 bool add_driver() {
     DRIVER_INFO_3A driver{};
     driver.cVersion = 3;
-    driver.pName = given("PostScript");
-    driver.pEnvironment = given(kEnvironment);
-    driver.pDriverPath = given("wineps.drv");
-    driver.pConfigFile = given("wineps.drv");
-    driver.pDataFile = given(kDescriptionFile);
+    driver.pName = unconst("PostScript");
+    driver.pEnvironment = unconst(kEnvironment);
+    driver.pDriverPath = unconst("wineps.drv");
+    driver.pConfigFile = unconst("wineps.drv");
+    driver.pDataFile = unconst(kDescriptionFile);
     return AddPrinterDriverExA(nullptr, 3, reinterpret_cast<BYTE*>(&driver), APD_COPY_NEW_FILES) !=
            FALSE;
 }
 
 bool add_printer() {
     PRINTER_INFO_2A printer{};
-    printer.pPrinterName = given(kPrinter);
-    printer.pPortName = given("FILE:");
-    printer.pDriverName = given("PostScript");
-    printer.pPrintProcessor = given("WinPrint");
-    printer.pDatatype = given("RAW");
+    printer.pPrinterName = unconst(kPrinter);
+    printer.pPortName = unconst("FILE:");
+    printer.pDriverName = unconst("PostScript");
+    printer.pPrintProcessor = unconst("WinPrint");
+    printer.pDatatype = unconst("RAW");
     HANDLE added = AddPrinterA(nullptr, 2, reinterpret_cast<BYTE*>(&printer));
     return added != nullptr && ClosePrinter(added) && SetDefaultPrinterA(kPrinter);
 }

@@ -1,5 +1,4 @@
-// Whole files, over the system's own calls that replace a file: they keep its attributes, its
-// rights and its streams.
+// WholeFile on ReplaceFileW, which keeps the old file's attributes, access rights and streams.
 #include "platform/whole_file.h"
 #include "platform/win32.h"
 
@@ -45,7 +44,7 @@ class Handle {
     HANDLE handle_;
 };
 
-// Empty for bytes that are no UTF-8.
+// Empty for invalid UTF-8.
 std::wstring wide(const std::string& text) {
     const int size = static_cast<int>(text.size());
     std::wstring result(text.size(), L'\0');
@@ -54,7 +53,8 @@ std::wstring wide(const std::string& text) {
     return result;
 }
 
-// A path in the form that may be longer than 260 characters; a device becomes \\.\NAME.
+// The absolute path with the \\?\ prefix, which lifts the limit of 260 characters; a device becomes
+// \\.\NAME.
 std::wstring full_path(const std::wstring& path) {
     std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
     full.resize(
@@ -65,7 +65,7 @@ std::wstring full_path(const std::wstring& path) {
     return full.starts_with(L"\\\\") ? L"\\\\?\\UNC\\" + full.substr(2) : L"\\\\?\\" + full;
 }
 
-// The path of an open file with its links resolved; empty where the system cannot tell.
+// The path of an open file with links resolved; empty when it is unknown.
 std::wstring final_path(const Handle& file) {
     std::wstring path(GetFinalPathNameByHandleW(file.get(), nullptr, 0, VOLUME_NAME_DOS), L'\0');
     path.resize(GetFinalPathNameByHandleW(file.get(), path.data(), static_cast<DWORD>(path.size()),
@@ -78,9 +78,9 @@ Handle open_once(const std::wstring& path, DWORD access, DWORD share, DWORD disp
                               FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// Scanners, indexers and programs that copy files elsewhere hold a file for a moment: what they
-// stand in the way of is tried again for about a second.
-Handle open_patiently(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
+// Virus scanners, indexers and synchronisation programs open files briefly. After a sharing
+// violation this retries for about a second.
+Handle open_with_retries(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
     constexpr int kTries = 20;
     constexpr DWORD kPause = 50;
     for (int i = 1;; ++i) {
@@ -92,9 +92,9 @@ Handle open_patiently(const std::wstring& path, DWORD access, DWORD share, DWORD
     }
 }
 
-// Waits until nobody minds that the file goes from its name.
-bool await_free(const std::wstring& path, DWORD share) {
-    return open_patiently(path, DELETE, share, OPEN_EXISTING).is_open() ||
+// Waits until the file may be renamed or deleted. False when another process still prevents it.
+bool await_deletable(const std::wstring& path, DWORD share) {
+    return open_with_retries(path, DELETE, share, OPEN_EXISTING).is_open() ||
            GetLastError() != ERROR_SHARING_VIOLATION;
 }
 
@@ -110,9 +110,9 @@ int errno_of(DWORD error) {
         .value();
 }
 
-// Removes what killed processes left in a folder, which ends with "\". A file that is being written
-// is open, and shared with nobody; for the moment between that and its taking the place of another
-// no file is touched that is less than a minute old.
+// Removes the temporary files of killed processes from a folder, whose path ends with "\". A
+// temporary file that is being written is open without sharing, so it cannot be deleted. Between
+// its closing and its renaming it could be; files younger than a minute are therefore kept.
 void remove_leftovers(const std::wstring& folder) {
     constexpr std::uint64_t kMinute = 60 * std::uint64_t{10'000'000};
     const auto number = [](FILETIME time) {
@@ -134,21 +134,21 @@ void remove_leftovers(const std::wstring& folder) {
     }
 }
 
-// The size that a file is to have; the file's position stays there.
+// Leaves the file position at the new end.
 bool set_size(const Handle& file, LARGE_INTEGER size) {
     return SetFilePointerEx(file.get(), size, nullptr, FILE_BEGIN) && SetEndOfFile(file.get());
 }
 
-// Copies a whole file over an old one, for which there has to be room before anything is lost.
-// False with the last error.
+// Copies a file's content over an old file. Allocates the space first, so that a full disk leaves
+// the old content intact. False with the last error set.
 bool copy_over(const std::wstring& new_file, const std::wstring& old_file) {
     LARGE_INTEGER source{};
     LARGE_INTEGER target{};
-    const Handle to = open_patiently(old_file, GENERIC_WRITE, kShareAll, OPEN_ALWAYS);
+    const Handle to = open_with_retries(old_file, GENERIC_WRITE, kShareAll, OPEN_ALWAYS);
     if (!to.is_open() || !GetFileSizeEx(to.get(), &target)) {
         return false;
     }
-    const Handle from = open_patiently(new_file, GENERIC_READ, kShareAll, OPEN_EXISTING);
+    const Handle from = open_with_retries(new_file, GENERIC_READ, kShareAll, OPEN_EXISTING);
     if (!from.is_open() || !GetFileSizeEx(from.get(), &source)) {
         return false;
     }
@@ -177,7 +177,7 @@ struct WholeFile::State {
     std::wstring target;
     std::wstring temporary; // empty: written in place
     std::FILE* stream = nullptr;
-    int error = 0; // why there is none
+    int error = 0; // why `stream` is null
 
     void resolve(const Handle& old);
     void open_over(Handle old);
@@ -186,7 +186,7 @@ struct WholeFile::State {
     HANDLE file() const { return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))); }
     int complete() const;
     void show_temporary() const;
-    bool take_place() const;
+    bool replace_target() const;
     void remove_temporary();
 };
 
@@ -219,7 +219,7 @@ void WholeFile::State::open_new() {
     }
 }
 
-// Goes on with the file that links lead to.
+// Replaces `target` by the file that links lead to.
 void WholeFile::State::resolve(const Handle& old) {
     const std::wstring path = final_path(old);
     if (!path.empty()) {
@@ -251,7 +251,8 @@ WholeFile::WholeFile(const std::string& path) : state_(std::make_unique<State>()
         state_->open_over(std::move(old));
     } else if (GetLastError() == ERROR_FILE_NOT_FOUND) {
         state_->open_new();
-    } else if (GetLastError() == ERROR_SHARING_VIOLATION) { // whoever holds it may let it go
+    } else if (GetLastError() ==
+               ERROR_SHARING_VIOLATION) { // it may be closed by the time of commit()
         state_->resolve(open_once(state_->target, 0, kShareAll, OPEN_EXISTING));
         state_->open_new();
     }
@@ -268,8 +269,8 @@ std::FILE* WholeFile::stream() const {
     return state_->stream;
 }
 
-// Brings everything to the disk: a new file that takes the old one's place before it is there would
-// leave neither when the power fails.
+// Flushes everything to the disk. Without that a power failure after the rename could lose both the
+// new and the old content.
 int WholeFile::State::complete() const {
     const bool written = std::ferror(stream) == 0;
     if (std::fflush(stream) != 0) {
@@ -282,7 +283,7 @@ int WholeFile::State::complete() const {
     return written ? 0 : EIO; // the stream does not remember why an early write failed
 }
 
-// Gives the new file what users see of the old one; a new file is an ordinary one.
+// Gives the temporary file the old file's attributes, or the normal ones when there is no old file.
 void WholeFile::State::show_temporary() const {
     constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                             FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
@@ -291,13 +292,14 @@ void WholeFile::State::show_temporary() const {
                        old != INVALID_FILE_ATTRIBUTES ? old & kKept : FILE_ATTRIBUTE_NORMAL);
 }
 
-// False with the last error.
-bool WholeFile::State::take_place() const {
+// False with the last error set.
+bool WholeFile::State::replace_target() const {
     constexpr DWORD kFlags = REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS;
-    constexpr DWORD kNobody = 0;
-    // The replacing call, when it fails, may leave a file of its own behind. When it failed in the
-    // midst the old file may be gone: then, as for a new name, a move is enough.
-    if (await_free(temporary, kNobody) && await_free(target, kShareAll)) {
+    constexpr DWORD kNoSharing = 0;
+    // A failed ReplaceFileW may leave a file of its own behind, so it is not called before both
+    // files can be renamed. It may also fail after the old file is gone; a move is enough then, as
+    // it is for a new name.
+    if (await_deletable(temporary, kNoSharing) && await_deletable(target, kShareAll)) {
         show_temporary();
         if (ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, kFlags, nullptr, nullptr) ||
             MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH)) {
@@ -307,7 +309,8 @@ bool WholeFile::State::take_place() const {
     return copy_over(temporary, target);
 }
 
-// Hidden again, in case that somebody holds it just now and it stays for the next save to remove.
+// The file is hidden again first: when another process has it open, the deletion fails and the next
+// save removes it.
 void WholeFile::State::remove_temporary() {
     if (!temporary.empty()) {
         SetFileAttributesW(temporary.c_str(), FILE_ATTRIBUTE_HIDDEN);
@@ -326,7 +329,7 @@ int WholeFile::commit() {
     if (std::fclose(std::exchange(state.stream, nullptr)) != 0 && error == 0) {
         error = errno;
     }
-    if (beside && error == 0 && !state.take_place()) {
+    if (beside && error == 0 && !state.replace_target()) {
         error = errno_of(GetLastError());
     }
     state.remove_temporary();

@@ -69,7 +69,7 @@ Qt::KeyboardModifiers held(unsigned modifiers) {
     return result;
 }
 
-// Mouse events enter at the window system's side, so that blocked windows stay deaf.
+// Mouse events are sent to the native window, so that windows blocked by a dialog ignore them.
 void click_widget(QWidget* widget, const QPoint& at, Qt::MouseButton button = Qt::LeftButton,
                   Qt::KeyboardModifiers modifiers = {}) {
     QWidget* top = widget->window();
@@ -98,7 +98,7 @@ QAction* find_action(const QWidget* holder, const std::string& name) {
     return nullptr;
 }
 
-// The newest visible window of a kind that the toolkit brings, or null.
+// The newest visible toolkit dialog of this type, or null.
 template <typename Kind>
 Kind* open_dialog() {
     Kind* newest = nullptr;
@@ -118,7 +118,7 @@ QDialog* open_system_dialog() {
     return open_dialog<QPrintDialog>();
 }
 
-// Puts a name into a field all at once, as an input method does: names may hold any character.
+// Enters a name by an input method event, as key events cannot make every character.
 void enter(QLineEdit* field, const std::string& name) {
     field->setFocus(Qt::MouseFocusReason);
     field->selectAll();
@@ -146,7 +146,7 @@ HWND find_window(const std::string& title) {
     HWND newest = nullptr;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
         const HWND handle = titled(widget, title) ? handle_of(widget) : nullptr;
-        newest = std::max(newest, handle); // handles count upward
+        newest = std::max(newest, handle); // handles are ascending
     }
     return newest;
 }
@@ -366,7 +366,7 @@ void print_to_file(const std::string& path) {
     auto* dialog = open_dialog<QPrintDialog>();
     auto* printers = dialog->findChild<QComboBox*>("printers");
     printers->setFocus(Qt::MouseFocusReason);
-    QTest::keyClick(printers, Qt::Key_End); // the file is behind all printers
+    QTest::keyClick(printers, Qt::Key_End); // the last entry prints to a file
     enter(dialog->findChild<QLineEdit*>("filename"), path);
     accept_dialog(dialog);
 }
@@ -392,12 +392,12 @@ const void* innermost_dialog() {
     return QApplication::activeModalWidget();
 }
 
-bool act_soon() {
-    return false; // the toolkit's own queue keeps the order
+bool run_queued_action() {
+    return false; // no queue: actions send their events at once
 }
 
 struct Turns::Timer {
-    QObject context; // nothing comes after its end
+    QObject context; // its destruction cancels the timer
     std::function<void()> turn;
     const QWidget* awaited = nullptr;
     QElapsedTimer waiting;
@@ -405,18 +405,18 @@ struct Turns::Timer {
     void schedule() {
         constexpr int kPause = 5; // milliseconds
         QTimer::singleShot(kPause, &context, [this] {
-            schedule(); // a turn may open a dialog, in whose loop there are turns, too
-            if (platform::message_queue_idle() && in_front()) {
-                const auto call = turn; // may be gone before it returns
+            schedule(); // first, as a turn may run the loop of a dialog
+            if (platform::message_queue_idle() && focus_settled()) {
+                const auto call = turn; // a copy: the call may destroy this timer
                 call();
             }
         });
     }
 
-    // Windows and dialogs are shown a little before they have the keyboard. Where no window manager
-    // sees to that, it is not waited for for ever.
-    bool in_front() {
-        constexpr int kLongest = 500; // milliseconds
+    // Waits until the front window has the focus, which it gets a little after it is shown. Without
+    // a window manager it may never get it, so there is a time limit.
+    bool focus_settled() {
+        constexpr int kTimeout = 500; // milliseconds
         const QWidget* dialog = QApplication::activeModalWidget();
         const QWidget* active = QApplication::activeWindow();
         if (active != nullptr ? dialog == nullptr || dialog == active : !any_visible()) {
@@ -427,7 +427,7 @@ struct Turns::Timer {
             awaited = dialog;
             waiting.start();
         }
-        return waiting.hasExpired(kLongest);
+        return waiting.hasExpired(kTimeout);
     }
 
     static bool any_visible() {

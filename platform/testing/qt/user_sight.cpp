@@ -16,9 +16,9 @@ namespace user {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience{10};
+constexpr std::chrono::seconds kTimeout{10};
 
-// Whether no other window of ours covers a part of the screen that this one has.
+// Whether no other window of this process covers this part of the screen.
 bool in_view(const QWidget* top, const QRect& part) {
     std::vector<QPoint> points = {part.topLeft(), part.topRight(), part.bottomLeft(),
                                   part.bottomRight()};
@@ -33,24 +33,23 @@ bool in_view(const QWidget* top, const QRect& part) {
     });
 }
 
-// Waits until what other windows have uncovered is on the screen again: the server tells of it
-// before it tells of a window that is shown after that, in a corner where it covers nothing.
+// Waits until areas that other windows have uncovered are repainted. It shows a small window in a
+// corner: the X server reports that exposure after the earlier ones.
 void await_uncovered(const QScreen* screen) {
     QWindow last;
     last.setFlags(Qt::ToolTip | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
     last.setGeometry(QRect(screen->geometry().bottomRight(), QSize(1, 1)));
     last.show();
-    const QDeadlineTimer longest(kPatience);
-    while (!last.isExposed() && !longest.hasExpired()) {
+    const QDeadlineTimer deadline(kTimeout);
+    while (!last.isExposed() && !deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     }
 }
 
-// Brings a window to the front, as one has to who wants to see it. The window manager takes its
-// time.
+// Raises a window and waits until the window manager has done it.
 void bring_into_view(QWidget* top, const QRect& part) {
-    const QDeadlineTimer longest(kPatience);
-    while (!in_view(top, part) && !longest.hasExpired()) {
+    const QDeadlineTimer deadline(kTimeout);
+    while (!in_view(top, part) && !deadline.hasExpired()) {
         top->raise();
         QTest::qSleep(10);
         QGuiApplication::sync();
@@ -64,22 +63,22 @@ QImage seen(const QWidget* widget, const QRect& area) {
     QWidget* top = widget->window();
     const QRect part = area.translated(widget->mapTo(top, QPoint(0, 0)));
     const QPoint origin = top->mapToGlobal(QPoint(0, 0));
-    const bool own_screen = QGuiApplication::platformName() == "offscreen"; // each window has one
+    const bool own_screen = QGuiApplication::platformName() == "offscreen"; // one for each window
     const QRect shown = own_screen ? part : part & top->screen()->geometry().translated(-origin);
-    const QDeadlineTimer longest(kPatience);
+    const QDeadlineTimer deadline(kTimeout);
     QPixmap picture;
     do {
         if (!own_screen) {
             bring_into_view(top, shown.translated(origin));
         }
-        // What the toolkit was told to paint it paints after all else.
+        // Paint now: the toolkit handles update requests last.
         QCoreApplication::sendPostedEvents(top, QEvent::UpdateRequest);
         if (!shown.isEmpty()) {
             picture = top->screen()->grabWindow(top->winId(), shown.x(), shown.y(), shown.width(),
                                                 shown.height());
         }
-        // A window manager may have put another window in front meanwhile.
-    } while (!own_screen && !in_view(top, shown.translated(origin)) && !longest.hasExpired());
+        // Repeated when the window manager has raised another window meanwhile.
+    } while (!own_screen && !in_view(top, shown.translated(origin)) && !deadline.hasExpired());
     QImage image(area.size(), QImage::Format_ARGB32);
     image.fill(Qt::transparent);
     QPainter(&image).drawPixmap(shown.topLeft() - part.topLeft(), picture);
@@ -91,10 +90,10 @@ void resize_on_screen(QWidget* top, const QSize& size) {
         return !of_window.isEmpty() && of_window.boundedTo(screen) == of_window;
     };
     const bool own_screen = QGuiApplication::platformName() == "offscreen";
-    const bool seen_at_once = own_screen || !fits(top->size()) || !fits(size);
+    const bool no_wait = own_screen || !fits(top->size()) || !fits(size);
     top->resize(size);
-    const QDeadlineTimer longest(kPatience);
-    while (!seen_at_once && !longest.hasExpired() &&
+    const QDeadlineTimer deadline(kTimeout);
+    while (!no_wait && !deadline.hasExpired() &&
            (top->size() != size || top->screen()->grabWindow(top->winId()).size() != size)) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     }

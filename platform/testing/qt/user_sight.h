@@ -9,16 +9,16 @@
 
 namespace user {
 
-// What the screen shows of a part of a widget; transparent where that is beyond the screen. Nothing
-// is painted anew for it: what nobody has brought to the screen is not seen.
+// The screen's pixels of a part of a widget; transparent outside the screen. Does not repaint: what
+// has not reached the screen is missing.
 QImage seen(const QWidget* widget, const QRect& area);
 
-// Saves what the screen shows of a widget as a PNG file. False when it cannot be written.
+// Saves the screen's pixels of a widget as a PNG file. False when it cannot be written.
 bool save_seen(const QWidget* widget, const std::string& path);
 
-// Gives a window another size and waits until the screen shows it. A window manager is slower than
-// the toolkit says, and what it said of earlier sizes comes in between. No wait where the window is
-// larger than the screen or has no size.
+// Resizes a window and waits until the screen shows the new size: the toolkit reports it before the
+// window manager has applied it, and late reports of earlier sizes may follow. Does not wait when
+// the old or the new size is empty or larger than the screen.
 void resize_on_screen(QWidget* top, const QSize& size);
 
 } // namespace user

@@ -1,4 +1,4 @@
-// What the user sees.
+// What the simulated user sees on Windows.
 #include "platform/testing/windows/user_parts.h"
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 #include <memory>
 #include <utility>
 
-// Of the system's picture library, which needs names that are not declared by it.
+// gdiplus.h uses min and max without declaring them.
 using std::max;
 using std::min;
 #include <objidl.h>
@@ -18,13 +18,13 @@ namespace user {
 
 namespace {
 
-// Counts the windows as they are made, since the system keeps no such order.
-class Creations {
+// Numbers the windows in the order of their creation, which the system does not record.
+class CreationOrder {
   public:
-    Creations() { hook_ = SetWindowsHookExA(WH_CBT, note, nullptr, GetCurrentThreadId()); }
-    ~Creations() { UnhookWindowsHookEx(hook_); }
-    Creations(const Creations&) = delete;
-    Creations& operator=(const Creations&) = delete;
+    CreationOrder() { hook_ = SetWindowsHookExA(WH_CBT, note, nullptr, GetCurrentThreadId()); }
+    ~CreationOrder() { UnhookWindowsHookEx(hook_); }
+    CreationOrder(const CreationOrder&) = delete;
+    CreationOrder& operator=(const CreationOrder&) = delete;
 
     static int number(HWND window) {
         const auto found = numbers().find(window);
@@ -33,7 +33,7 @@ class Creations {
 
   private:
     static std::map<HWND, int>& numbers() {
-        static auto& all = *new std::map<HWND, int>; // windows are made to the very end
+        static auto& all = *new std::map<HWND, int>; // used until the process ends
         return all;
     }
     static LRESULT CALLBACK note(int code, WPARAM wparam, LPARAM lparam) {
@@ -45,11 +45,11 @@ class Creations {
     }
     HHOOK hook_;
 };
-const Creations creations;
+const CreationOrder creation_order;
 
 using Visitor = std::function<void(HWND)>;
 
-// Calls `visit` with every visible window of this program.
+// Calls `visit` with every visible top-level window of this process.
 void each_window(const Visitor& visit) {
     EnumWindows(
         [](HWND window, LPARAM visitor) -> BOOL {
@@ -64,7 +64,7 @@ void each_window(const Visitor& visit) {
 }
 
 HWND newer(HWND one, HWND other) {
-    return Creations::number(one) > Creations::number(other) ? one : other;
+    return CreationOrder::number(one) > CreationOrder::number(other) ? one : other;
 }
 
 std::string title_of(HWND window) {
@@ -73,7 +73,7 @@ std::string title_of(HWND window) {
     return title;
 }
 
-// A copy of a part of a device, top row first.
+// The pixels of a part of a device context, top row first.
 struct Copy {
     Copy(HDC source, const RECT& area)
         : width(area.right - area.left), height(area.bottom - area.top) {

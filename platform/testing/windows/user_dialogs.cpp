@@ -1,4 +1,4 @@
-// What the user does with the system's own dialogs.
+// The simulated user's actions in the system's dialogs.
 #include "platform/testing/windows/user_parts.h"
 
 #include <array>
@@ -18,15 +18,15 @@ bool is_message_box(HWND dialog) {
     return GetDlgItem(dialog, kBoxText) != nullptr;
 }
 
-// The file or print dialog that is open; the one that a box in front of it belongs to.
+// The open file or print dialog; when a message box is in front, the box's owner.
 HWND system_dialog_window() {
     HWND dialog = newest_dialog();
     if (dialog != nullptr && is_message_box(dialog)) {
         dialog = GetWindow(dialog, GW_OWNER);
     }
-    const bool of_system = dialog != nullptr && (GetDlgItem(dialog, kFileName) != nullptr ||
-                                                 GetDlgItem(dialog, kPrinters) != nullptr);
-    return of_system ? dialog : nullptr;
+    const bool found = dialog != nullptr && (GetDlgItem(dialog, kFileName) != nullptr ||
+                                             GetDlgItem(dialog, kPrinters) != nullptr);
+    return found ? dialog : nullptr;
 }
 
 HWND name_field(HWND dialog) {
@@ -61,7 +61,7 @@ bool save_system_dialog_picture(const std::string& path) {
 }
 
 void choose_file(const std::string& name) {
-    soon([name] {
+    queue_action([name] {
         HWND dialog = system_dialog_window();
         SetWindowTextW(name_field(dialog), wide(name).c_str());
         PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
@@ -69,13 +69,13 @@ void choose_file(const std::string& name) {
 }
 
 void accept_system_dialog() {
-    soon([] { PostMessageA(GetDlgItem(system_dialog_window(), IDOK), BM_CLICK, 0, 0); });
+    queue_action([] { PostMessageA(GetDlgItem(system_dialog_window(), IDOK), BM_CLICK, 0, 0); });
 }
 
-// Under Wine a printer's port may be a file, and is kept with the printer's settings. The dialog
-// reads it when a printer is chosen.
+// Under Wine a printer's port may be a file. It is stored with the printer's settings, which the
+// dialog reads when a printer is selected.
 void print_to_file(const std::string& path) {
-    soon([path] {
+    queue_action([path] {
         std::array<wchar_t, 128> printer{};
         DWORD size = printer.size();
         GetDefaultPrinterW(printer.data(), &size);
@@ -92,7 +92,7 @@ void print_to_file(const std::string& path) {
 }
 
 void answer(const std::string& button) {
-    soon([button] {
+    queue_action([button] {
         HWND box = newest_dialog();
         for (HWND child = GetWindow(box, GW_CHILD); child != nullptr;
              child = GetWindow(child, GW_HWNDNEXT)) {
@@ -110,7 +110,7 @@ void answer_with_return() {
 }
 
 void cancel_system_dialog() {
-    soon([] { PostMessageA(system_dialog_window(), WM_COMMAND, IDCANCEL, 0); });
+    queue_action([] { PostMessageA(system_dialog_window(), WM_COMMAND, IDCANCEL, 0); });
 }
 
 } // namespace user

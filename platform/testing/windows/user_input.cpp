@@ -1,5 +1,5 @@
-// What the user does with keyboard and mouse: real input, which the system brings to whatever is in
-// front.
+// The simulated user's keyboard and mouse: real input, which the system sends to the foreground
+// window.
 #include "platform/testing/windows/user_parts.h"
 
 #include <array>
@@ -34,7 +34,7 @@ INPUT key_event(WORD key, bool down) {
     event.type = INPUT_KEYBOARD;
     event.ki.wVk = key;
     event.ki.wScan = static_cast<WORD>(MapVirtualKeyA(key, MAPVK_VK_TO_VSC));
-    // Those beside the number pad.
+    // The navigation keys beside the number pad.
     const bool extended = key >= VK_PRIOR && key <= VK_DELETE && key != VK_SELECT;
     event.ki.dwFlags = (down ? 0U : KEYEVENTF_KEYUP) | (extended ? KEYEVENTF_EXTENDEDKEY : 0U);
     return event;
@@ -51,8 +51,8 @@ void send(std::vector<INPUT> events) {
     SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT));
 }
 
-// The events between the press of the modifiers and their release.
-void send_held(unsigned modifiers, const std::vector<INPUT>& events) {
+// Sends the events while the modifiers are held.
+void send_with_modifiers(unsigned modifiers, const std::vector<INPUT>& events) {
     std::vector<INPUT> all;
     for (const ModifierKey& modifier : kModifierKeys) {
         if ((modifiers & modifier.modifier) != 0) {
@@ -69,10 +69,10 @@ void send_held(unsigned modifiers, const std::vector<INPUT>& events) {
 }
 
 void send_key(WORD key, unsigned modifiers = none) {
-    send_held(modifiers, {key_event(key, true), key_event(key, false)});
+    send_with_modifiers(modifiers, {key_event(key, true), key_event(key, false)});
 }
 
-// "Ctrl+E": takes the modifiers off the front of `keys`.
+// Removes the modifiers from the front of `keys`, such as "Ctrl+E".
 unsigned take_modifiers(std::string& keys) {
     unsigned modifiers = none;
     for (const ModifierKey& modifier : kModifierKeys) {
@@ -84,7 +84,7 @@ unsigned take_modifiers(std::string& keys) {
     return modifiers;
 }
 
-// The key behind the modifiers, to which it may add the shift key.
+// The key after the modifiers; adds shift to them when the character needs it.
 WORD take_key(std::string keys, unsigned* modifiers) {
     *modifiers = take_modifiers(keys);
     for (const NamedKey& named : kNamedKeys) {
@@ -98,8 +98,8 @@ WORD take_key(std::string keys, unsigned* modifiers) {
     return LOBYTE(key);
 }
 
-// One event for each modifier and the key, all of them down or all up.
-void send_each(const std::string& keys, bool down, int times) {
+// Sends one event for each modifier and `times` for the key, all of them down or all up.
+void send_without_release(const std::string& keys, bool down, int times) {
     unsigned modifiers = none;
     const WORD key = take_key(keys, &modifiers);
     std::vector<INPUT> events;
@@ -128,18 +128,18 @@ void send_text(const std::string& text) {
     }
 }
 
-bool left_held = false; // by hold_arrow()
+bool left_button_held = false; // by hold_arrow()
 
-void let_go_of_mouse() {
-    if (left_held) {
-        left_held = false;
+void release_mouse() {
+    if (left_button_held) {
+        left_button_held = false;
         send({mouse_event(MOUSEEVENTF_LEFTUP)});
     }
 }
 
-// Clicks that follow each other quickly are two unless one asks for a double click.
+// Quick clicks are single clicks unless `times` asks for a double click.
 void click_times(POINT at, Button button, unsigned modifiers, int times) {
-    let_go_of_mouse();
+    release_mouse();
     SetDoubleClickTime(times > 1 ? 5000 : 1);
     SetCursorPos(at.x, at.y);
     const bool left = button == Button::left;
@@ -148,11 +148,11 @@ void click_times(POINT at, Button button, unsigned modifiers, int times) {
         events.push_back(mouse_event(left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN));
         events.push_back(mouse_event(left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP));
     }
-    send_held(modifiers, events);
+    send_with_modifiers(modifiers, events);
 }
 
-void click_soon(HWND window, POINT at, Button button, unsigned modifiers, int times) {
-    soon([=] {
+void queue_click(HWND window, POINT at, Button button, unsigned modifiers, int times) {
+    queue_action([=] {
         if (!IsWindow(window)) {
             return;
         }
@@ -163,14 +163,14 @@ void click_soon(HWND window, POINT at, Button button, unsigned modifiers, int ti
     });
 }
 
-// The upper or the lower half of an up-down.
+// The middle of the upper or the lower arrow of an up-down control.
 POINT arrow_place(HWND dialog, int control, bool up) {
     RECT area{};
     GetClientRect(GetDlgItem(dialog, control), &area);
     return {area.right / 2, up ? area.bottom / 4 : area.bottom * 3 / 4};
 }
 
-// The entries of a menu, without mnemonics and shortcuts; separators count as no entry.
+// The entries of a menu, without mnemonics, shortcuts and separators.
 std::vector<std::string> entries(HMENU menu, std::vector<bool>* greyed) {
     std::vector<std::string> all;
     for (int i = 0; i < GetMenuItemCount(menu); ++i) {
@@ -205,7 +205,7 @@ void bring_up(HWND window) {
 }
 
 void press(HWND window, const std::string& keys) {
-    soon([=] {
+    queue_action([=] {
         if (IsWindow(window)) {
             bring_up(window);
             unsigned modifiers = none;
@@ -216,22 +216,22 @@ void press(HWND window, const std::string& keys) {
 }
 
 void hold(HWND window, const std::string& keys, int repeats) {
-    soon([=] {
+    queue_action([=] {
         bring_up(window);
-        send_each(keys, true, 1 + repeats);
+        send_without_release(keys, true, 1 + repeats);
     });
 }
 
 void let_go(HWND, const std::string& keys) {
-    soon([=] { send_each(keys, false, 1); });
+    queue_action([=] { send_without_release(keys, false, 1); });
 }
 
 void click(HWND window, int x, int y, Button button, unsigned modifiers) {
-    click_soon(window, {x, y}, button, modifiers, 1);
+    queue_click(window, {x, y}, button, modifiers, 1);
 }
 
 void double_click(HWND window, int x, int y, unsigned modifiers) {
-    click_soon(window, {x, y}, Button::left, modifiers, 2);
+    queue_click(window, {x, y}, Button::left, modifiers, 2);
 }
 
 bool choose(HWND window, const std::string& menu, const std::string& entry) {
@@ -243,7 +243,7 @@ bool choose(HWND window, const std::string& menu, const std::string& entry) {
     if (place < 0 || greyed[static_cast<std::size_t>(place)]) {
         return false;
     }
-    soon([=] {
+    queue_action([=] {
         bring_up(window);
         RECT area{};
         GetMenuItemRect(window, bar, static_cast<UINT>(popup), &area);
@@ -262,34 +262,34 @@ void click_control(HWND window, int control, Button button) {
     RECT area{};
     GetClientRect(target, &area);
     SendMessageA(target, TBM_GETCHANNELRECT, 0, reinterpret_cast<LPARAM>(&area)); // of a slider
-    click_soon(target, {(area.left + area.right) / 2, area.bottom - 4}, button, none, 1);
+    queue_click(target, {(area.left + area.right) / 2, area.bottom - 4}, button, none, 1);
 }
 
 void click_arrow(HWND dialog, int control, bool up) {
-    click_soon(GetDlgItem(dialog, control), arrow_place(dialog, control, up), Button::left, none,
-               1);
+    queue_click(GetDlgItem(dialog, control), arrow_place(dialog, control, up), Button::left, none,
+                1);
 }
 
 void hold_arrow(HWND dialog, int control, bool up) {
-    soon([=] {
+    queue_action([=] {
         bring_up(dialog);
         POINT place = arrow_place(dialog, control, up);
         ClientToScreen(GetDlgItem(dialog, control), &place);
         SetCursorPos(place.x, place.y);
-        left_held = true;
+        left_button_held = true;
         send({mouse_event(MOUSEEVENTF_LEFTDOWN)});
     });
 }
 
 void focus(HWND window, int control) {
-    soon([=] {
+    queue_action([=] {
         bring_up(window);
         SetFocus(GetDlgItem(window, control));
     });
 }
 
 void type(HWND window, int control, const std::string& text) {
-    soon([=] {
+    queue_action([=] {
         bring_up(window);
         HWND edit = GetDlgItem(window, control);
         SetFocus(edit);
@@ -300,7 +300,7 @@ void type(HWND window, int control, const std::string& text) {
 }
 
 void drag(HWND dialog, int control, int to) {
-    soon([=] {
+    queue_action([=] {
         bring_up(dialog);
         HWND slider = GetDlgItem(dialog, control);
         const auto ask = [slider](UINT what) {
@@ -330,7 +330,7 @@ void drag(HWND dialog, int control, int to) {
 }
 
 void resize(HWND window, int width, int height) {
-    // Twice, as menus may need another line than before.
+    // Twice: the first change of the width may change the number of lines of the menu bar.
     for (int i = 0; i < 2; ++i) {
         RECT outer{};
         RECT client{};
@@ -343,7 +343,7 @@ void resize(HWND window, int width, int height) {
 }
 
 void close(HWND window) {
-    soon([window] {
+    queue_action([window] {
         if (IsWindowEnabled(window)) {
             PostMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
         }

@@ -1,4 +1,4 @@
-// What the parts of the user on Windows share.
+// Shared by the source files of the simulated user on Windows.
 #pragma once
 
 #include "platform/testing/user.h"
@@ -8,17 +8,18 @@
 
 namespace user {
 
-// Does something as soon as all before it is handled: a key or a click goes to whatever has the
-// keyboard or lies under the mouse just then. Scripts do these one by one, before their next step.
-void soon(std::function<void()> action);
+// Queues an action until all earlier events are handled: input goes to whichever window has the
+// focus or is under the mouse when it is sent. Scripts run queued actions one by one before their
+// next step.
+void queue_action(std::function<void()> action);
 
-// The newest visible dialog of this program, the system's included; null when there is none.
+// The newest visible dialog of this process, including the system's; null for none.
 HWND newest_dialog();
 
-// Brings a window to the front and gives it the keyboard, unless a dialog of its own has it.
+// Makes a window the foreground window, unless a modal dialog has disabled it.
 void bring_up(HWND window);
 
-// UTF-8 to the system's own texts.
+// UTF-8 to UTF-16.
 std::wstring wide(const std::string& text);
 
 } // namespace user

@@ -1,4 +1,4 @@
-// When the user on Windows has a turn.
+// When the simulated user acts on Windows.
 #include "platform/testing/user_turns.h"
 
 #include "platform/testing/windows/user_parts.h"
@@ -23,11 +23,11 @@ std::map<UINT_PTR, std::function<void()>>& timers() {
 
 } // namespace
 
-void soon(std::function<void()> action) {
+void queue_action(std::function<void()> action) {
     actions().push_back(std::move(action));
 }
 
-bool act_soon() {
+bool run_queued_action() {
     if (actions().empty()) {
         return false;
     }
@@ -45,13 +45,13 @@ struct Turns::Timer {
     UINT_PTR id;
 };
 
-// The system has timers elapse only when nothing else is waiting, painting included.
+// WM_TIMER has the lowest priority: it is sent only when no message and no painting is pending.
 Turns::Turns(std::function<void()> turn) {
-    constexpr UINT kPause = 10; // milliseconds; the shortest there is
+    constexpr UINT kPause = 10; // milliseconds; the system's minimum
     const UINT_PTR id = SetTimer(nullptr, 0, kPause, [](HWND, UINT, UINT_PTR elapsed, DWORD) {
         const auto found = timers().find(elapsed);
         if (found != timers().end()) {
-            const auto call = found->second; // may be gone before it returns
+            const auto call = found->second; // a copy: the call may erase the timer
             call();
         }
     });
