@@ -26,8 +26,8 @@ namespace {
 
 constexpr std::uint32_t kSizeBorder = 0x00040000; // WS_THICKFRAME
 
-// Dialog units are parts of the dialog font's average character: 4 across, 8 down. The font is the
-// desktop's own, so that a dialog looks at home; the places scale along.
+// Converts dialog units to pixels. A unit is a fraction of the font's average character: 1/4 of its
+// width, 1/8 of its height. The font is the desktop's, so positions and sizes scale with it.
 class DialogUnits {
   public:
     DialogUnits(const DialogTemplate& design, const QFont& font) {
@@ -36,8 +36,8 @@ class DialogUnits {
             QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
         across_ = (metrics.horizontalAdvance(letters) / 26 + 1) / 2;
         down_ = metrics.height();
-        // The places were measured with another font: where a text is wider in this one, they all
-        // grow, so that no label is cut and nothing overlaps.
+        // The template was designed with another font. Where a text is wider in this one the unit
+        // grows, so that no label is cut off and nothing overlaps.
         for (const DialogItem& item : design.items) {
             const int text = metrics.horizontalAdvance(to_qstring(item.text.text).remove('&')) +
                              (is_radio(item) ? mark_width() : 0);
@@ -51,7 +51,7 @@ class DialogUnits {
     }
 
   private:
-    // A label of a single line.
+    // A label of one line.
     static bool is_line(const DialogItem& item) {
         constexpr int kTwoLines = 16;
         return item.window_class.number == kStaticClass && item.height < kTwoLines;
@@ -59,7 +59,7 @@ class DialogUnits {
     static bool is_radio(const DialogItem& item) {
         return item.window_class.number == kButtonClass && (item.style & 0xFU) == kAutoRadioButton;
     }
-    // What a radio button shows in front of its text, and the gap behind it.
+    // The width of a radio button's indicator and the gap to its text.
     static int mark_width() {
         const QStyle* style = QApplication::style();
         return style->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
@@ -69,7 +69,7 @@ class DialogUnits {
     int across_, down_;
 };
 
-// The desktop's font, or a smaller one where the dialog would not fit the screen otherwise.
+// The desktop's font, made smaller until the dialog fits the screen.
 QFont dialog_font(const DialogTemplate& design) {
     constexpr int kSmallest = 8; // pixels
     const QSize room = QGuiApplication::primaryScreen()->availableSize() - usual_frame();
@@ -110,8 +110,8 @@ DialogWindow::DialogWindow(HWND owner, DLGPROC procedure, const DialogTemplate& 
                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     widget_->setWindowModality(Qt::WindowModal);
     widget_->setWindowTitle(to_qstring(design.title));
-    if (const QWidget* behind = widget_of(owner)) {
-        widget_->move(behind->mapToGlobal(area.topLeft()));
+    if (const QWidget* owner_widget = widget_of(owner)) {
+        widget_->move(owner_widget->mapToGlobal(area.topLeft()));
     }
     if ((design.style & kSizeBorder) != 0) {
         widget_->resize(area.size());
@@ -134,7 +134,7 @@ void DialogWindow::add_controls(const DialogTemplate& design) {
     }
 }
 
-// A label names the field or slider that follows it, for screen readers too.
+// For screen readers a label names the field or slider that follows it.
 void DialogWindow::name_for_accessibility() {
     QLabel* label = nullptr;
     for (const auto& control : widget_->controls().all()) {
@@ -166,12 +166,12 @@ LRESULT DialogWindow::receive(UINT message, WPARAM wparam, LPARAM lparam) {
     if (ended_) {
         leave_screen();
     }
-    // A procedure's TRUE says "handled"; the answer that a sender sees is the message's own.
+    // TRUE from a dialog procedure means "handled" and is the result of WM_INITDIALOG only.
     return message == WM_INITDIALOG ? handled : 0;
 }
 
-// An ended dialog goes at once and gives its owner back, even while the loop of a dialog that was
-// opened later still runs inside its own.
+// Hides an ended dialog and unblocks its owner at once, even while the loop of a dialog that was
+// opened later is still nested in its own.
 void DialogWindow::leave_screen() {
     if (!std::exchange(running_, false)) {
         return;
@@ -182,7 +182,7 @@ void DialogWindow::leave_screen() {
         owner->unblock();
         owner->widget()->activateWindow();
     }
-    post(nullptr, WM_NULL, 0, 0); // the dialog's loop may be asleep
+    post(nullptr, WM_NULL, 0, 0); // wakes the dialog's loop
 }
 
 void DialogWindow::dismantle() {

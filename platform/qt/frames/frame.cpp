@@ -21,7 +21,7 @@ namespace platform {
 
 namespace {
 
-QSize& frame_known_last() {
+QSize& last_known_frame() {
     static QSize size(8, 27);
     return size;
 }
@@ -31,7 +31,7 @@ QSize frame_size(const QWidget* widget) {
         return {0, 0};
     }
     const QWindow* window = widget->isVisible() ? widget->windowHandle() : nullptr;
-    return window != nullptr ? QSize(0, 0).grownBy(window->frameMargins()) : frame_known_last();
+    return window != nullptr ? QSize(0, 0).grownBy(window->frameMargins()) : last_known_frame();
 }
 
 WPARAM button_flags(const QMouseEvent& event) {
@@ -55,8 +55,8 @@ void add_menu_items(QMenu* menu, const std::vector<MenuItem>& items, HWND window
         } else if (item.popup) {
             add_menu_items(menu->addMenu(to_qstring(item.text)), item.items, window);
         } else {
-            // The shortcut after the tab is text only: a shortcut of the toolkit would take the key
-            // before the accelerators see it.
+            // The shortcut after the tab is only text: a toolkit shortcut would consume the key
+            // before the accelerator table sees it.
             QAction* action = menu->addAction(to_qstring(item.text));
             action->setEnabled(!item.grayed);
             QObject::connect(action, &QAction::triggered, menu, [window, id = item.id] {
@@ -86,12 +86,12 @@ bool grayed_in(const std::vector<MenuItem>& items, std::uint16_t id) {
 } // namespace
 
 QSize usual_frame() {
-    return frame_known_last();
+    return last_known_frame();
 }
 
 ClientArea::ClientArea(Frame* frame) : QWidget(frame), frame_(frame), controls_(this) {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setFocusPolicy(Qt::NoFocus); // a click takes the keyboard from no control
+    setFocusPolicy(Qt::NoFocus); // a click leaves the focus in its control
     setMouseTracking(true);
 }
 
@@ -103,11 +103,12 @@ void ClientArea::paintEvent(QPaintEvent* event) {
     if (owner() == nullptr) {
         return;
     }
-    if (!frame_->frame_known()) { // a window that is painted has its frame; but not amid that
+    // A painted window has its frame by now. Queued, as the window must not be resized in here.
+    if (!frame_->frame_known()) {
         QMetaObject::invokeMethod(frame_, &Frame::learn_frame, Qt::QueuedConnection);
     }
     QPainter painter(this);
-    if (owner()->surface().image().isNull()) { // larger than any wall
+    if (owner()->surface().image().isNull()) { // too large for an image: see resize_surface()
         painter.fillRect(event->rect(), Qt::white);
         return;
     }
@@ -163,15 +164,15 @@ void Frame::set_outer_size(QSize size) {
     guessed_ = frame_size(this);
     resized_ = false;
     resize(outer_ - guessed_);
-    arrange(); // a hidden widget learns of its size only when it is shown
+    arrange(); // a hidden widget gets no resize event before it is shown
 }
 
 void Frame::learn_frame() {
     if (window_ == nullptr || !isVisible() || std::exchange(frame_known_, true)) {
         return;
     }
-    frame_known_last() = frame_size(this);
-    if (frame_known_last() != guessed_ && !resized_) {
+    last_known_frame() = frame_size(this);
+    if (last_known_frame() != guessed_ && !resized_) {
         set_outer_size(outer_);
     }
 }
@@ -183,8 +184,7 @@ void Frame::orphan() {
 }
 
 void Frame::resizeEvent(QResizeEvent*) {
-    // The size is somebody else's now, also when a late word of the window manager about the old
-    // one comes in between.
+    // Stays set: late events of the window manager may still report the old size.
     resized_ = resized_ || size() != outer_ - guessed_;
     if (window_ != nullptr) {
         arrange();
@@ -192,14 +192,14 @@ void Frame::resizeEvent(QResizeEvent*) {
 }
 
 void Frame::closeEvent(QCloseEvent* event) {
-    // The window's procedure decides.
+    // The window procedure decides.
     event->ignore();
     if (window_ != nullptr) {
         post_input(window_->handle(), WM_CLOSE, 0, 0);
     }
 }
 
-// A window that becomes the active one has the keyboard itself, whichever control had it before.
+// Activation gives the focus to the window itself, whichever control had it before.
 void Frame::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         client_->setFocus(Qt::ActiveWindowFocusReason);
@@ -253,7 +253,7 @@ QSize TopLevelWindow::client_size() const {
 }
 
 void TopLevelWindow::show_surface(const QRegion& region) {
-    if (frame_ != nullptr) { // may be gone while somebody still draws
+    if (frame_ != nullptr) { // null once destroyed; device contexts may still be open
         frame_->client()->update(region);
     }
 }
@@ -296,7 +296,7 @@ void TopLevelWindow::erase_and_tell_size() {
     const std::shared_ptr<Window> alive = shared_from_this();
     erase_now(*this);
     if (frame_ == nullptr) {
-        return; // its procedure has destroyed it
+        return; // destroyed by its procedure
     }
     const QSize size = client_size();
     send_message(
@@ -349,7 +349,7 @@ BOOL ShowWindow(HWND handle, int show) {
     if (show != SW_HIDE) {
         auto* top_level = dynamic_cast<TopLevelWindow*>(window);
         if (!IsWindow(handle)) {
-            return was_visible; // its procedure has destroyed it
+            return was_visible; // destroyed by its procedure
         }
         widget->raise();
         widget->activateWindow();

@@ -25,8 +25,8 @@ constexpr std::pair<int, WORD> kVirtualKeys[] = {
     {Qt::Key_Delete, 0x2E},    {Qt::Key_Backtab, 0x09},
 };
 
-// The letter at a key's place on a keyboard with Latin letters, for those that have others: virtual
-// keys are Latin wherever in the world. 0 when there is none. Scan codes are those of X11.
+// The Latin letter at a key's position, for keyboards with other alphabets: virtual key codes are
+// always Latin. 0 for none. Takes X11 scan codes.
 WORD latin_letter(quint32 scan_code) {
     constexpr struct {
         quint32 first;
@@ -40,11 +40,11 @@ WORD latin_letter(quint32 scan_code) {
     return 0;
 }
 
-// The virtual key of a key press; 0 for keys that have no use as accelerators.
+// The virtual key code of a key event; 0 for keys that no accelerator uses.
 WORD virtual_key(const QKeyEvent& event) {
     const int key = event.key();
     if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9)) {
-        return static_cast<WORD>(key); // letters and digits are their own codes
+        return static_cast<WORD>(key); // the codes are equal
     }
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24) {
         return static_cast<WORD>(0x70 + key - Qt::Key_F1);
@@ -60,8 +60,9 @@ WORD virtual_key(const QKeyEvent& event) {
     return other_letter ? latin_letter(event.nativeScanCode()) : WORD{0};
 }
 
-// The window whose keys these are: a top-level window of a class, or a control in its client area.
-Window* addressee(const QWidget* widget) {
+// The top-level window of a class, or the control in its client area, that receives a widget's
+// keys; null for other widgets.
+Window* key_target(const QWidget* widget) {
     const auto* frame = dynamic_cast<const Frame*>(widget->window());
     return frame != nullptr && !frame->is_menu_bar(widget) ? window_of_widget(widget) : nullptr;
 }
@@ -73,7 +74,7 @@ bool matches(const Accelerator& entry, const MSG& message, const KeyStroke* key)
     if (message.wParam != entry.key || alt != entry.alt) {
         return false;
     }
-    if (!entry.virtual_key) { // the character says all but Alt
+    if (!entry.virtual_key) { // the character implies shift and control
         return message.message == WM_CHAR || message.message == WM_SYSCHAR;
     }
     return (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) &&
@@ -86,13 +87,13 @@ UINT down_message(const QKeyEvent& event) {
     return menu || event.modifiers().testFlag(Qt::AltModifier) ? WM_SYSKEYDOWN : WM_KEYDOWN;
 }
 
-// The character that a key press makes; 0 for none.
+// The character that a key press produces; 0 for none.
 WORD character(const QKeyEvent& event) {
     const QString text = event.text();
     if (!text.isEmpty()) {
         return text.at(0).unicode();
     }
-    // With Alt some keyboards give no text.
+    // Some keyboard layouts give no text with Alt.
     return event.key() < 0x80 ? static_cast<WORD>(event.key()) : WORD{0};
 }
 
@@ -108,17 +109,17 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
         last_release_.note(static_cast<const QKeyEvent&>(*event));
     }
     auto* widget = static_cast<QWidget*>(watched);
-    Window* window = addressee(widget);
+    Window* window = key_target(widget);
     if (window == nullptr || (!press && control_of(window->handle()) == nullptr)) {
         return false;
     }
-    const auto& moved = static_cast<const QKeyEvent&>(*event);
+    const auto& key_event = static_cast<const QKeyEvent&>(*event);
     auto key = std::make_shared<KeyStroke>();
     key->receiver = widget;
-    key->event.reset(moved.clone());
-    const bool repeat = moved.isAutoRepeat() || last_release_.repeated_by(moved);
+    key->event.reset(key_event.clone());
+    const bool repeat = key_event.isAutoRepeat() || last_release_.repeated_by(key_event);
     const WORD flags = press && repeat ? KF_REPEAT : WORD{0};
-    post_input(window->handle(), press ? down_message(moved) : kKeyUp, virtual_key(moved),
+    post_input(window->handle(), press ? down_message(key_event) : kKeyUp, virtual_key(key_event),
                MAKELPARAM(1, flags), std::move(key));
     return true;
 }
@@ -136,8 +137,8 @@ int TranslateAcceleratorA(HWND handle, HACCEL accelerators, MSG* message) {
     }
     for (const Accelerator& entry : *accelerators_of(accelerators)) {
         if (matches(entry, *message, current_key().get())) {
-            // As on Windows a key that is an accelerator is used up even when its menu entry is
-            // greyed or its window waits for a dialog; only the command is not sent.
+            // As on Windows an accelerator key is consumed even when its menu entry is disabled or
+            // its window is blocked by a dialog; only the command is not sent.
             if (window->enabled() && !menu_entry_grayed(*window, entry.id)) {
                 send_message(handle, WM_COMMAND, MAKEWPARAM(entry.id, 1), 0);
             }

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-void run_modal_loop(const std::function<bool()>& goes_on) {
-    while (goes_on()) {
+void run_modal_loop(const std::function<bool()>& running) {
+    while (running()) {
         MSG message;
         if (!GetMessageA(&message, nullptr, 0, 0)) {
             PostQuitMessage(static_cast<int>(message.wParam));

@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-// Never destroyed: windows refer to their classes until the very end of the process.
+// Never destroyed: windows refer to their classes until the process ends.
 std::map<std::string, WindowClass>& classes() {
     static auto& known = *new std::map<std::string, WindowClass>;
     return known;

@@ -8,8 +8,8 @@ namespace platform {
 
 namespace {
 
-// It is told by its address, not by a flag: handling it may run a loop of its own, and that loop's
-// keys are new ones.
+// The event that answer_key() is sending. Identified by its address instead of a flag: its handler
+// may run a nested loop, whose key events are new ones.
 const QEvent* answered = nullptr;
 
 constexpr WORD kF10 = 0x79;

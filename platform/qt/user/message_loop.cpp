@@ -17,18 +17,18 @@ namespace {
 
 struct Queued {
     MSG message;
-    bool input; // from the user
+    bool input; // user input
     std::shared_ptr<KeyStroke> key;
 };
 
-// The state of the one thread's queue. Never destroyed: the toolkit may still post while static
-// objects are being taken apart.
+// The message queue of the only thread. Never destroyed: the toolkit may still post during the
+// destruction of static objects.
 struct Queue {
     std::deque<Queued> waiting;
-    std::optional<int> exit_code; // set once quitting was asked for
+    std::optional<int> exit_code; // set by PostQuitMessage
     std::shared_ptr<KeyStroke> current_key;
     std::shared_ptr<KeyStroke> dispatched_key;
-    int in_toolkit = 0; // how deep we are in handlers of widgets
+    int in_toolkit = 0; // nesting depth of widget handlers
 };
 
 Queue& queue() {
@@ -40,8 +40,8 @@ MSG make_message(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
     return {handle, message, wparam, lparam, 0, {0, 0}};
 }
 
-// A window that is gone hears nothing any more, and one that waits for a dialog no input.
-bool deaf(const Queued& entry) {
+// Messages of destroyed windows are dropped, and so is input for windows blocked by a dialog.
+bool undeliverable(const Queued& entry) {
     const HWND handle = entry.message.hwnd;
     const Window* window = window_of(handle);
     return window != nullptr ? entry.input && !window->enabled() : handle != nullptr;
@@ -49,7 +49,7 @@ bool deaf(const Queued& entry) {
 
 bool take(MSG* message) {
     std::deque<Queued>& waiting = queue().waiting;
-    while (!waiting.empty() && deaf(waiting.front())) {
+    while (!waiting.empty() && undeliverable(waiting.front())) {
         waiting.pop_front();
     }
     if (waiting.empty()) {
@@ -66,7 +66,7 @@ void process_events(QEventLoop::ProcessEventsFlags flags) {
     QCoreApplication::processEvents(flags);
 }
 
-// What there is when nothing is queued: the end of the program, then painting.
+// The messages made when the queue is empty: WM_QUIT first, then WM_PAINT.
 bool make_message_when_empty(MSG* message) {
     queue().current_key = nullptr;
     if (queue().exit_code) {
@@ -137,13 +137,13 @@ using namespace platform;
 
 BOOL GetMessageA(MSG* message, HWND, UINT, UINT) {
     while (!take(message)) {
-        // Input that has arrived comes before painting.
+        // Pending input comes before painting.
         process_events(QEventLoop::AllEvents);
         if (take(message) || make_message_when_empty(message)) {
             break;
         }
-        // Widgets that were put away go now, unless this loop was opened from a handler, which may
-        // be theirs: outside exec() the toolkit never does it by itself.
+        // Deletes the widgets that were passed to deleteLater(), which the toolkit does only inside
+        // exec(). Not in a loop nested in a widget's handler, as that widget may be among them.
         if (queue().in_toolkit == 0) {
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
@@ -156,7 +156,8 @@ BOOL PeekMessageA(MSG* message, HWND, UINT first, UINT last, UINT remove) {
     process_events(QEventLoop::AllEvents);
     std::deque<Queued>& waiting = queue().waiting;
     const auto found = std::find_if(waiting.begin(), waiting.end(), [&](const Queued& entry) {
-        return entry.message.message >= first && entry.message.message <= last && !deaf(entry);
+        return entry.message.message >= first && entry.message.message <= last &&
+               !undeliverable(entry);
     });
     if (found == waiting.end()) {
         return FALSE;
@@ -184,7 +185,7 @@ void PostQuitMessage(int exit_code) {
 }
 
 LRESULT DispatchMessageA(const MSG* message) {
-    // Put back afterwards: a procedure may run a loop of its own before it decides on its key.
+    // Restored afterwards: a procedure may run a nested loop before it handles its key.
     std::shared_ptr<KeyStroke> outer = std::exchange(queue().dispatched_key, current_key());
     const LRESULT result =
         send_message(message->hwnd, message->message, message->wParam, message->lParam);

@@ -7,7 +7,7 @@ namespace platform {
 
 namespace {
 
-// Puts what was drawn on a window's surface onto the screen.
+// Schedules the drawn part of a window's surface to be shown on the screen.
 void show_drawing(const WindowDevice& device) {
     const PixelRect area = intersect(device.touched, device.surface->bounds());
     if (!area.empty()) {
@@ -46,7 +46,7 @@ HDC GetDC(HWND handle) {
     if (device == nullptr) {
         return nullptr;
     }
-    if (handle != nullptr) { // null: the whole screen, on which nothing is drawn
+    if (handle != nullptr) { // null: the whole screen, which cannot be drawn on
         device->window = window_of(handle);
         if (device->window == nullptr) {
             SetLastError(ERROR_INVALID_WINDOW_HANDLE);

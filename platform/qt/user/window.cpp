@@ -12,7 +12,7 @@ namespace platform {
 namespace {
 
 // Ordered by handle, so that windows are painted in the order of their creation. Never destroyed:
-// at the end of the process the system takes windows away without a message.
+// as on Windows, windows get no message when the process ends.
 using Registry = std::map<HWND, std::shared_ptr<Window>>;
 
 Registry& registry() {
@@ -20,14 +20,14 @@ Registry& registry() {
     return windows;
 }
 
-// Handles are numbers that are not used again, so that a stale one is recognised.
+// Handles are numbers and are never reused, so that a stale one is recognised.
 HWND next_handle() {
     static std::uintptr_t last = 0x10000;
     last += 2;
     return reinterpret_cast<HWND>(last);
 }
 
-// Throws where there is no memory for it.
+// Throws std::bad_alloc.
 QImage new_image(QSize size, std::uint32_t background) {
     QImage image(size, QImage::Format_RGB32);
     if (image.isNull() && !size.isEmpty()) {
@@ -67,10 +67,10 @@ Window::Update Window::take_update() {
     return std::exchange(update_, Update());
 }
 
-// Without memory for what a window shows the process ends here, as it does elsewhere: an exception
-// could not go up through the toolkit.
+// noexcept: when memory runs out the process ends here, as an exception must not pass through the
+// toolkit.
 void Window::resize_surface(QSize size, std::uint32_t background) noexcept {
-    // A window larger than any wall stays white, rather than taking all memory.
+    // A larger window gets no image and stays white; 2^27 pixels are 512 MB.
     constexpr qint64 kMostPixels = qint64{1} << 27;
     QImage image;
     if (qint64{size.width()} * size.height() <= kMostPixels) {

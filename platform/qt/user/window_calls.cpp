@@ -1,4 +1,4 @@
-// Calls that take a window's handle.
+// Calls on window handles.
 #include "user/message_loop.h"
 #include "user/window.h"
 
@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-// Its dialogs first, then WM_DESTROY, its controls, and WM_NCDESTROY, and the handle is gone.
+// In this order: its dialogs, WM_DESTROY, its controls' handles, WM_NCDESTROY, its own handle.
 void destroy(Window& window) {
     const std::shared_ptr<Window> alive = window.shared_from_this();
     for (const HWND dialog : std::vector<HWND>(window.dialogs())) {
@@ -19,10 +19,10 @@ void destroy(Window& window) {
     send_message(window.handle(), WM_NCDESTROY, 0, 0);
     forget_window(window.handle());
     window.dismantle();
-    post(nullptr, WM_NULL, 0, 0); // the loop of a dialog over this window may be asleep
+    post(nullptr, WM_NULL, 0, 0); // wakes the loop of a dialog over this window
 }
 
-// The bytes of a window's own at `index`, or null when they are not all there.
+// A window's extra bytes from `index` on; null when a LONG_PTR does not fit there.
 std::byte* own_bytes(HWND handle, int index) {
     Window* window = window_of(handle);
     if (window == nullptr) {

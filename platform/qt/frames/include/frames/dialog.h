@@ -1,4 +1,4 @@
-// Modal dialogs, built from their templates.
+// Modal dialogs, built from dialog templates.
 #pragma once
 
 #include "controls/controls.h"
@@ -11,7 +11,7 @@ namespace platform {
 
 class DialogWindow;
 
-// Escape and the close box do nothing but send command 2 to the procedure.
+// Escape and the close box only post the command IDCANCEL.
 class DialogWidget : public QDialog {
   public:
     DialogWidget(QWidget* owner, HWND dialog) : QDialog(owner), dialog_(dialog), controls_(this) {}
@@ -39,8 +39,8 @@ class DialogWindow final : public Window {
     Controls* controls() override;
     void forget_children() override;
 
-    // Opens the dialog and runs a message loop of its own until it ends. The result is EndDialog's;
-    // -1 when the dialog was destroyed instead or the program is ending.
+    // Shows the dialog and runs a message loop until it ends. Returns the result given to
+    // EndDialog; -1 when the dialog was destroyed instead or the program quits.
     INT_PTR run(LPARAM parameter);
     void end(INT_PTR result);
 

@@ -16,7 +16,7 @@ namespace platform {
 class Frame;
 class TopLevelWindow;
 
-// Shows the surface, below the child controls, and turns the pointer's events into messages.
+// Shows the surface below the child controls and translates mouse events into messages.
 class ClientArea : public QWidget {
   public:
     explicit ClientArea(Frame* frame);
@@ -58,10 +58,10 @@ class TopLevelWindow final : public Window {
 
     bool paints() const override { return true; }
 
-    // The frame has another size: tells the window's procedure, once the window was shown.
+    // Called when the frame's size has changed. Sends WM_SIZE once the window was shown.
     void client_resized();
 
-    // The window is on the screen: before the first time its procedure hears of no size.
+    // Called when the window is shown. The first call sends the first WM_SIZE.
     void shown();
 
   private:
@@ -73,7 +73,7 @@ class TopLevelWindow final : public Window {
     bool was_shown_ = false;
 };
 
-// What a window manager's frame adds to a window: a guess until the first one has its frame.
+// The size that a window manager's frame adds; a guess until the first window has its frame.
 QSize usual_frame();
 
 class Frame : public QWidget {
@@ -85,37 +85,38 @@ class Frame : public QWidget {
     ClientArea* client() const { return client_; }
     bool is_menu_bar(const QWidget* widget) const { return widget == menu_bar_; }
 
-    // Gives the menu bar and the client area their places.
+    // Lays out the menu bar and the client area.
     void arrange();
 
-    // Gives the window this size, its frame included. Until the frame is known, which a window
-    // manager makes while the window appears, the size is a guess, and it is put right then unless
-    // somebody else has changed it.
+    // Sets the size including the window manager's frame. The frame's size is a guess until the
+    // window manager has made it; learn_frame() then corrects the size, unless the window was
+    // resized meanwhile.
     void set_outer_size(QSize size);
     void learn_frame();
     bool frame_known() const { return frame_known_; }
 
-    // The window is gone; the widget follows when none of its handlers can be running.
+    // Called when the window is destroyed. The widget is deleted later, when no handler of it can
+    // be running.
     void orphan();
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
-    // The tab key moves among a dialog's controls only.
+    // Tab moves the focus in dialogs only.
     bool focusNextPrevChild(bool) override { return false; }
 
   private:
     TopLevelWindow* window_; // null once orphaned
     QMenuBar* menu_bar_;
     ClientArea* client_;
-    QSize outer_;          // the size that was asked for
-    QSize guessed_;        // the frame that was taken off it
-    bool resized_ = false; // by others since
+    QSize outer_;          // requested, including the frame
+    QSize guessed_;        // the assumed size of the frame
+    bool resized_ = false; // by the user or the window manager since
     bool frame_known_ = false;
 };
 
-// True when the window's menu has an entry with this id and shows it greyed.
+// True when the window's menu has an entry with this id and the entry is disabled.
 bool menu_entry_grayed(const Window& window, std::uint16_t id);
 
 } // namespace platform

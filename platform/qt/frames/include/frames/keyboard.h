@@ -1,4 +1,4 @@
-// Keys: from the toolkit to messages, accelerators, and back.
+// Translates the toolkit's key events into messages and handles accelerators.
 #pragma once
 
 #include "user/keys.h"
@@ -7,8 +7,8 @@
 
 namespace platform {
 
-// Takes the keys of our top-level windows and their controls out of the toolkit and queues them as
-// messages, so that accelerators see them first. Keys of dialogs and open menus pass.
+// An event filter that takes the key events of top-level windows and their controls and queues them
+// as messages, so that accelerators see them first. Keys of dialogs and open menus pass through.
 class KeyFilter : public QObject {
   public:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-// Handles messages while `goes_on` says so, or until the program is to end, of which the loops
-// further out hear next. Whoever ends the dialog posts WM_NULL, as the loop may be asleep.
-void run_modal_loop(const std::function<bool()>& goes_on);
+// Dispatches messages while `running` returns true. WM_QUIT ends the loop and is posted again for
+// the outer loops. The code that ends the dialog must post WM_NULL, as the loop may be waiting.
+void run_modal_loop(const std::function<bool()>& running);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// A key on its way back to the toolkit.
+// Returns key events to the toolkit when no window procedure handled them.
 #pragma once
 
 #include "user/message_loop.h"
@@ -6,12 +6,12 @@
 
 namespace platform {
 
-// A key that is let go (WM_KEYUP). Windows of classes never get one; it is queued for controls, so
-// that it stays behind its press, which waits there for the accelerators.
+// WM_KEYUP. Queued for controls only: a release must stay behind its press, which is queued for the
+// accelerators. Windows of classes never get one.
 inline constexpr UINT kKeyUp = 0x0101;
 
-// Tells the releases that X11 invents while a key is held: each comes together with the next press.
-// Where both are read at once the toolkit says so; else only their common time tells.
+// Recognises X11's auto-repeat, which reports a held key as pairs of a release and a press with the
+// same timestamp. The toolkit recognises a pair only when it reads both events at once.
 class LastRelease {
   public:
     void note(const QKeyEvent& release);
@@ -22,11 +22,11 @@ class LastRelease {
     quint64 time_ = 0;
 };
 
-// Whether the toolkit has this event from answer_key(), and nobody else is to take it.
+// Whether answer_key() has sent this event, which filters must then let pass.
 bool is_answered(const QEvent* event);
 
-// The default processing of a key's message: hands the key that is being dispatched to the widget
-// that it was meant for, or opens the menu of `window`. Nothing happens for other messages.
+// The default processing of key messages: sends the dispatched key event to its widget, or opens
+// the menu of `window` (F10). Ignores other messages.
 void answer_key(Window& window, UINT message, WPARAM wparam);
 
 } // namespace platform

@@ -1,8 +1,8 @@
 // The message queue, and the pump that fills it from the toolkit.
 //
-// Messages are pulled. The queue holds what was posted and the user's input, in order; when it is
-// empty the toolkit's events are processed, which may fill it; when there is still nothing, windows
-// that wait for painting get WM_PAINT; and only then the loop sleeps.
+// The queue holds posted messages and user input in order. When it is empty the toolkit's events
+// are processed, which may fill it. When it is still empty, windows with an invalid region get
+// WM_PAINT. Otherwise the loop waits.
 #pragma once
 
 #include "platform/win32.h"
@@ -15,8 +15,8 @@
 
 namespace platform {
 
-// The key event behind a keyboard message: the toolkit gets it back when no accelerator took it and
-// no procedure answered it.
+// The key event behind a keyboard message. It is returned to the toolkit when no accelerator and no
+// window procedure has handled it.
 struct KeyStroke {
     QPointer<QWidget> receiver;
     std::unique_ptr<QKeyEvent> event;
@@ -24,19 +24,19 @@ struct KeyStroke {
 
 void post(HWND handle, UINT message, WPARAM wparam, LPARAM lparam);
 
-// Posts what a user did to a window. It is dropped when its turn comes and the window waits for a
-// dialog by then: input that was waiting behind the command that opened it.
+// Posts user input. It is dropped if a dialog blocks the window when the message is taken from the
+// queue, such as input queued behind the command that opened the dialog.
 void post_input(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
                 std::shared_ptr<KeyStroke> key = nullptr);
 
-// Posts in front of everything else: a character comes right after the key that made it.
+// Posts at the front of the queue: a character directly follows its key.
 void post_first(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
                 std::shared_ptr<KeyStroke> key);
 
-// Posts a mouse move, in place of one that is last in the queue: only the newest place counts.
+// Posts a mouse move. Replaces a mouse move of the same window at the end of the queue.
 void post_mouse_move(HWND handle, WPARAM wparam, LPARAM lparam);
 
-// Lives while the toolkit runs handlers of its widgets on our behalf.
+// A scope guard around calls in which the toolkit runs its widgets' handlers.
 class ToolkitScope {
   public:
     ToolkitScope();
@@ -45,14 +45,14 @@ class ToolkitScope {
     ToolkitScope& operator=(const ToolkitScope&) = delete;
 };
 
-// The key of the message that is being dispatched, once: whoever takes it decides what becomes of
-// it. Null when there is none or it was taken.
+// Takes the key event of the message that is being dispatched; null for none or when it was taken.
+// The caller handles it.
 std::shared_ptr<KeyStroke> take_dispatched_key();
 
-// The key press behind the message that was taken from the queue last, or null.
+// The key event of the message that was last taken from the queue, or null.
 std::shared_ptr<KeyStroke> current_key();
 
-// True when nothing is queued and nothing waits for painting.
+// True when the queue is empty and no window needs painting.
 bool message_queue_idle();
 
 } // namespace platform

@@ -1,12 +1,11 @@
-// Painting a window: its device contexts, and what waits to be painted.
+// Painting of windows.
 #pragma once
 
 #include "user/window.h"
 
 namespace platform {
 
-// Has a window erase what waits to be painted now, where that is wanted, rather than when it is
-// painted.
+// Sends WM_ERASEBKGND for the invalid region now instead of in BeginPaint, if it is to be erased.
 void erase_now(Window& window);
 
 } // namespace platform

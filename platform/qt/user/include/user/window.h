@@ -1,4 +1,4 @@
-// What a window handle stands for.
+// The objects behind window handles.
 #pragma once
 
 #include "gdi/device_context.h"
@@ -32,15 +32,15 @@ struct WindowClass {
 
 // A device context that draws on a window.
 struct WindowDevice final : DeviceContext {
-    Window* window = nullptr; // null once it is gone
+    Window* window = nullptr; // null once destroyed
 };
 
 // The class with this name, or null.
 const WindowClass* find_window_class(const std::string& name);
 
-// Anything with a window handle: a top-level window, a dialog or a control. It is kept by the
-// registry of windows until it is destroyed; whoever may be in one of its calls at that moment
-// holds it through a shared pointer.
+// Anything with a window handle: a top-level window, a dialog or a control. The registry of windows
+// owns it until it is destroyed. Code that calls a window procedure keeps a shared pointer, as the
+// procedure may destroy the window.
 class Window : public std::enable_shared_from_this<Window> {
   public:
     struct Update {
@@ -56,45 +56,46 @@ class Window : public std::enable_shared_from_this<Window> {
     HWND handle() const { return handle_; }
     virtual QWidget* widget() const = 0;
 
-    // Answers a message that was sent or dispatched to this window, unless its subclass does.
+    // Handles a message that was sent or dispatched to this window and not handled by its subclass.
     virtual LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) = 0;
 
-    // Takes the window off the screen and its widget apart; WM_DESTROY has been answered.
+    // Hides the window and releases its widget; called after WM_DESTROY.
     virtual void dismantle() = 0;
 
     // Client area, in device pixels.
     virtual QSize client_size() const { return widget()->size(); }
     Surface& surface() { return surface_; }
 
-    // Copies a part of the surface to the screen, soon.
+    // Schedules a part of the surface to be shown on the screen.
     virtual void show_surface(const QRegion&) {}
 
-    // Whether the window is painted by its procedure. Dialogs and controls paint themselves.
+    // Whether the window procedure paints the window. Dialogs and controls paint themselves.
     virtual bool paints() const { return false; }
 
-    // What waits to be painted.
+    // The invalid region and whether it is to be erased.
     void invalidate(const QRegion& region, bool erase);
     bool wants_paint() const;
     Update take_update();
 
-    // The controls in it; null for a window that cannot have any. Their handles go with the window.
+    // Its controls; null for a window that cannot have any. forget_children() invalidates their
+    // handles.
     virtual Controls* controls() { return nullptr; }
     virtual void forget_children() {}
 
-    // Opens the window's menu for the keyboard, if it has one.
+    // Opens the window's menu for keyboard navigation, if it has one.
     virtual void open_menu() {}
 
-    // The dialogs that are open over it, which go with it.
+    // The open dialogs that it owns; they are destroyed with it.
     void own(HWND dialog) { dialogs_.push_back(dialog); }
     void disown(HWND dialog) { std::erase(dialogs_, dialog); }
     const std::vector<HWND>& dialogs() const { return dialogs_; }
 
-    // The modal dialog's owner takes no input meanwhile. Counted, as dialogs may follow each other.
+    // A modal dialog blocks its owner's input. Counted, as an owner may have several dialogs.
     virtual bool enabled() const { return blockers_ == 0; }
     void block() { ++blockers_; }
     void unblock() { --blockers_; }
 
-    // Device contexts open on this window.
+    // Registers the device contexts of this window.
     void open(WindowDevice* device) { devices_.push_back(device); }
     void close(WindowDevice* device) { std::erase(devices_, device); }
 
@@ -109,7 +110,7 @@ class Window : public std::enable_shared_from_this<Window> {
     Subclass subclass{};
 
   protected:
-    // Gives the surface another size, keeping what it shows.
+    // Resizes the surface and keeps its content.
     void resize_surface(QSize size, std::uint32_t background) noexcept;
 
   private:
@@ -119,28 +120,28 @@ class Window : public std::enable_shared_from_this<Window> {
     int blockers_ = 0;
     std::vector<WindowDevice*> devices_;
     std::vector<HWND> dialogs_;
-    std::vector<std::byte> extra_; // the window's own bytes: SetWindowLongPtrA
+    std::vector<std::byte> extra_; // of SetWindowLongPtrA
 };
 
-// The window of a handle, or null when there is none (any more).
+// The window of a handle; null when there is none or it was destroyed.
 Window* window_of(HWND handle);
 
-// Gives a window to the registry, which keeps it until it is destroyed.
+// Adds a window to the registry, which owns it until it is destroyed.
 void keep_window(std::shared_ptr<Window> window);
 
-// Takes a window out of the registry. Its handle is not used again.
+// Removes a window from the registry. Its handle is never reused.
 void forget_window(HWND handle);
 
-// Windows that want WM_PAINT: the next one, or null.
+// The next window that needs WM_PAINT, or null.
 Window* next_window_to_paint();
 
 // The top-level window or control that a widget belongs to, or null.
 Window* window_of_widget(const QWidget* widget);
 
-// The desktop's handle: it has a rectangle and nothing else.
+// The desktop's handle, which only GetWindowRect accepts.
 HWND desktop_handle();
 
-// Sends a message; 0 when the window is gone.
+// Sends a message; 0 when the window does not exist.
 LRESULT send_message(HWND handle, UINT message, WPARAM wparam, LPARAM lparam);
 
 } // namespace platform
