@@ -12,7 +12,7 @@ namespace platform {
 
 namespace {
 
-// Nearly always none or one.
+// All open outputs; nearly always none or one.
 std::vector<DeviceOutput*>& outputs() {
     static std::vector<DeviceOutput*> open;
     return open;
@@ -113,13 +113,13 @@ HGDIOBJ SelectObject(HDC handle, HGDIOBJ selected) {
         auto* bitmap = static_cast<Bitmap*>(object);
         if (device->on_window || device->output != nullptr ||
             (bitmap->holder != nullptr && bitmap->holder != device)) {
-            return nullptr; // memory device contexts only, and one at a time
+            return nullptr; // a bitmap may be selected into one memory device context only
         }
         GdiObject* previous = device->bitmap;
         select_bitmap(*device, bitmap);
         return previous;
     }
-    return nullptr; // a brush is named by each call that fills
+    return nullptr; // brushes are parameters of the calls that fill
 }
 
 BOOL DeleteObject(HGDIOBJ handle) {

@@ -32,7 +32,7 @@ PixelRect area_of_line(int pen_width, const POINT& from, const POINT& to) {
             std::max(from.x, to.x) + reach, std::max(from.y, to.y) + reach};
 }
 
-// Lines from point to point with the selected pen, wherever the current point is.
+// Draws lines from point to point with the selected pen; does not use the current point.
 void draw(DeviceContext& device, const POINT* points, int count) {
     for (const PixelRect& clip : device.clip) {
         if (device.pen_width <= 1) {
@@ -51,7 +51,7 @@ void draw(DeviceContext& device, const POINT* points, int count) {
     }
 }
 
-// A clip region for a painter, for text.
+// The clip region for a painter, which draws text.
 QRegion painter_clip(const DeviceContext& device) {
     QRegion region;
     for (const PixelRect& part : device.clip) {
@@ -60,8 +60,8 @@ QRegion painter_clip(const DeviceContext& device) {
     return region;
 }
 
-// Copies `area` of the target from the same place moved by (dx, dy) in the source. Both lie in
-// their images.
+// Copies into `area` of the target the pixels of the source at an offset of (dx, dy). Both areas
+// lie in their images.
 void copy_pixels(const PixelView& target, const PixelRect& area, const PixelView& source, int dx,
                  int dy) {
     const auto bytes = static_cast<std::size_t>(area.right - area.left) * sizeof(std::uint32_t);

@@ -13,10 +13,10 @@ namespace {
 constexpr std::uint32_t kBlack = pixel_of(RGB(0, 0, 0));
 constexpr std::uint32_t kWhite = pixel_of(RGB(255, 255, 255));
 
-// The pen released last, for the next one: a picture has a new pen for each of its colours.
+// A cache of one: the pen released last. A picture creates a pen for each change of colour.
 Pen* spare_pen = nullptr;
 
-// System colours stand for brushes as small numbers.
+// A brush handle below this is a system colour + 1.
 constexpr std::uintptr_t kSystemColors = 64;
 
 } // namespace
@@ -31,7 +31,7 @@ void Surface::replace(QImage image) {
         pixels_ = {nullptr, 0};
         return;
     }
-    // bits() detaches, so nobody else's copy of the image changes with ours.
+    // bits() detaches, so other copies of the image stay unchanged.
     pixels_ = {reinterpret_cast<std::uint32_t*>(image_.bits()), image_.bytesPerLine() / 4};
 }
 
@@ -44,7 +44,7 @@ bool release_pen(Pen* pen) {
     if (pen == spare_pen) {
         return false;
     }
-#ifdef PELMORA_SANITIZE // they see what is done with a pen that was released
+#ifdef PELMORA_SANITIZE // so that the sanitizers detect use after release
     delete pen;
 #else
     delete std::exchange(spare_pen, pen);
@@ -53,8 +53,8 @@ bool release_pen(Pen* pen) {
 }
 
 std::uint32_t brush_pixel(HBRUSH brush) {
-    // The one system colour in use is the window's, which Windows keeps white even in its dark
-    // mode; a desktop's dark base colour would swallow the selection's black and white frames.
+    // COLOR_WINDOW is the only system colour in use. Windows keeps it white even in dark mode; on a
+    // desktop's dark base colour the selection's black frame would not be visible.
     if (reinterpret_cast<std::uintptr_t>(brush) < kSystemColors) {
         return kWhite;
     }

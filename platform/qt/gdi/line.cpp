@@ -14,14 +14,14 @@ std::int64_t floor_div(std::int64_t a, std::int64_t b) {
     return a / b - (a % b != 0 && (a < 0) != (b < 0) ? 1 : 0);
 }
 
-// One line, told along its longer axis: `major` runs from its start by `step` each pixel, `minor`
-// drifts by `drift` now and then. Pixel k has drifted floor((2 * dy * k + dx - bias) / (2 * dx))
-// times.
+// A line stepped along its major (longer) axis: each pixel is one step further on the major axis
+// and some pixels are one step (`drift`) further on the minor axis. Up to pixel k there are
+// floor((2 * dy * k + dx - bias) / (2 * dx)) minor steps.
 struct Walk {
     std::int64_t dx, dy, bias;
 
-    std::int64_t drifted(std::int64_t k) const { return floor_div(2 * dy * k + dx - bias, 2 * dx); }
-    // The first pixel that has drifted `times` times or more; dy must not be 0.
+    std::int64_t minor_steps(std::int64_t k) const { return floor_div(2 * dy * k + dx - bias, 2 * dx); }
+    // The first pixel with at least `times` minor steps; dy must not be 0.
     std::int64_t first_with(std::int64_t times) const {
         return -floor_div(-(2 * dx * times - dx + bias), 2 * dy);
     }
@@ -38,7 +38,7 @@ Span clip_major(std::int64_t count, int start, int step, int low, int high) {
     return {std::max<std::int64_t>(first, 0), std::min(last, count)};
 }
 
-// Narrows `span` to the pixels whose coordinate start + drift * drifted(k) lies in [low, high).
+// Narrows `span` to the pixels whose coordinate start + drift * minor_steps(k) lies in [low, high).
 Span clip_minor(Span span, const Walk& walk, int start, int drift, int low, int high) {
     const std::int64_t least = drift > 0 ? low - start : start - high + 1;
     const std::int64_t most = drift > 0 ? high - start : start - low + 1; // excluded
@@ -49,10 +49,10 @@ Span clip_minor(Span span, const Walk& walk, int start, int drift, int low, int 
             std::min(span.last, walk.first_with(most))};
 }
 
-// A line between two pixels, told as a walk.
+// A line between two pixels as a walk with its directions.
 struct Line {
     Walk walk;
-    bool steep; // y is the longer axis
+    bool steep; // y is the major axis
     int sx, sy; // directions
 };
 
@@ -66,29 +66,29 @@ Line line_between(int x0, int y0, int x1, int y1) {
     return {{std::max(width, height), std::min(width, height), drift > 0 ? 1 : 0}, steep, sx, sy};
 }
 
-// Writes the pixels of the span, which are all in the image, for a line that starts at (x0, y0).
+// Writes the pixels of the span, all of which lie in the image. The line starts at (x0, y0).
 void put(const PixelView& pixels, int x0, int y0, const Line& line, const Span& span,
          std::uint32_t color) {
     const Walk& walk = line.walk;
-    const std::int64_t drifted = span.first == 0 ? 0 : walk.drifted(span.first);
+    const std::int64_t minor_steps = span.first == 0 ? 0 : walk.minor_steps(span.first);
     const std::ptrdiff_t x_step = line.sx;
     const std::ptrdiff_t y_step = line.sy * pixels.stride;
     const std::ptrdiff_t major_step = line.steep ? y_step : x_step;
     const std::ptrdiff_t minor_step = line.steep ? x_step : y_step;
-    // Summed up before it meets the pointer: the line's start may lie far outside the image.
+    // One offset is computed first, as the line may start far outside the image.
     std::uint32_t* pixel =
-        pixels.bits + (y0 * pixels.stride + x0 + major_step * span.first + minor_step * drifted);
+        pixels.bits + (y0 * pixels.stride + x0 + major_step * span.first + minor_step * minor_steps);
     std::int64_t error =
-        2 * walk.dy * (span.first + 1) - walk.dx - walk.bias - 2 * walk.dx * drifted;
+        2 * walk.dy * (span.first + 1) - walk.dx - walk.bias - 2 * walk.dx * minor_steps;
     for (std::int64_t k = span.first;;) {
         *pixel = color;
         if (++k == span.last) {
-            return; // before stepping on, which might leave the image
+            return; // before `pixel` could leave the image
         }
-        // Without a branch: in the short lines of a picture none would be foreseen.
-        const std::int64_t drifts = ~(error >> 63);
-        pixel += major_step + (minor_step & drifts);
-        error += 2 * walk.dy - (2 * walk.dx & drifts);
+        // Without a branch: in short lines it would not be predicted.
+        const std::int64_t minor_mask = ~(error >> 63);
+        pixel += major_step + (minor_step & minor_mask);
+        error += 2 * walk.dy - (2 * walk.dx & minor_mask);
     }
 }
 

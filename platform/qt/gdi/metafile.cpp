@@ -8,7 +8,7 @@
 namespace platform {
 
 MapScale map_scale(int mode, const ReferenceDevice& device) {
-    // As on Windows the screen is a whole number of units wide and high.
+    // As on Windows the width and the height of the screen are whole numbers of units.
     const auto english = [&device](double units_in_millimeter) {
         const auto scale = [units_in_millimeter](int millimeters) {
             return millimeters * 100.0 / std::round(millimeters * units_in_millimeter);
@@ -36,7 +36,7 @@ struct Metafile {
     QByteArray bytes;
 };
 
-// Closed metafiles, so that a handle that is none (any more) is recognised.
+// All closed metafiles, so that invalid and stale handles are recognised.
 std::vector<std::unique_ptr<Metafile>>& metafiles() {
     static auto& closed = *new std::vector<std::unique_ptr<Metafile>>;
     return closed;

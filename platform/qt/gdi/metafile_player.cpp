@@ -1,4 +1,4 @@
-// Draws metafiles. Their bytes may come from anywhere.
+// Draws metafiles. Their bytes are untrusted.
 #include "gdi/metafile.h"
 
 #include <QLineF>
@@ -15,7 +15,7 @@ namespace platform {
 
 namespace {
 
-// Numbers at byte offsets, 0 beyond the end.
+// Reads numbers at byte offsets; 0 beyond the end.
 class Fields {
   public:
     explicit Fields(const QByteArray& bytes, qsizetype start = 0) : bytes_(bytes), start_(start) {}
@@ -62,11 +62,11 @@ QSize image_size(const QRectF& frame, int longest) {
             std::max(1, static_cast<int>(std::lround(frame.height() * scale)))};
 }
 
-// The part of a line in an area, or none.
+// The part of a line inside an area, or none.
 std::optional<QLineF> clipped(const QLineF& line, const QRectF& area) {
     double first = 0;
     double last = 1;
-    // Cuts off what is before `lowest` and beyond `highest` on one axis.
+    // Clips to [lowest, highest] on one axis.
     const auto cut = [&](double from, double length, double lowest, double highest) {
         if (length == 0) {
             return from >= lowest && from <= highest;
@@ -133,7 +133,7 @@ class Player {
         if (const auto pen = pens_.find(object); pen != pens_.end()) {
             design = pen->second;
         }
-        // In a pen four times as wide as the picture the ends' curve can hardly be seen.
+        // Wider pens look the same: the curve of the round ends is hardly visible.
         const double widest =
             4.0 * std::max(painter_.viewport().width(), painter_.viewport().height());
         const double width = std::min(design.width * unit_.x * scale_x_, widest);
@@ -149,7 +149,7 @@ class Player {
                 (record.value(12) * unit_.y - header_.frame.top()) * scale_y_};
     }
 
-    // The painter takes its time for what lies far outside, so it gets only what can be seen.
+    // Clipped first, as the painter is slow on lines that reach far outside the image.
     void draw_line(const QPointF& from, const QPointF& to) {
         const double reach = painter_.pen().widthF() + 1;
         const QRectF near = QRectF(painter_.viewport()).adjusted(-reach, -reach, reach, reach);
@@ -160,7 +160,7 @@ class Player {
 
     const Header& header_;
     QPainter painter_;
-    double scale_x_, scale_y_; // pixels for 0.01 mm
+    double scale_x_, scale_y_; // pixels per 0.01 mm
     MapScale unit_{};
     std::map<std::uint32_t, PenDesign> pens_;
     QPointF at_;

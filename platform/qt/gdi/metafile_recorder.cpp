@@ -15,7 +15,7 @@ namespace platform {
 
 namespace {
 
-// As Windows takes a screen without a known size to be.
+// A screen of 96 dpi, which Windows assumes when the physical size is unknown.
 ReferenceDevice screen_device() {
     constexpr double kMillimetersPerPixel = 25.4 / 96.0;
     const QSize size = QGuiApplication::primaryScreen()->size();
@@ -28,7 +28,7 @@ std::uint32_t bits(std::int64_t value) {
     return static_cast<std::uint32_t>(value);
 }
 
-// Texts with a zero after each, and one more.
+// Converts a list of zero-terminated texts, which ends with an empty one, to UTF-16.
 QByteArray stored_description(LPCSTR texts) {
     QByteArray stored;
     if (texts == nullptr) {
@@ -48,9 +48,9 @@ QByteArray stored_description(LPCSTR texts) {
 
 } // namespace
 
-// Where `count` more bytes go; null when there is no memory for them.
+// Appends `count` bytes and returns their address; null when memory ran out.
 char* RecordBytes::room(std::size_t count) {
-    // The header has 32 bits for the size.
+    // The size field of the header has 32 bits.
     constexpr std::size_t kMost = std::numeric_limits<std::uint32_t>::max();
     constexpr std::size_t kFirst = 4096;
     if (size_ + count > capacity_ && !failed_) {
@@ -109,8 +109,8 @@ void MetafileRecorder::put_record(MetafileRecord type,
     ++records_;
 }
 
-// The number under which a pen is in the table; it is recorded when it is first selected. The
-// lowest free number is taken, as Windows does.
+// The number of a pen in the object table. A pen is recorded when it is first selected, under the
+// lowest free number, as on Windows.
 std::uint32_t MetafileRecorder::pen_number(const Pen* pen) {
     auto place = std::find(objects_.begin(), objects_.end(), pen);
     if (place != objects_.end()) {
@@ -162,7 +162,7 @@ int MetafileRecorder::caps(int index) const {
     }
 }
 
-// Widens the bounds by a point, in pixels of the reference device.
+// Extends the bounds, in pixels of the reference device, to include a point.
 void MetafileRecorder::include(int x, int y) {
     const MapScale scale = map_scale(map_mode_, device_);
     const auto pixel = [](double value) {
@@ -192,7 +192,7 @@ void MetafileRecorder::line_to(int x, int y) {
     y_ = y;
 }
 
-// What is zero here is known at the end, or is not in use: palettes, pixel formats, OpenGL.
+// Fields left zero are set in complete_header() or unused: palettes, pixel formats, OpenGL.
 void MetafileRecorder::put_header() {
     const auto padding = -description_.size() & 3;
     const auto bytes = kMetafileHeaderBytes + description_.size() + padding;
@@ -235,7 +235,8 @@ void MetafileRecorder::complete_header() {
     }
     bytes_.replace(48, static_cast<std::uint32_t>(bytes_.size()));
     bytes_.replace(52, records_);
-    bytes_.replace(56, bits(1 + static_cast<std::int64_t>(most_objects_))); // the metafile is 0
+    bytes_.replace(56,
+                   bits(1 + static_cast<std::int64_t>(most_objects_))); // number 0 is the metafile
 }
 
 QByteArray MetafileRecorder::close() {
@@ -247,7 +248,7 @@ QByteArray MetafileRecorder::close() {
         return {};
     }
     if (file_ != nullptr) {
-        std::fwrite(bytes_.data(), 1, bytes_.size(), file_->stream()); // commit() tells
+        std::fwrite(bytes_.data(), 1, bytes_.size(), file_->stream()); // commit() reports errors
         if (file_->commit() != 0) {
             SetLastError(ERROR_WRITE_FAULT);
             return {};

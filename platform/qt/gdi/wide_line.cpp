@@ -17,20 +17,20 @@ struct Place {
     std::int64_t x, y;
 };
 
-// What is drawn on, a row at a time.
+// The clipped drawing target, filled row by row.
 struct Target {
     const PixelView& pixels;
     const PixelRect& clip;
     std::uint32_t color;
 
-    // The rows of [first, last) that can be seen.
+    // Clips the rows [first, last).
     std::int64_t first_row(std::int64_t first) const {
         return std::max<std::int64_t>(first, clip.top);
     }
     std::int64_t last_row(std::int64_t last) const {
         return std::min<std::int64_t>(last, clip.bottom);
     }
-    // Row y, which can be seen, from `first` to `last` - 1.
+    // Fills the pixels from `first` to `last` - 1 of row y, which must be in the clip.
     void fill(std::int64_t y, std::int64_t first, std::int64_t last) const {
         first = std::max<std::int64_t>(first, clip.left);
         last = std::min<std::int64_t>(last, clip.right);
@@ -44,7 +44,7 @@ std::int64_t ceil_div(std::int64_t a, std::int64_t b) { // b > 0
     return a / b + (a % b > 0 ? 1 : 0);
 }
 
-// The largest number whose square is less than n, which is above 0.
+// The largest integer whose square is less than n; n > 0.
 std::int64_t root_below(std::int64_t n) {
     auto root = static_cast<std::int64_t>(std::sqrt(static_cast<double>(n)));
     while (root * root >= n) {
@@ -56,10 +56,10 @@ std::int64_t root_below(std::int64_t n) {
     return root;
 }
 
-// How far a disc reaches to either side at the distance y from its middle row, where a middle may
-// lie between two pixels: all distances are doubled. A pixel at the distances a <= b is in the disc
-// when half a pixel nearer, along b, it would be within the circle through the outermost pixels;
-// the middle column reaches that far in any case.
+// Half the width of a disc in the row at distance y from its centre. All distances are doubled, as
+// the centre may lie between two pixels. A pixel at the distances a <= b is in the disc when it
+// lies, moved half a pixel inward along b, within the circle through the outermost pixels. The
+// middle column always belongs to the disc.
 std::int64_t disc_reach(std::int64_t outermost, std::int64_t y) {
     const auto at_pixel = [outermost](std::int64_t x) { return x - ((x ^ outermost) & 1); };
     const std::int64_t square = outermost * outermost;
@@ -84,8 +84,8 @@ void draw_disc(const Target& target, Place middle, std::int64_t width) {
     }
 }
 
-// How far a band reaches along one axis, of which the line itself, `length` long, takes `extent` on
-// the other. A slanted side is longer than its exact length, by one pixel at most.
+// The extent of a band's side along one axis, for a line of length `length` that extends `extent`
+// along the other axis. A slanted side is rounded up, by at most one pixel.
 std::int64_t band_side(std::int64_t width, std::int64_t extent, double length) {
     const double exact = static_cast<double>(width * extent) / length;
     return extent == 0 ? 0 : std::min(width, static_cast<std::int64_t>(exact) + 1);
@@ -99,7 +99,7 @@ Corners band_corners(Place from, Place to, std::int64_t width) {
     const double length = std::sqrt(static_cast<double>(dx * dx + dy * dy));
     const std::int64_t across = band_side(width, std::abs(dy), length);
     const std::int64_t down = band_side(width, std::abs(dx), length);
-    // An odd pixel goes to the right, or below a level line.
+    // The extra pixel of an odd width is on the right side, or below a horizontal line.
     const std::int64_t turn = dx != 0 && dy != 0 && (dx > 0) == (dy > 0) ? -1 : 1;
     const Place right{(across + 1) / 2, turn * ((down + 1) / 2)};
     const Place left{-(across / 2), -turn * (down / 2)};
@@ -113,7 +113,7 @@ bool above(const Place& a, const Place& b) {
     return a.y < b.y;
 }
 
-// In each row the pixels from the left side on, and before the right one.
+// Fills each row from the left edge, included, to the right edge, excluded.
 void draw_band(const Target& target, const Corners& corners) {
     const auto [top, bottom] = std::minmax_element(corners.begin(), corners.end(), above);
     const std::int64_t last_row = target.last_row(bottom->y);

@@ -1,4 +1,4 @@
-// Device contexts: where and how drawing calls draw.
+// Device contexts: the target and the state of drawing calls.
 #pragma once
 
 #include "gdi/gdi_objects.h"
@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// Takes the drawing of a device context that is no surface: a metafile, or a printer.
+// The target of a device context without a surface: a metafile or a printer.
 class DeviceOutput {
   public:
     DeviceOutput();
@@ -21,10 +21,10 @@ class DeviceOutput {
     virtual void move_to(int x, int y) = 0;
     virtual void line_to(int x, int y) = 0;
     virtual void select_pen(const GdiObject* pen) = 0;
-    virtual int set_map_mode(int mode) = 0; // the mode before; 0 when it cannot be
+    virtual int set_map_mode(int mode) = 0; // the previous mode; 0 when `mode` is not supported
     virtual int caps(int index) const = 0;
 
-    // A pen is being deleted, selected here or not.
+    // Called when any pen is deleted, selected here or not.
     virtual void forget_pen(const GdiObject*) {}
 };
 
@@ -35,24 +35,23 @@ struct DeviceContext {
     DeviceContext& operator=(const DeviceContext&) = delete;
 
     Surface* surface = nullptr; // borrowed from a window or the selected bitmap; null: none
-    bool on_window = false;     // what is drawn goes to the screen later
-    std::unique_ptr<DeviceOutput> output; // set: no surface
+    bool on_window = false;     // the screen is updated when the device context is released
+    std::unique_ptr<DeviceOutput> output; // if set, `surface` is null
     Bitmap* bitmap = nullptr;             // selected; memory device contexts only
     bool painting = false;                // between BeginPaint and EndPaint
     int stretch_mode = 1;
 
-    // A copy of the selected pen: a pen that is deleted while selected goes on drawing.
+    // The selected pen and a copy of its data: a pen deleted while selected remains in effect.
     GdiObject* pen = stock_pen();
     int pen_width = 0;
     std::uint32_t pen_color = stock_pen()->color;
 
     int x = 0, y = 0; // the current point
 
-    // What drawing is confined to, as rectangles that do not overlap and lie in the surface. Nearly
-    // always one.
+    // The clip region: disjoint rectangles inside the surface, nearly always one.
     std::vector<PixelRect> clip;
 
-    // What was drawn on a window and is not yet on the screen.
+    // The part of a window's surface that was drawn on and is not yet on the screen.
     PixelRect touched{0, 0, 0, 0};
 
     void clip_to_surface();
@@ -71,7 +70,7 @@ inline PixelRect pixel_rect(const RECT& r) {
     return {r.left, r.top, r.right, r.bottom};
 }
 
-// Fills `area` of the device with one pixel value, clipped.
+// Fills `area` with one pixel value, clipped.
 void fill(DeviceContext& device, const PixelRect& area, std::uint32_t pixel);
 
 } // namespace platform

@@ -10,8 +10,8 @@ namespace platform {
 
 struct DeviceContext;
 
-// An image that device contexts draw into. The pointer to its pixels is kept beside it, as a line
-// has no time to ask for it. A surface without an image is empty: drawing on it does nothing.
+// An image that device contexts draw on. The pointer to its pixels is cached, as querying it for
+// each line would be too slow. A surface without an image is empty; drawing on it does nothing.
 class Surface {
   public:
     Surface() = default;
@@ -19,7 +19,7 @@ class Surface {
     Surface(const Surface&) = delete;
     Surface& operator=(const Surface&) = delete;
 
-    // Takes another image. No painter may be open on the old one.
+    // Replaces the image. No painter may be active on the old one.
     void replace(QImage image);
 
     QImage& image() { return image_; }
@@ -35,7 +35,7 @@ enum class GdiKind { pen, brush, bitmap };
 
 struct GdiObject {
     GdiKind kind;
-    bool stock; // lives for ever; deleting it does nothing
+    bool stock; // never deleted; DeleteObject does nothing
 
     GdiObject(GdiKind k, bool s) : kind(k), stock(s) {}
 };
@@ -60,7 +60,7 @@ struct Bitmap : GdiObject {
     explicit Bitmap(QImage image) : GdiObject(GdiKind::bitmap, false), surface(std::move(image)) {}
 };
 
-// The pixel of a colour value, and back.
+// Conversion between COLORREF and 32-bit pixels.
 constexpr std::uint32_t pixel_of(COLORREF color) {
     return 0xFF000000U | (color & 0xFFU) << 16U | (color & 0xFF00U) | (color >> 16U & 0xFFU);
 }
@@ -73,10 +73,10 @@ inline GdiObject* gdi_object(HGDIOBJ handle) {
 }
 Pen* stock_pen();
 
-// Releases a pen that CreatePen() made. False when it was the last one to be released already.
+// Releases a pen made by CreatePen(). False when the same pen was released just before.
 bool release_pen(Pen* pen);
 
-// The pixel that a brush fills with: that of a brush, or of a system colour + 1.
+// The pixel value of a brush, or of a system colour + 1.
 std::uint32_t brush_pixel(HBRUSH brush);
 
 } // namespace platform

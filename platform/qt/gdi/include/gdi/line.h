@@ -1,4 +1,4 @@
-// Lines one pixel wide, straight into an image.
+// Draws lines one pixel wide into an image.
 #pragma once
 
 #include "platform/win32.h"
@@ -18,16 +18,16 @@ struct PixelRect {
 
 PixelRect intersect(const PixelRect& a, const PixelRect& b);
 
-// 32-bit pixels; a row begins `stride` pixels after the one above. Borrowed.
+// Borrowed 32-bit pixels; a row begins `stride` pixels after the one above.
 struct PixelView {
     std::uint32_t* bits;
     std::ptrdiff_t stride;
 };
 
-// Draws lines from point to point, each without its end point, as far as they lie in `clip`, which
-// must lie in the image. The pixels are those of Windows: along the major axis one pixel a step,
-// the other coordinate the exact one rounded, a half toward the smaller coordinate. Coordinates
-// beyond 2^29 are taken as 2^29. `count` is 1 or more.
+// Draws lines from point to point, each without its end point, clipped to `clip`, which must lie in
+// the image. The pixels are those of Windows: one per step along the major axis, with the exact
+// minor coordinate rounded and halves rounded down. Coordinates saturate at 2^29. `count` is 1 or
+// more.
 void draw_lines(const PixelView& pixels, const PixelRect& clip, const POINT* points, int count,
                 std::uint32_t color);
 

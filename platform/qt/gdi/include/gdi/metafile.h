@@ -1,5 +1,4 @@
-// Enhanced metafiles: what recording and drawing share, and drawing them where a program wants
-// pixels.
+// Enhanced metafiles: declarations shared by recorder and player, and drawing as an image.
 #pragma once
 
 #include "platform/win32.h"
@@ -9,19 +8,19 @@
 
 namespace platform {
 
-// The device that a metafile was recorded for: here always the screen.
+// The reference device of a metafile; in recordings of this layer always the screen.
 struct ReferenceDevice {
     int pixels_x, pixels_y;
     int millimeters_x, millimeters_y;
 };
 
-// Hundredths of a millimetre, rightward and downward, for a logical unit of a map mode.
+// The size of a logical unit of a map mode in 0.01 mm; positive to the right and downward.
 struct MapScale {
     double x, y;
 };
 MapScale map_scale(int mode, const ReferenceDevice& device);
 
-// The kinds of records that are written and drawn.
+// The record types that this layer writes and draws.
 enum class MetafileRecord : std::uint32_t {
     header = 1,
     end = 14,
@@ -35,17 +34,17 @@ enum class MetafileRecord : std::uint32_t {
 
 inline constexpr std::uint32_t kMetafileSignature = 0x464D4520; // " EMF"
 inline constexpr std::uint32_t kMetafileHeaderBytes = 108;
-inline constexpr std::uint32_t kStockObject = 0x80000000U; // with the number of a stock object
+inline constexpr std::uint32_t kStockObject = 0x80000000U; // flag of stock object numbers
 
-// The handle of a closed metafile with these bytes.
+// Creates a closed metafile with these bytes and returns its handle.
 HENHMETAFILE keep_metafile(QByteArray bytes);
 
-// The bytes of a closed metafile: a file's content. Empty for a handle that is none.
+// The bytes of a closed metafile, as in a file. Empty for an invalid handle.
 QByteArray metafile_bytes(HENHMETAFILE metafile);
 
-// The picture of a metafile as an image whose longer side has `longest` pixels, on white, with the
-// frame filling it. Bytes that are no metafile, and one without a frame, give a null image: they
-// may come from anywhere. Records of kinds that this layer does not write are passed over.
+// Draws a metafile on white. The frame fills the image, whose longer side has `longest` pixels.
+// Null for invalid bytes, which may come from any program, and for a metafile without a frame.
+// Skips records of other types than MetafileRecord.
 QImage draw_metafile(const QByteArray& bytes, int longest);
 
 } // namespace platform

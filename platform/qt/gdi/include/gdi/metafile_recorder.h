@@ -1,4 +1,4 @@
-// Records drawing as an enhanced metafile.
+// Records drawing calls as an enhanced metafile.
 #pragma once
 
 #include "gdi/device_context.h"
@@ -14,13 +14,12 @@
 
 namespace platform {
 
-// Little-endian numbers that grow at the end of one block. When memory runs out, what was put
-// before and after is lost, which size() tells.
+// A growing buffer of little-endian numbers. When memory runs out it becomes and stays empty.
 class RecordBytes {
   public:
     void put(std::uint32_t value);
     void put(const QByteArray& bytes);
-    // Replaces a number that was put before.
+    // Overwrites a number at a byte offset.
     void replace(std::size_t offset, std::uint32_t value);
 
     const char* data() const { return block_.get(); }
@@ -37,11 +36,11 @@ class RecordBytes {
     bool failed_ = false;
 };
 
-// Records follow a header of which most is known only when the recording is closed.
+// A header, most of which is known only in close(), followed by records.
 class MetafileRecorder final : public DeviceOutput {
   public:
-    // `frame` may be null; `description` ends with two zeros, or is null. `file` is where the
-    // metafile goes when it is closed, null for memory.
+    // `frame` may be null; `description` ends with two zeros, or is null. close() writes the
+    // metafile to `file`; null keeps it in memory only.
     MetafileRecorder(const RECT* frame, LPCSTR description, std::unique_ptr<WholeFile> file);
 
     void move_to(int x, int y) override;
@@ -49,10 +48,10 @@ class MetafileRecorder final : public DeviceOutput {
     void select_pen(const GdiObject* pen) override;
     int set_map_mode(int mode) override;
     int caps(int index) const override;
-    void forget_pen(const GdiObject* pen) override; // its number in the table is free again
+    void forget_pen(const GdiObject* pen) override; // frees its number in the object table
 
-    // Completes the metafile and its file. Empty, with the last error set, when memory ran out at
-    // any time, or when the file could not be written.
+    // Completes the metafile and its file and returns its bytes. Empty, with the last error set,
+    // when memory ran out at any time or the file could not be written.
     QByteArray close();
 
   private:
@@ -66,7 +65,7 @@ class MetafileRecorder final : public DeviceOutput {
     RecordBytes bytes_;
     QByteArray description_; // as stored: UTF-16
     std::unique_ptr<WholeFile> file_;
-    std::vector<const GdiObject*> objects_; // number 1 is the first; null: free
+    std::vector<const GdiObject*> objects_; // numbered from 1; null: free
     std::size_t most_objects_ = 0;
     std::uint32_t records_ = 1; // the header
     int map_mode_ = MM_TEXT;
