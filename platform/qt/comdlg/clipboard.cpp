@@ -1,5 +1,5 @@
-// The clipboard. What the program sets is collected while it holds the clipboard open and published
-// as one when it closes it; what other programs offer is read when it is asked for.
+// The clipboard. The program's data are collected while it has the clipboard open and published
+// together when it closes it. Other programs' data are read on request.
 #include "base/global_memory.h"
 #include "gdi/metafile.h"
 #include "user/window.h"
@@ -19,13 +19,13 @@ namespace platform {
 namespace {
 
 constexpr QLatin1String kText("text/plain");
-// Both names of enhanced metafiles are in use.
+// Both MIME types are in use for enhanced metafiles.
 constexpr QLatin1String kPicture("image/x-emf");
-constexpr QLatin1String kPictureToo("image/emf");
+constexpr QLatin1String kPictureAlias("image/emf");
 constexpr QLatin1String kPixels("image/png");
 
-// What other programs see: the text, the picture and, made when somebody asks, its pixels for those
-// that know no metafiles.
+// The data that other programs see: the text, the picture and, for programs that read no metafiles,
+// the picture as PNG, which is drawn on request.
 class Offer : public QMimeData {
   public:
     Offer(const QByteArray& text, QByteArray picture) : picture_(std::move(picture)) {
@@ -34,7 +34,7 @@ class Offer : public QMimeData {
         }
         if (!picture_.isEmpty()) {
             setData(kPicture, picture_);
-            setData(kPictureToo, picture_);
+            setData(kPictureAlias, picture_);
         }
     }
     QStringList formats() const override {
@@ -64,10 +64,10 @@ class Offer : public QMimeData {
 struct State {
     bool open = false;
     HWND opener = nullptr;
-    bool emptied = false; // and what is set since then is ours to publish
+    bool emptied = false; // since it was opened: closing publishes the data set since
     HGLOBAL text = nullptr;
     HENHMETAFILE picture = nullptr;
-    HGLOBAL given = nullptr; // another program's text, made for whoever asked
+    HGLOBAL received = nullptr; // a copy of another program's text, from GetClipboardData
 };
 
 State& state() {
@@ -75,8 +75,8 @@ State& state() {
     return clipboard;
 }
 
-void release_given() {
-    GlobalFree(std::exchange(state().given, nullptr));
+void release_received() {
+    GlobalFree(std::exchange(state().received, nullptr));
 }
 
 void release_set() {
@@ -86,7 +86,7 @@ void release_set() {
     }
 }
 
-// A text ends at its zero, or with its block when it has none. Null without a block.
+// The text up to its zero or, without a zero, to the end of its block. Null without a block.
 QByteArray set_text() {
     const std::span<char> bytes = global_bytes(state().text);
     const auto end = std::find(bytes.begin(), bytes.end(), '\0');
@@ -105,8 +105,8 @@ void publish() {
 
 constexpr QLatin1String kCharset("charset=");
 
-// The format in which another program offers text, or none. One that names its character set counts
-// when the toolkit does not count it as text.
+// The format in which another program offers text; empty for none. Also accepts text formats with a
+// character set, which the toolkit does not recognise as text.
 QString text_format(const QMimeData& offered) {
     const QStringList formats = offered.formats();
     if (formats.contains(kText)) {
@@ -132,12 +132,12 @@ bool has_text() {
     return offered != nullptr && !text_format(*offered).isEmpty();
 }
 
-// Null for no text, which an owner that is gone or hangs gives.
+// Null for a null text, which the toolkit returns when the clipboard's owner has ended or hangs.
 QByteArray to_utf8(const QString& text) {
     return text.isNull() ? QByteArray() : text.toUtf8();
 }
 
-// Another program's text, in UTF-8; null when there is none.
+// Another program's text in UTF-8; null for none.
 QByteArray offered_text() {
     const QMimeData* offered = offered_data();
     const QString format = offered != nullptr ? text_format(*offered) : QString();
@@ -152,20 +152,20 @@ QByteArray offered_text() {
     return to_utf8(text);
 }
 
-HGLOBAL give_text() {
-    if (state().given == nullptr) {
+HGLOBAL received_text() {
+    if (state().received == nullptr) {
         const QByteArray text = offered_text();
         const auto size = static_cast<std::size_t>(text.size());
         HGLOBAL memory = text.isNull() ? nullptr : GlobalAlloc(GMEM_MOVEABLE, size + 1);
         if (memory != nullptr) {
             std::memcpy(global_bytes(memory).data(), text.constData(), size + 1);
         }
-        state().given = memory;
+        state().received = memory;
     }
-    return state().given;
+    return state().received;
 }
 
-// Puts a handle in the place of another, which is released unless it is the same.
+// Assigns a handle and releases the old one, unless both are the same.
 template <typename Handle, typename Release>
 void replace(Handle& place, Handle handle, Release release) {
     if (place != nullptr && place != handle) {
@@ -174,7 +174,7 @@ void replace(Handle& place, Handle handle, Release release) {
     place = handle;
 }
 
-// False, with the last error set, while the program does not hold the clipboard open.
+// False, with the last error set, when the program does not have the clipboard open.
 bool require_open() {
     if (!state().open) {
         SetLastError(ERROR_CLIPBOARD_NOT_OPEN);
@@ -207,7 +207,7 @@ BOOL CloseClipboard() {
         return FALSE;
     }
     state().open = false;
-    release_given();
+    release_received();
     if (std::exchange(state().emptied, false)) {
         publish();
     }
@@ -218,7 +218,7 @@ BOOL EmptyClipboard() {
     if (!require_open()) {
         return FALSE;
     }
-    release_given();
+    release_received();
     release_set();
     state().emptied = true;
     return TRUE;
@@ -232,7 +232,7 @@ HANDLE GetClipboardData(UINT format) {
     if (!require_open() || format != CF_TEXT) {
         return nullptr;
     }
-    return state().emptied ? state().text : give_text();
+    return state().emptied ? state().text : received_text();
 }
 
 HANDLE SetClipboardData(UINT format, HANDLE data) {

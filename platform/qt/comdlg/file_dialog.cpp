@@ -1,4 +1,4 @@
-// The file dialogs: the desktop's own where it has one, the toolkit's otherwise.
+// The file dialogs: the desktop's native ones where they exist, otherwise the toolkit's.
 #include "comdlg/toolkit_dialog.h"
 #include "user/window.h"
 
@@ -18,14 +18,14 @@ namespace platform {
 
 namespace {
 
-// The folder of the file chosen last in this run: the next dialog begins there.
+// The folder of the last chosen file, where the next dialog starts.
 QString& last_folder() {
     static QString folder;
     return folder;
 }
 
-// A pattern that matches without regard to case wherever it is read: desktops' own dialogs heed the
-// case, the toolkit's does not. On Windows "*.*" is every file, with a dot or without.
+// A pattern that ignores case in every dialog: native dialogs match case, the toolkit's does not.
+// As on Windows, "*.*" also matches names without a dot.
 QString portable_pattern(const QString& pattern) {
     if (pattern == QLatin1String("*.*")) {
         return QStringLiteral("*");
@@ -43,7 +43,7 @@ QString portable_pattern(const QString& pattern) {
     return portable;
 }
 
-// The filters in the toolkit's form. `pairs` ends with an empty text; null is none.
+// Converts filters to the toolkit's form. `pairs` ends with an empty text; null for none.
 QStringList name_filters(const char* pairs) {
     QStringList filters;
     while (pairs != nullptr && *pairs != '\0') {
@@ -55,19 +55,19 @@ QStringList name_filters(const char* pairs) {
     return filters;
 }
 
-// A name in quotation marks stands for itself without them, as on Windows.
+// Removes the quotation marks around a name, as Windows does.
 QString without_quotes(const QString& name) {
     const bool quoted = name.size() > 2 && name.startsWith('"') && name.endsWith('"');
     return quoted && name.count('"') == 2 ? name.mid(1, name.size() - 2) : name;
 }
 
-// Not a name to save under, but what was meant to narrow the list.
+// Whether a path is a wildcard pattern instead of a file name.
 bool is_pattern(const QString& path) {
     const QString name = path.section('/', -1);
     return (name.contains('*') || name.contains('?')) && !QFileInfo::exists(path);
 }
 
-// Puts the path into the request. False when it has no room.
+// Writes the path into the request. False when it does not fit.
 bool deliver(const QString& path, const OPENFILENAMEA& request) {
     const QByteArray name = QFile::encodeName(path);
     const auto bytes = static_cast<std::size_t>(name.size()) + 1;
@@ -83,8 +83,8 @@ class FileDialog : public QFileDialog {
     FileDialog(QWidget* owner, OPENFILENAMEA& request)
         : QFileDialog(owner), owner_(request.hwndOwner), request_(request) {}
 
-    // The toolkit's dialog would offer its button only for names that it likes; this one says why
-    // it refuses a name.
+    // The toolkit disables its button for names that it refuses. Here the button stays enabled and
+    // a refused name gets an explanation.
     void set_existing() { setFileMode(name_field() != nullptr ? AnyFile : ExistingFile); }
     void offer_button(QDialogButtonBox::StandardButton which) {
         if (auto* buttons = findChild<QDialogButtonBox*>()) {
@@ -93,9 +93,9 @@ class FileDialog : public QFileDialog {
         }
     }
 
-    // Runs the dialog until a name is taken. False when the user cancelled, and the dialog may be
-    // gone then, or when the name has no room. A desktop's dialog closes with any name: it is
-    // opened again after a bad one.
+    // Runs the dialog until a name is accepted. False when the user cancelled (the dialog may be
+    // destroyed then) or when the name does not fit. A native dialog closes with any name, so it is
+    // opened again after a refused one.
     static bool run(const QPointer<FileDialog>& dialog, HWND owner) {
         while ((owner == nullptr || IsWindow(owner)) && run_toolkit_dialog(dialog.data(), owner) &&
                dialog != nullptr) {
@@ -119,8 +119,8 @@ class FileDialog : public QFileDialog {
         return QFileDialog::eventFilter(button, event);
     }
 
-    // The toolkit's own checks ask their questions in loops in which our windows do not paint, and
-    // they take a name apart at its quotation marks. So this decides for its dialog.
+    // Replaces the toolkit's checks: their questions run in event loops in which our windows are
+    // not painted, and they split a name at its quotation marks.
     void accept() override {
         QLineEdit* field = name_field();
         if (field == nullptr) {
@@ -135,12 +135,12 @@ class FileDialog : public QFileDialog {
             return;
         }
         if (!path.isEmpty() && acceptable(path)) {
-            QDialog::accept(); // NOLINT(bugprone-parent-virtual-call): not another look at the name
+            QDialog::accept(); // NOLINT(bugprone-parent-virtual-call): skips the toolkit's checks
         }
     }
 
   private:
-    // Null in a desktop's dialog.
+    // Null in a native dialog.
     QLineEdit* name_field() const { return findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); }
 
     QString path_of(const QLineEdit& field) const {
@@ -164,7 +164,7 @@ class FileDialog : public QFileDialog {
         if ((request_.Flags & OFN_FILEMUSTEXIST) != 0 && !file.exists()) {
             return refuse(path, "File not found.\nCheck the file name and try again.");
         }
-        fits_ = deliver(path, request_); // if not, the caller hears of it
+        fits_ = deliver(path, request_); // if not, run() returns false
         return !fits_ || hook_agrees();
     }
 
@@ -177,10 +177,11 @@ class FileDialog : public QFileDialog {
 
     HWND owner_;
     OPENFILENAMEA& request_;
-    bool fits_ = false; // the name that was taken
+    bool fits_ = false; // the accepted name fits into the request
 };
 
-// What a hook knows the dialog by. Nobody else can, so that only the dialog itself minds its keys.
+// The handle that a hook gets for the dialog. It exists only during the hook's call, so that the
+// dialog's keys are not queued as messages.
 class HookWindow final : public Window {
   public:
     explicit HookWindow(FileDialog& dialog) : dialog_(dialog) {

@@ -17,8 +17,8 @@ namespace platform {
 
 namespace {
 
-// The toolkit asks about the file that it prints to in loops of its own, which stop every window
-// and in which none is painted. So this dialog asks in its place.
+// Replaces the toolkit's questions about the output file: they run in event loops in which every
+// window is blocked and none is painted.
 class PrintDialog final : public QPrintDialog {
   public:
     PrintDialog(QPrinter* target, QWidget* behind, HWND owner)
@@ -28,7 +28,7 @@ class PrintDialog final : public QPrintDialog {
         auto* buttons = findChild<QDialogButtonBox*>();
         auto* browse = findChild<QToolButton*>(QStringLiteral("fileBrowser"));
         if (file_ == nullptr || printers_ == nullptr || buttons == nullptr || browse == nullptr) {
-            return; // a toolkit that is built otherwise asks for itself
+            return; // a toolkit with other widgets asks its own questions
         }
         buttons->disconnect(this);
         QObject::connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -43,7 +43,7 @@ class PrintDialog final : public QPrintDialog {
         QObject::connect(browse, &QToolButton::clicked, this, [this] { browse_for_file(); });
     }
 
-    // Only one page is ever printed, and the toolkit offers ranges whatever the options.
+    // Hides the page range, which the toolkit always shows: only one page is printed.
     void setVisible(bool visible) override {
         QPrintDialog::setVisible(visible);
         if (auto* range = findChild<QWidget*>(QStringLiteral("gbPrintRange"))) {
@@ -53,7 +53,7 @@ class PrintDialog final : public QPrintDialog {
     }
 
   private:
-    // A file is written once, whatever number is asked for.
+    // The number of copies has no effect on a file.
     void offer_copies() {
         auto* copies = findChild<QSpinBox*>(QStringLiteral("copies"));
         if (copies != nullptr && file_ != nullptr) {
@@ -80,20 +80,20 @@ class PrintDialog final : public QPrintDialog {
     void browse_for_file() {
         const QPointer<QFileDialog> browser = new QFileDialog(this, windowTitle(), file_->text());
         browser->setAcceptMode(QFileDialog::AcceptSave);
-        browser->setOption(QFileDialog::DontConfirmOverwrite); // asked when all is chosen
+        browser->setOption(QFileDialog::DontConfirmOverwrite); // file_agreed() asks
         if (run_toolkit_dialog(browser.data(), owner_) && browser != nullptr) {
             file_->setText(browser->selectedFiles().value(0));
-            printers_->setCurrentIndex(printers_->count() - 1); // the file
+            printers_->setCurrentIndex(printers_->count() - 1); // print to file
         }
-        if (browser != nullptr) { // so is this dialog
+        if (browser != nullptr) { // else this dialog is destroyed, too
             delete browser;
             activateWindow();
         }
     }
 
     HWND owner_;
-    QLineEdit* file_;     // enabled while the printer is a file
-    QComboBox* printers_; // the last is the file
+    QLineEdit* file_;     // enabled while printing to a file is selected
+    QComboBox* printers_; // the last entry prints to a file
 };
 
 } // namespace

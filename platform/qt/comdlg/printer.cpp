@@ -1,4 +1,4 @@
-// Printers: pages drawn on what the print dialog chose.
+// Printing on the printer chosen in the print dialog.
 #include "comdlg/print_dialog.h"
 #include "gdi/device_context.h"
 #include "platform/whole_file.h"
@@ -19,14 +19,14 @@ namespace platform {
 
 namespace {
 
-// A job on a printer. Lines that follow each other are drawn as one polyline, so that they join.
+// A print job. Connected lines are drawn as one polyline, so that they are joined.
 class PrinterOutput final : public DeviceOutput {
   public:
     explicit PrinterOutput(std::unique_ptr<QPrinter> printer) : printer_(std::move(printer)) {
         lines_.append(QPoint(0, 0));
     }
     ~PrinterOutput() override {
-        if (painter_.isActive()) { // the document was not ended: nobody wants it
+        if (painter_.isActive()) { // EndDoc was not called
             abandon();
         }
     }
@@ -67,14 +67,15 @@ class PrinterOutput final : public DeviceOutput {
 
     std::unique_ptr<QPrinter> printer_;
     QPainter painter_;
-    QPen pen_{Qt::black, 0}; // as the stock pen
+    QPen pen_{Qt::black, 0}; // the stock pen
     QPolygon lines_;         // begins at the current point
     ABORTPROC abort_ = nullptr;
-    std::unique_ptr<WholeFile> file_;                                // printed to; null: a printer
-    QTemporaryFile part_{QDir::tempPath() + "/printing-XXXXXX.pdf"}; // until the job is complete
+    std::unique_ptr<WholeFile> file_; // the output file; null: a printer
+    QTemporaryFile part_{QDir::tempPath() +
+                         "/printing-XXXXXX.pdf"}; // holds the output until EndDoc
     bool started_ = false;
     bool in_page_ = false;
-    bool next_page_ = false; // the first begins with the document
+    bool next_page_ = false; // false: the first page, which needs no newPage()
 };
 
 int PrinterOutput::caps(int index) const {
@@ -107,8 +108,9 @@ void PrinterOutput::draw_lines() {
     lines_ = QPolygon({lines_.last()});
 }
 
-// The toolkit would write the chosen file as it goes, wait for the reader of a pipe, and never say
-// whether all could be written. So it gets another file, and we write the chosen one at the end.
+// Makes the toolkit print to a temporary file, which complete_file() copies. The toolkit would
+// write the chosen file during the job, block on a pipe without a reader, and not report write
+// errors.
 bool PrinterOutput::open_file() {
     const QString path = printer_->outputFileName();
     if (path.isEmpty()) {
@@ -122,19 +124,19 @@ bool PrinterOutput::open_file() {
     return true;
 }
 
-// A document that did not reach its end mark was cut.
+// A document without its end mark is truncated.
 bool PrinterOutput::complete_file() {
     if (file_ == nullptr) {
         return true;
     }
     constexpr qsizetype kTail = 16;
-    QFile part(part_.fileName()); // opened anew, in case the toolkit has put another in its place
+    QFile part(part_.fileName()); // reopened, as the toolkit may have replaced the file
     const QByteArray document = part.open(QIODevice::ReadOnly) ? part.readAll() : QByteArray();
     if (!document.right(kTail).contains("%%EOF")) {
-        return false; // before anything is written over in place
+        return false; // before the target is overwritten
     }
     std::fwrite(document.constData(), 1, static_cast<std::size_t>(document.size()),
-                file_->stream()); // commit() tells
+                file_->stream()); // commit() reports errors
     return file_->commit() == 0;
 }
 
@@ -146,7 +148,7 @@ void PrinterOutput::abandon() {
 
 bool PrinterOutput::start_document(const QString& name) {
     if (std::exchange(started_, true)) {
-        return false; // a device context is good for one document
+        return false; // one document per device context
     }
     printer_->setDocName(name);
     if (!open_file() || !painter_.begin(printer_.get())) {
@@ -185,7 +187,7 @@ PrinterOutput* printer_of(HDC handle) {
     return device != nullptr ? dynamic_cast<PrinterOutput*>(device->output.get()) : nullptr;
 }
 
-// The calls of a job answer with a number above 0 for success.
+// The printing calls return a number above 0 for success.
 int answer(bool success) {
     constexpr int kError = -1; // SP_ERROR
     return success ? 1 : kError;

@@ -11,19 +11,19 @@ namespace platform {
 
 namespace {
 
-// What the dialog's end is told to. Shared with its signal, which may come late.
-struct Ending {
+// The dialog's outcome. Shared with the signal handler, which may run after run_toolkit_dialog().
+struct Outcome {
     HWND owner;
     bool finished = false;
     bool accepted = false;
     bool owner_blocked = true;
 };
 
-// The owner hears its user again at once, even while the loop of a dialog that was opened later
-// still runs inside that of this one.
-void give_back_owner(Ending& ending) {
-    Window* window = window_of(ending.owner);
-    if (std::exchange(ending.owner_blocked, false) && window != nullptr) {
+// Unblocks the owner at once, even while the loop of a dialog that was opened later is still nested
+// in this one's.
+void unblock_owner(Outcome& outcome) {
+    Window* window = window_of(outcome.owner);
+    if (std::exchange(outcome.owner_blocked, false) && window != nullptr) {
         window->unblock();
         window->widget()->activateWindow();
     }
@@ -32,12 +32,12 @@ void give_back_owner(Ending& ending) {
 } // namespace
 
 bool run_toolkit_dialog(const QPointer<QDialog>& dialog, HWND owner) {
-    const auto ending = std::make_shared<Ending>(Ending{.owner = owner});
-    QObject::connect(dialog, &QDialog::finished, dialog, [ending](int result) {
-        ending->finished = true;
-        ending->accepted = result == QDialog::Accepted;
-        give_back_owner(*ending);
-        post(nullptr, WM_NULL, 0, 0); // the loop may be asleep
+    const auto outcome = std::make_shared<Outcome>(Outcome{.owner = owner});
+    QObject::connect(dialog, &QDialog::finished, dialog, [outcome](int result) {
+        outcome->finished = true;
+        outcome->accepted = result == QDialog::Accepted;
+        unblock_owner(*outcome);
+        post(nullptr, WM_NULL, 0, 0); // wakes the loop
     });
     dialog->setWindowModality(Qt::WindowModal);
     if (Window* window = window_of(owner)) {
@@ -45,19 +45,19 @@ bool run_toolkit_dialog(const QPointer<QDialog>& dialog, HWND owner) {
     }
     dialog->show();
     run_modal_loop([&] {
-        return !ending->finished && dialog != nullptr && (owner == nullptr || IsWindow(owner));
+        return !outcome->finished && dialog != nullptr && (owner == nullptr || IsWindow(owner));
     });
     if (dialog != nullptr) {
         dialog->hide();
     }
-    give_back_owner(*ending);
-    return ending->finished && ending->accepted && (owner == nullptr || IsWindow(owner));
+    unblock_owner(*outcome);
+    return outcome->finished && outcome->accepted && (owner == nullptr || IsWindow(owner));
 }
 
 bool ask_over(QDialog& dialog, HWND owner, const QString& title, const QString& text,
               QMessageBox::StandardButtons buttons) {
-    const QPointer<QDialog> asker = &dialog;
-    // A desktop's own dialog is closed by now.
+    const QPointer<QDialog> watched = &dialog;
+    // A native dialog is closed by now.
     QWidget* behind = dialog.isVisible() ? &dialog : dialog.parentWidget();
     const QPointer<QMessageBox> box =
         new QMessageBox(QMessageBox::Warning, title, text, buttons, behind);
@@ -67,7 +67,7 @@ bool ask_over(QDialog& dialog, HWND owner, const QString& title, const QString& 
     run_toolkit_dialog(box.data(), owner);
     const bool agreed = box != nullptr && box->result() == QMessageBox::Yes;
     delete box;
-    if (asker == nullptr) {
+    if (watched == nullptr) {
         return false;
     }
     if (owner != nullptr && !IsWindow(owner)) {

@@ -17,7 +17,7 @@ LRESULT Control::receive(UINT message, WPARAM wparam, LPARAM) {
     return 0;
 }
 
-// The widget goes later, as one of its handlers may be running.
+// The widget is deleted later, as one of its handlers may be running.
 void Control::dismantle() {
     if (widget_ != nullptr) {
         widget_->hide();

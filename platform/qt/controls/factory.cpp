@@ -26,8 +26,8 @@ namespace {
 class ButtonControl : public Control {
   public:
     ButtonControl(HWND parent, int id, QAbstractButton* button) : Control(parent, id, button) {
-        // Posted, not sent: the command may open a dialog, and the button must not be in the
-        // middle of its click for as long as that lasts.
+        // Posted, not sent: the command may open a dialog, and the button's click handler must not
+        // last as long as the dialog.
         QObject::connect(button, &QAbstractButton::clicked, button, [this] {
             post_input(Control::parent(), WM_COMMAND,
                        MAKEWPARAM(static_cast<unsigned>(Control::id()), BN_CLICKED),
@@ -53,15 +53,15 @@ class RadioControl : public ButtonControl {
     using ButtonControl::ButtonControl;
     bool checked() const override { return button()->isChecked(); }
     void set_checked(bool on) override {
-        // Only a user's click clears the others: a program may leave none of a group checked.
+        // Only a click clears the others: a program may leave a group without a checked button.
         button()->group()->setExclusive(false);
         button()->setChecked(on);
         button()->group()->setExclusive(true);
     }
 };
 
-// A frame with its title on the line. Many styles put the title above the frame, which then begins
-// lower, where a dialog has its first control.
+// A group box with its title on the frame line. Many styles draw the title above the frame, which
+// then starts lower and crosses the first control.
 class GroupFrame : public QGroupBox {
   public:
     using QGroupBox::QGroupBox;
@@ -86,8 +86,9 @@ class GroupFrame : public QGroupBox {
     }
 };
 
-// Takes digits from the keyboard only; what is pasted or set is not looked at. It stands in windows
-// of classes, whose accelerators take the keys for the clipboard, so its menu names none.
+// Accepts only digits from the keyboard; pasted and set texts are not checked. It is used in
+// top-level windows, whose accelerators take the clipboard keys, so its context menu shows no
+// shortcuts.
 class NumberEdit : public QLineEdit {
   public:
     explicit NumberEdit(QWidget* parent) : QLineEdit(parent) {
@@ -144,53 +145,53 @@ class LabelControl : public Control {
     QLabel* label() const { return static_cast<QLabel*>(widget()); }
 };
 
-// Where a control is to be made.
-struct Place {
-    HWND parent;
-    QWidget* parent_widget;
+// The parent of a new control.
+struct Parent {
+    HWND window;
+    QWidget* widget;
 };
 
-// An unknown style would silently look or behave otherwise than its author meant.
+// An unknown style would be ignored silently, so it is an error.
 void require_styles(const DialogItem& item, std::uint32_t known) {
     if ((item.style & ~(known | kCommonStyles)) != 0) {
         resource_fault("control style of", static_cast<unsigned>(item.id));
     }
 }
 
-std::shared_ptr<Control> make_button(const DialogItem& item, const Place& place) {
+std::shared_ptr<Control> make_button(const DialogItem& item, const Parent& parent) {
     const QString text = to_qstring(item.text.text);
     require_styles(item, 0xF);
     switch (item.style & 0xFU) {
     case kPushButton:
     case kDefaultPushButton: {
-        auto* button = new QPushButton(text, place.parent_widget);
+        auto* button = new QPushButton(text, parent.widget);
         button->setDefault((item.style & 0xFU) == kDefaultPushButton);
-        return std::make_shared<ButtonControl>(place.parent, item.id, button);
+        return std::make_shared<ButtonControl>(parent.window, item.id, button);
     }
     case kAutoRadioButton:
-        return std::make_shared<RadioControl>(place.parent, item.id,
-                                              new QRadioButton(text, place.parent_widget));
+        return std::make_shared<RadioControl>(parent.window, item.id,
+                                              new QRadioButton(text, parent.widget));
     case kGroupBox:
-        return std::make_shared<Control>(place.parent, item.id,
-                                         new GroupFrame(text, place.parent_widget));
+        return std::make_shared<Control>(parent.window, item.id,
+                                         new GroupFrame(text, parent.widget));
     default:
         resource_fault("button kind of", static_cast<unsigned>(item.id));
     }
 }
 
-std::shared_ptr<Control> make_edit(const DialogItem& item, const Place& place) {
+std::shared_ptr<Control> make_edit(const DialogItem& item, const Parent& parent) {
     require_styles(item, kEditAutoScroll | kEditNumber);
     const bool number = (item.style & kEditNumber) != 0;
-    auto* edit = number ? new NumberEdit(place.parent_widget) : new QLineEdit(place.parent_widget);
+    auto* edit = number ? new NumberEdit(parent.widget) : new QLineEdit(parent.widget);
     edit->setText(to_qstring(item.text.text));
     edit->setFrame((item.style & kBorder) != 0);
-    return std::make_shared<EditControl>(place.parent, item.id, edit);
+    return std::make_shared<EditControl>(parent.window, item.id, edit);
 }
 
-std::shared_ptr<Control> make_static(const DialogItem& item, const Place& place) {
+std::shared_ptr<Control> make_static(const DialogItem& item, const Parent& parent) {
     require_styles(item, kStaticKind | kStaticNoPrefix | kStaticSunken);
-    auto* label = new QLabel(place.parent_widget);
-    label->setTextFormat(Qt::PlainText); // a text that looks like mark-up is still a text
+    auto* label = new QLabel(parent.widget);
+    label->setTextFormat(Qt::PlainText); // no mark-up
     Qt::Alignment alignment = Qt::AlignTop | Qt::AlignLeft;
     switch (item.style & kStaticKind) {
     case kStaticLeft:
@@ -220,37 +221,35 @@ std::shared_ptr<Control> make_static(const DialogItem& item, const Place& place)
     if ((item.style & kStaticKind) != kStaticIcon) {
         label->setText(to_qstring(item.text.text));
     }
-    return std::make_shared<LabelControl>(place.parent, item.id, label);
+    return std::make_shared<LabelControl>(parent.window, item.id, label);
 }
 
-std::shared_ptr<Control> make_by_class(const DialogItem& item, const Place& place) {
+std::shared_ptr<Control> make_by_class(const DialogItem& item, const Parent& parent) {
     switch (item.window_class.number) {
     case kButtonClass:
-        return make_button(item, place);
+        return make_button(item, parent);
     case kEditClass:
-        return make_edit(item, place);
+        return make_edit(item, parent);
     case kStaticClass:
-        return make_static(item, place);
+        return make_static(item, parent);
     default:
         break;
     }
     const QString name = to_qstring(item.window_class.text).toLower();
     if (name == QLatin1String("msctls_trackbar32")) {
         require_styles(item, kTrackbarAutoTicks | kTrackbarTooltips);
-        return std::make_shared<TrackbarControl>(place.parent, item.id, item.style,
-                                                 place.parent_widget);
+        return std::make_shared<TrackbarControl>(parent.window, item.id, item.style, parent.widget);
     }
     if (name == QLatin1String("msctls_updown32")) {
         require_styles(item, kUpDownArrowKeys);
-        return std::make_shared<UpDownControl>(place.parent, item.id, item.style,
-                                               place.parent_widget);
+        return std::make_shared<UpDownControl>(parent.window, item.id, item.style, parent.widget);
     }
     resource_fault("control class of", static_cast<unsigned>(item.id));
 }
 
-// Where a control's widget is to be, and how.
+// Sets the position and the state of a control's widget.
 void set_up(QWidget* widget, const DialogItem& item, const QRect& area) {
-    // An icon's place says only where it begins.
+    // An icon's area has a position but no size.
     widget->setGeometry(area.isEmpty() ? QRect(area.topLeft(), widget->sizeHint()) : area);
     widget->setVisible((item.style & kVisible) != 0);
     widget->setEnabled((item.style & kDisabled) == 0);

@@ -19,7 +19,7 @@ namespace {
 
 using Action = QAbstractSlider::SliderAction;
 
-// What a key does to the slider; SliderNoAction for keys that are not the slider's.
+// The action of a key; SliderNoAction for keys that the slider does not handle.
 Action key_action(int key) {
     switch (key) {
     case Qt::Key_Left:
@@ -60,18 +60,19 @@ WORD action_code(int action) {
     }
 }
 
-constexpr int kTicks = 5; // pixels down, as the toolkit allows for
+constexpr int kTicks = 5; // pixels below the groove, as the toolkit reserves
 
 } // namespace
 
 TrackbarWidget::TrackbarWidget(QWidget* parent, std::function<void(WORD)> notify, bool tooltips)
     : QSlider(Qt::Horizontal, parent), notify_(std::move(notify)), tooltips_(tooltips) {
-    setFocusPolicy(Qt::TabFocus); // and by the left button
-    connect(this, &QAbstractSlider::actionTriggered, this, &TrackbarWidget::tell);
+    setFocusPolicy(Qt::TabFocus); // mousePressEvent() adds the left button
+    connect(this, &QAbstractSlider::actionTriggered, this, &TrackbarWidget::report);
 }
 
-// Styles put the ticks at the lower edge of the place that they get. It ends where the slider needs
-// no more, so that the ticks are at their own groove, which is level with the label beside it.
+// Styles draw the ticks at the bottom of the slider's rectangle. It is reduced to the height that
+// the slider needs, so that the ticks are next to the groove, and placed so that the groove is
+// level with the label beside it.
 void TrackbarWidget::initStyleOption(QStyleOptionSlider* option) const {
     QSlider::initStyleOption(option);
     const int thick = style()->pixelMetric(QStyle::PM_SliderThickness, option, this) + kTicks;
@@ -94,7 +95,7 @@ void TrackbarWidget::paintEvent(QPaintEvent*) {
     style()->drawComplexControl(QStyle::CC_Slider, &option, &painter, this);
 }
 
-// The style would draw them in a colour that depends on its cache, and dark ones on dark palettes.
+// Styles draw ticks in a colour from their cache, which may be dark on a dark palette.
 void TrackbarWidget::draw_ticks(QPainter& painter, int bottom) const {
     QColor faint = palette().color(QPalette::WindowText);
     faint.setAlphaF(0.45F);
@@ -121,7 +122,7 @@ int TrackbarWidget::position_at(int thumb_left) const {
     return QStyle::sliderValueFromPosition(minimum(), maximum(), thumb_left - groove.left(), way);
 }
 
-void TrackbarWidget::tell(int action) {
+void TrackbarWidget::report(int action) {
     tracking_ = true;
     show_position();
     notify_(action_code(action));
@@ -191,23 +192,23 @@ void TrackbarWidget::keyReleaseEvent(QKeyEvent* event) {
         event->ignore();
     } else if (event->key() == held_key_ && !event->isAutoRepeat()) {
         last_release_.note(*event);
-        if (event->nativeScanCode() == 0) { // not from the keyboard
+        if (event->nativeScanCode() == 0) { // a synthetic event
             end_tracking();
             return;
         }
-        constexpr int kTogether = 30; // milliseconds until the press that unmakes it is read
-        release_timer_.start(kTogether, this);
+        constexpr int kRepeatDelay = 30; // milliseconds in which an auto-repeat press may follow
+        release_timer_.start(kRepeatDelay, this);
     }
 }
 
 void TrackbarWidget::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) { // styles may move the thumb with others
+    if (event->button() != Qt::LeftButton) { // some styles move the thumb with other buttons
         event->ignore();
         return;
     }
     end_tracking();
     setFocus(Qt::MouseFocusReason);
-    // The whole height takes a click, as on Windows, not just the thin groove.
+    // As on Windows the whole height accepts clicks, not only the groove.
     const int at = event->position().toPoint().x();
     const QRect thumb = part(QStyle::SC_SliderHandle);
     if (at >= thumb.left() && at <= thumb.right()) {
@@ -222,7 +223,7 @@ void TrackbarWidget::mousePressEvent(QMouseEvent* event) {
     page_toward_pointer();
 }
 
-// Whole pages only, and not back when the last one went beyond the pointer.
+// Moves by whole pages and does not reverse after passing the pointer.
 void TrackbarWidget::page_toward_pointer() {
     const QRect thumb = part(QStyle::SC_SliderHandle);
     if (page_ == SliderPageStepSub ? pointer_ < thumb.left() : pointer_ > thumb.right()) {
@@ -246,8 +247,7 @@ void TrackbarWidget::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
-// The wheel moves the slider that has the keyboard only: a pointer that happens to be above one
-// changes nothing.
+// The wheel moves only the slider with the focus, not the one under the pointer.
 void TrackbarWidget::wheelEvent(QWheelEvent* event) {
     if (!hasFocus()) {
         event->ignore();
@@ -306,7 +306,7 @@ TrackbarControl::TrackbarControl(HWND parent, int id, std::uint32_t style, QWidg
 }
 
 void TrackbarControl::notify(WORD code) {
-    // A thumb code brings its position along, as on Windows.
+    // As on Windows only thumb codes carry the position.
     const bool thumb = code == TB_THUMBPOSITION || code == TB_THUMBTRACK;
     const auto position = static_cast<unsigned>(slider_->sliderPosition());
     send_message(Control::parent(), WM_HSCROLL, MAKEWPARAM(code, thumb ? position : 0),

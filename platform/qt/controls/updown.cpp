@@ -11,12 +11,12 @@ namespace platform {
 
 namespace {
 
-// The range that an up-down control has by itself: it runs backwards, so that the up arrow proposes
-// to lower the position.
+// The default range of an up-down control. It is inverted on Windows (minimum 100, maximum 0), so
+// the up arrow proposes a lower position.
 constexpr int kLowest = 0;
 constexpr int kHighest = 100;
 
-// The size of a step after an arrow was held for so long: 1, then 5, then 20, as on Windows.
+// The step after an arrow was held for this time: 1, then 5, then 20, as on Windows.
 int accelerated_step(qint64 milliseconds) {
     if (milliseconds < 2000) {
         return 1;
@@ -77,8 +77,8 @@ UpDownControl::UpDownControl(HWND parent, int id, std::uint32_t style, QWidget* 
       arrows_(static_cast<UpDownWidget*>(widget())), arrow_keys_((style & kUpDownArrowKeys) != 0) {}
 
 void UpDownControl::step(int amount) {
-    const std::shared_ptr<Window> alive = shared_from_this(); // whatever the dialog does about it
-    const int change = -amount;                               // the range runs backwards
+    const std::shared_ptr<Window> alive = shared_from_this(); // the dialog may destroy this
+    const int change = -amount;                               // the range is inverted
     NMUPDOWN proposal{{handle(), static_cast<UINT_PTR>(id()), UDN_DELTAPOS}, position_, change};
     const LRESULT refused = send_message(Control::parent(), WM_NOTIFY, static_cast<WPARAM>(id()),
                                          reinterpret_cast<LPARAM>(&proposal));

@@ -1,4 +1,4 @@
-// The dialog in which the user chooses a printer.
+// The print dialog.
 #pragma once
 
 #include "platform/win32.h"
@@ -7,8 +7,8 @@ class QPrinter;
 
 namespace platform {
 
-// Lets the user choose and set up `printer`, over `owner` (null: none), as run_toolkit_dialog does.
-// What the program would not heed is not offered. True when a printer was chosen.
+// Lets the user choose and configure `printer` in a modal dialog over `owner` (null: none); see
+// run_toolkit_dialog(). Hides options that the program ignores. True when a printer was chosen.
 bool choose_printer(QPrinter& printer, HWND owner);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// Dialogs that the toolkit or the desktop brings: for files and for printing.
+// Runs file and print dialogs of the toolkit or the desktop.
 #pragma once
 
 #include "platform/win32.h"
@@ -9,14 +9,14 @@
 
 namespace platform {
 
-// Shows the dialog over its owner (null: none), which takes no input meanwhile, and runs a message
-// loop of its own until it is closed. True when it was accepted; false when it was rejected, when
-// the owner was destroyed, or when the program is ending. The dialog may be gone afterwards, along
-// with its owner; if not, the caller releases it.
+// Shows the dialog over its owner (null: none), blocks the owner's input and runs a message loop
+// until the dialog is closed. True when it was accepted; false when it was rejected, when the owner
+// was destroyed, or when the program quits. The dialog is destroyed with its owner; otherwise the
+// caller deletes it.
 bool run_toolkit_dialog(const QPointer<QDialog>& dialog, HWND owner);
 
-// A question or a remark about what was entered in a dialog that runs over `owner`. It stops these
-// two only. True when the user said yes; Return does not.
+// Shows a message box about the input of a dialog that runs over `owner`. Blocks these two only.
+// True when the user pressed Yes, which is not the default button.
 bool ask_over(QDialog& dialog, HWND owner, const QString& title, const QString& text,
               QMessageBox::StandardButtons buttons);
 

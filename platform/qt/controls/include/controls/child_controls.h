@@ -1,4 +1,4 @@
-// Controls that a program makes itself, in windows of its classes.
+// Controls created by the program in its top-level windows.
 #pragma once
 
 #include "platform/win32.h"
@@ -8,14 +8,14 @@
 namespace platform {
 
 struct ChildDesign {
-    LPCSTR class_name; // "EDIT" or "BUTTON", in any case of its letters
+    LPCSTR class_name; // "EDIT" or "BUTTON", case-insensitive
     LPCSTR text;
     DWORD style;
     int id;
 };
 
-// Makes a control at `area` of the parent's client area. Null, with the last error set, when there
-// is no such class or the parent cannot have controls.
+// Creates a control at `area` of the parent's client area. Null, with the last error set, when the
+// class is unknown or the parent cannot have controls.
 HWND create_child(const ChildDesign& design, const QRect& area, HWND parent);
 
 } // namespace platform

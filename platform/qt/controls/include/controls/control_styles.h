@@ -1,5 +1,4 @@
-// Control classes and styles as dialog templates and CreateWindowExA name them, with their real
-// values.
+// Control classes and styles in dialog templates and CreateWindowExA, with the values of Windows.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Controls: the children of a dialog or of a window of a class.
+// Controls: the children of a dialog or a top-level window.
 #pragma once
 
 #include "user/window.h"
@@ -12,8 +12,8 @@
 
 namespace platform {
 
-// A control and its widget, which belongs to the parent's widget. A plain control understands no
-// messages: it is a label, a group box or an icon.
+// A control and its widget, which the parent's widget owns. This base class, used for labels, group
+// boxes and icons, handles only key messages.
 class Control : public Window {
   public:
     Control(HWND parent, int id, QWidget* widget);
@@ -22,7 +22,7 @@ class Control : public Window {
     LRESULT receive(UINT message, WPARAM wparam, LPARAM lparam) override;
     void dismantle() override;
     void open_menu() override;     // its parent's
-    bool enabled() const override; // input for it waits as its parent's does
+    bool enabled() const override; // its parent's
 
     HWND parent() const { return parent_; }
     int id() const { return id_; }
@@ -30,9 +30,9 @@ class Control : public Window {
     virtual QString text() const { return {}; }
     virtual void set_text(const QString&) {}
 
-    // Whether it is marked; only radio buttons ever are.
+    // Whether it is checked; only radio buttons can be.
     virtual bool checked() const { return false; }
-    virtual void set_checked(bool) {} // leaves the others of its group as they are
+    virtual void set_checked(bool) {} // does not change the others of its group
 
   private:
     HWND parent_;
@@ -40,23 +40,23 @@ class Control : public Window {
     QPointer<QWidget> widget_;
 };
 
-// The controls of a window, in the order of their creation. It is a member of the widget that they
-// are in: controls live as long as their widgets, which may still be in a handler when the window
-// is dismantled, with an arrow held, say.
+// The controls of a window, in the order of their creation. Owned by the widget that contains them:
+// controls must live as long as their widgets, which may still run a handler when the window is
+// dismantled, such as while an arrow is held.
 class Controls {
   public:
     explicit Controls(QWidget* holder) : holder_(holder) {}
 
-    // Adds a control, whose widget is in the holder, and gives it to the registry of windows. Radio
-    // buttons that follow each other are a group until one begins the next.
+    // Adds a control, whose widget is a child of the holder, and registers its handle. Consecutive
+    // radio buttons form a group until a control with `begins_group`.
     void add(std::shared_ptr<Control> control, bool begins_group);
 
     QWidget* holder() const { return holder_; }
 
-    // The control with this id that was not destroyed, or null.
+    // The control with this id; null when there is none or it was destroyed.
     Control* find(int id) const;
 
-    // Takes their handles away: their window is being destroyed.
+    // Invalidates the controls' handles; called when the window is destroyed.
     void forget() const;
 
     const std::vector<std::shared_ptr<Control>>& all() const { return all_; }
@@ -64,7 +64,7 @@ class Controls {
   private:
     QWidget* holder_;
     std::vector<std::shared_ptr<Control>> all_;
-    QButtonGroup* radio_buttons_ = nullptr; // of the group that is being made
+    QButtonGroup* radio_buttons_ = nullptr; // the current group
 };
 
 // The control of a handle, or null.

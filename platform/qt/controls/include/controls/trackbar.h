@@ -1,4 +1,4 @@
-// The trackbar, answering and notifying as Windows' does.
+// A trackbar with the messages and notifications of Windows.
 #pragma once
 
 #include "controls/controls.h"
@@ -13,9 +13,9 @@
 
 namespace platform {
 
-// A slider whose keyboard follows Windows (up and page-up decrease) and that tells of every
-// interaction with a code (TB_...), the last one always TB_ENDTRACK, also when the keyboard or the
-// dialog goes while a key or the mouse is held.
+// A slider with the keys of Windows (up and page-up decrease). It reports every interaction with
+// TB_... codes, of which the last is always TB_ENDTRACK, also when the focus or the dialog is lost
+// while a key or the mouse is held.
 class TrackbarWidget : public QSlider {
   public:
     TrackbarWidget(QWidget* parent, std::function<void(WORD code)> notify, bool tooltips);
@@ -38,7 +38,7 @@ class TrackbarWidget : public QSlider {
     QRect part(QStyle::SubControl which) const;
     int position_at(int thumb_left) const;
     void page_toward_pointer();
-    void tell(int action);
+    void report(int action);
     void end_tracking();
     void show_position();
 
@@ -46,15 +46,15 @@ class TrackbarWidget : public QSlider {
     bool tooltips_;
     QPointer<QLabel> value_; // at the thumb while it moves
     QBasicTimer value_timer_;
-    bool tracking_ = false; // told of a move, and not yet of its end
+    bool tracking_ = false; // a move was reported and not yet its end
     int held_key_ = 0;
     LastRelease last_release_;
-    QBasicTimer release_timer_; // runs while the release may prove to be none
+    QBasicTimer release_timer_; // runs while a release may be part of auto-repeat
     QBasicTimer page_timer_;    // runs while the groove is held
     SliderAction page_ = SliderNoAction;
     int pointer_ = 0; // where the groove is held
     int grip_ = 0;    // where the thumb is held, from its left
-    int wheel_ = 0;   // turned and not yet a step, in eighths of a degree
+    int wheel_ = 0;   // rotation below one step, in 1/8 degree
 };
 
 class TrackbarControl : public Control {

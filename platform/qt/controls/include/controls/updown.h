@@ -1,4 +1,4 @@
-// The up-down control: two arrows that propose steps to the dialog.
+// The up-down control: two arrows that notify the dialog of proposed steps.
 #pragma once
 
 #include "controls/controls.h"
@@ -10,13 +10,13 @@
 
 namespace platform {
 
-// Two arrow buttons, one above the other, that repeat while held and then grow faster.
+// Two arrow buttons, one above the other, with auto-repeat and growing steps.
 class UpDownWidget : public QWidget {
   public:
-    // `step` gets the sign of the arrow, +1 for up, times the size of the step.
+    // `step` gets the signed step, positive for up.
     UpDownWidget(QWidget* parent, std::function<void(int)> step);
 
-    // Lets the arrow keys of a field press the arrows.
+    // Makes the up and down keys of a field act as the arrows.
     void follow_keys_of(QWidget* field);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
