@@ -1,4 +1,4 @@
-// Starts the layer and then the program.
+// Starts the layer and calls the program's WinMain.
 #include "frames/keyboard.h"
 #include "platform/whole_file.h"
 #include "platform/win32.h"
@@ -22,37 +22,33 @@
 
 namespace {
 
-// A program may be started with standard streams that are closed. Their descriptors would then go
-// to what is opened first, the connection to the display say, and the log would be written into
-// that.
+// A program may be started with closed standard streams. The next files opened would then get their
+// descriptors, and the log would be written into the connection to the display, for example.
 void open_closed_streams() {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(stream, F_GETFD) == -1 && errno == EBADF) {
-            // Gets the lowest free descriptor, which is this one. Without a null device it stays
-            // closed.
+            // open() returns the lowest free descriptor, which is this one.
             [[maybe_unused]] const int opened = ::open(platform::kNullDevice, O_RDWR);
         }
     }
 }
 
-// The toolkit's own remarks go where the program's error stream went at start. The program sends
-// that stream to a log file of its own, in which they have no place.
-int remarks = -1;
+// The original standard error, for the toolkit's messages: the program redirects stderr to its log
+// file, which must not contain them.
+int original_stderr = -1;
 
-void write_remark(QtMsgType, const QMessageLogContext&, const QString& text) {
-    // Where there are no windows on a screen nothing can be raised or held; for each try, the
-    // toolkit's own included, it says so.
+void write_toolkit_message(QtMsgType, const QMessageLogContext&, const QString& text) {
+    // The offscreen platform warns each time a window is raised or the mouse is grabbed.
     if (text.startsWith(QLatin1String("This plugin does not support "))) {
         return;
     }
     const QByteArray line = text.toLocal8Bit() + '\n';
     [[maybe_unused]] const auto written =
-        ::write(remarks, line.constData(), static_cast<std::size_t>(line.size()));
+        ::write(original_stderr, line.constData(), static_cast<std::size_t>(line.size()));
 }
 
-// Populations grow to hundreds of megabytes and shrink again. What glibc takes from the system
-// piece by piece it can give back; in a heap one node that lives on would hold all that lies below
-// it.
+// Populations grow to hundreds of megabytes and shrink again. glibc can return mapped blocks one by
+// one, but from its heap only what lies above the topmost live block.
 void return_large_memory_at_once() {
 #ifdef __GLIBC__
     mallopt(M_MMAP_THRESHOLD, 192 * 1024);
@@ -60,19 +56,20 @@ void return_large_memory_at_once() {
 #endif
 }
 
-// Bred programs may grow without end. Where the system promises more memory than there is, it would
-// kill the program, or another one, when that comes out; so what the whole machine has is the
-// limit, and the program is told, and says what ended it. (Other programs' shares cannot be known.)
-void ask_for_no_more_memory_than_there_is() {
-#ifndef PELMORA_SANITIZE // they take more addresses than there is memory
+// Limits the process to the machine's memory and swap: bred programs may grow without bound. On a
+// system that overcommits memory the out-of-memory killer would end this or another process without
+// a message; under the limit an allocation fails and the program reports it. The memory use of
+// other processes is not considered.
+void limit_memory_to_machine() {
+#ifndef PELMORA_SANITIZE // sanitizers reserve more address space than the limit
     struct sysinfo machine {};
     rlimit data{};
     if (::sysinfo(&machine) != 0 || ::getrlimit(RLIMIT_DATA, &data) != 0) {
         return;
     }
-    const rlim_t there = (rlim_t{machine.totalram} + machine.totalswap) * machine.mem_unit;
-    if (there < data.rlim_cur) {
-        data.rlim_cur = there;
+    const rlim_t available = (rlim_t{machine.totalram} + machine.totalswap) * machine.mem_unit;
+    if (available < data.rlim_cur) {
+        data.rlim_cur = available;
         ::setrlimit(RLIMIT_DATA, &data);
     }
 #endif
@@ -83,21 +80,20 @@ void ask_for_no_more_memory_than_there_is() {
 int main(int argc, char* argv[]) {
     open_closed_streams();
     return_large_memory_at_once();
-    ask_for_no_more_memory_than_there_is();
-    remarks = ::dup(STDERR_FILENO);
-    qInstallMessageHandler(write_remark);
-    // A pipe whose reader is gone and a limit on the size of files are errors of the write, not the
-    // end of the program.
+    limit_memory_to_machine();
+    original_stderr = ::dup(STDERR_FILENO);
+    qInstallMessageHandler(write_toolkit_message);
+    // A broken pipe and a file size limit make write() fail instead of ending the process.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
-    // A client pixel is a pixel of the screen, as the pictures are made pixel by pixel; text and
-    // menus still follow the desktop's font size.
+    // Without scaling a client pixel is a screen pixel, as pictures are drawn pixel by pixel. Text
+    // and menus still follow the desktop's font size.
     if (!qEnvironmentVariableIsSet("QT_ENABLE_HIGHDPI_SCALING")) {
         qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
     }
     QApplication application(argc, argv);
-    // The toolkit has taken over the user's locale. The program's logs are read by programs, too:
-    // their numbers have a point everywhere.
+    // The toolkit has set the user's locale. Programs read the logs, so numbers have a decimal
+    // point in every locale.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setQuitOnLastWindowClosed(false); // the program's loop decides
     platform::KeyFilter keys;

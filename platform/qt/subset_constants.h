@@ -1,4 +1,4 @@
-// Constants of the door. Include it through platform/win32.h only.
+// The constants of subset.h. Include platform/win32.h instead.
 #pragma once
 
 #include "platform/qt/subset_types.h"
@@ -22,7 +22,7 @@ constexpr UINT WM_SYSCHAR = 0x0106;
 constexpr UINT WM_INITDIALOG = 0x0110;
 constexpr UINT WM_COMMAND = 0x0111;
 constexpr UINT WM_HSCROLL = 0x0114;
-constexpr UINT WM_INITMENU = 0x0116; // Here: neither this nor the next is ever sent.
+constexpr UINT WM_INITMENU = 0x0116; // Here: this and the next are never sent.
 constexpr UINT WM_INITMENUPOPUP = 0x0117;
 constexpr UINT WM_MOUSEMOVE = 0x0200;
 constexpr UINT WM_LBUTTONDOWN = 0x0201;
@@ -37,7 +37,7 @@ constexpr UINT WM_USER = 0x0400;
 constexpr int VK_TAB = 0x09;
 constexpr int VK_RETURN = 0x0D;
 constexpr int VK_SHIFT = 0x10;
-constexpr WORD KF_REPEAT = 0x4000; // of the lParam's upper half: the key was down before
+constexpr WORD KF_REPEAT = 0x4000; // in the high word of lParam: the key was down before
 constexpr UINT PM_NOREMOVE = 0x0000;
 constexpr UINT PM_REMOVE = 0x0001;
 
@@ -57,7 +57,7 @@ constexpr DWORD WS_MINIMIZEBOX = 0x00020000;
 constexpr DWORD WS_MAXIMIZEBOX = 0x00010000;
 constexpr DWORD WS_OVERLAPPEDWINDOW = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
 constexpr DWORD WS_EX_WINDOWEDGE = 0x00000100;
-constexpr DWORD WS_EX_CLIENTEDGE = 0x00000200; // Here: drawn by no frame of its own.
+constexpr DWORD WS_EX_CLIENTEDGE = 0x00000200; // Here: not drawn.
 constexpr DWORD WS_EX_OVERLAPPEDWINDOW = WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE;
 constexpr UINT CS_VREDRAW = 0x0001;
 constexpr UINT CS_HREDRAW = 0x0002;
@@ -79,7 +79,7 @@ constexpr int WHITE_BRUSH = 0;
 constexpr int BLACK_BRUSH = 4;
 constexpr int BLACK_PEN = 7;
 constexpr int PS_SOLID = 0;
-constexpr int OBJ_PEN = 1; // GetCurrentObject; Here: the only kind it knows
+constexpr int OBJ_PEN = 1; // Here: the only kind that GetCurrentObject supports
 constexpr int HORZRES = 8;
 constexpr int VERTRES = 10;
 constexpr int PHYSICALWIDTH = 110; // this and the next three: printers only
@@ -98,8 +98,8 @@ constexpr UINT DT_BOTTOM = 0x0008;
 constexpr UINT DT_SINGLELINE = 0x0020;
 constexpr UINT DT_NOPREFIX = 0x0800;
 
-constexpr int DWLP_MSGRESULT = 0; // of a dialog's own bytes, those for what a message results in
-constexpr int DWLP_USER = 16;     // and those for its procedure's use
+constexpr int DWLP_MSGRESULT = 0; // offsets of a dialog's extra bytes: the result of a message
+constexpr int DWLP_USER = 16;     // for the dialog procedure's use
 constexpr int IDOK = 1;
 constexpr int IDCANCEL = 2;
 constexpr int IDYES = 6;
@@ -123,8 +123,8 @@ constexpr DWORD OFN_FILEMUSTEXIST = 0x00001000;
 constexpr DWORD OFN_EXPLORER = 0x00080000;
 constexpr DWORD OFN_ENABLESIZING = 0x00800000;
 constexpr UINT CDN_FILEOK = static_cast<UINT>(-606);
-// Here: neither pages nor a selection can be chosen, whatever the flags say; copies are always the
-// printer's business; a file is a printer of its own and is not hidden.
+// Here: pages and a selection cannot be chosen, whatever the flags; copies are always made by the
+// printer; printing to a file is an entry of the printer list and cannot be hidden.
 constexpr DWORD PD_NOSELECTION = 0x00000004;
 constexpr DWORD PD_NOPAGENUMS = 0x00000008;
 constexpr DWORD PD_RETURNDC = 0x00000100;

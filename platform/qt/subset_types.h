@@ -1,4 +1,4 @@
-// Types of the door. Include it through platform/win32.h only.
+// The types of subset.h. Include platform/win32.h instead.
 #pragma once
 
 #include <cstddef>
@@ -31,7 +31,7 @@ using LRESULT = LONG_PTR;
 #define FALSE 0
 #define TRUE 1
 
-// Handles are opaque; each kind is a type of its own, so that the compiler tells them apart.
+// Handles are opaque; most kinds have a type of their own, which the compiler checks.
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the real names
 using HANDLE = void*;
 using HGDIOBJ = void*;
@@ -101,16 +101,16 @@ using LPOFNHOOKPROC = UINT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 struct OPENFILENAMEA {
     DWORD lStructSize;
     HWND hwndOwner;
-    LPCSTR lpstrFilter; // pairs of a text and a pattern, each with its zero, and one more zero
+    LPCSTR lpstrFilter; // pairs of text and pattern, each zero-terminated, and a final zero
     DWORD nFilterIndex; // from 1
-    LPSTR lpstrFile;    // out: the full path. Here: no name is proposed
-    DWORD nMaxFile;     // bytes of room
+    LPSTR lpstrFile;    // out: the full path. Here: not read as a proposed name
+    DWORD nMaxFile;     // size of the buffer in bytes
     DWORD Flags;
     LPARAM lCustData;
     LPOFNHOOKPROC lpfnHook; // null: none
 };
 
-// Here: the fields that the program uses; both memory handles stay null.
+// Here: the fields that the program uses; hDevMode and hDevNames stay null.
 struct PRINTDLGA {
     DWORD lStructSize;
     HWND hwndOwner;
@@ -146,7 +146,7 @@ struct NMHDR {
 
 struct OFNOTIFYA {
     NMHDR hdr;
-    OPENFILENAMEA* lpOFN; // its file is what the user chose
+    OPENFILENAMEA* lpOFN; // lpstrFile is the chosen file
 };
 
 struct NMUPDOWN {

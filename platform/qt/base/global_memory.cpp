@@ -8,8 +8,8 @@ namespace platform {
 
 namespace {
 
-// Stands in front of a block's bytes. The blocks are chained, so that a handle that is none is told
-// without looking into it, and without memory that could run out. There are never many.
+// The header of a block. All blocks are in a linked list, so that invalid handles are recognised
+// without dereferencing them. There are never more than a few.
 struct alignas(std::max_align_t) Block {
     Block* next;
     std::size_t size;
@@ -20,7 +20,7 @@ struct alignas(std::max_align_t) Block {
 
 Block* first_block = nullptr;
 
-// The link that leads to a block: it is null behind the last one.
+// The pointer that refers to a block in the list, or the list's last pointer, which is null.
 Block** link_to(HGLOBAL memory) {
     Block** link = &first_block;
     while (*link != nullptr && *link != memory) {

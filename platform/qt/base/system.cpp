@@ -1,4 +1,4 @@
-// The system's small answers.
+// Errors and system parameters.
 #include "platform/win32.h"
 
 #include <QGuiApplication>

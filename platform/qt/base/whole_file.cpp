@@ -1,5 +1,5 @@
-// Whole files, over POSIX. The toolkit's own class for this writes no device or pipe in place,
-// shows what a killed save leaves, and does not say why something could not be written.
+// WholeFile on POSIX. The toolkit's QSaveFile does not write devices and pipes in place, leaves
+// visible files behind when the process is killed, and does not report the errno.
 #include "platform/whole_file.h"
 
 #include <cerrno>
@@ -22,11 +22,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A file that is being written is locked by its writer. The system takes the lock away with the
-// process, so what can be locked is left over.
+// The prefix of temporary files. The writer holds a lock, which ends with its process, so a file
+// that can be locked is a leftover.
 constexpr std::string_view kTemporary = ".pelmora-saving-";
 
-// An open descriptor, or -1.
+// Owns a file descriptor; -1 for none.
 class Descriptor {
   public:
     explicit Descriptor(int number = -1) : number_(number) {}
@@ -51,7 +51,7 @@ class Descriptor {
     int number_;
 };
 
-// What a path leads to through symbolic links, whether that exists or not; empty for a loop.
+// Resolves symbolic links. The result need not exist; empty for a loop.
 fs::path resolved(fs::path path) {
     constexpr int kMostLinks = 40;
     std::error_code error;
@@ -59,12 +59,12 @@ fs::path resolved(fs::path path) {
         if (!fs::is_symlink(path, error)) {
             return path;
         }
-        path = path.parent_path() / fs::read_symlink(path, error); // an absolute link replaces all
+        path = path.parent_path() / fs::read_symlink(path, error); // an absolute link replaces it
     }
     return {};
 }
 
-// False when another process has it. Where the file system knows no locks nobody has.
+// False when another process holds the lock. True on file systems without locks.
 bool lock(const Descriptor& file) {
     return ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
@@ -86,18 +86,18 @@ void remove_leftovers(const fs::path& folder) {
     }
 }
 
-fs::path new_name_beside(const fs::path& target) {
+fs::path temporary_name(const fs::path& target) {
     std::random_device number;
     return target.parent_path() /
            (std::string(kTemporary) + std::to_string(number()) + std::to_string(number()));
 }
 
-// Makes a file beside the target and locks it. Until it is locked another process may take it for
-// left over and remove it, and then it has no name any more.
-Descriptor make_beside(const fs::path& target, mode_t mode, fs::path* path) {
+// Creates and locks a temporary file in the target's folder. Before it is locked another process
+// may remove it as a leftover; then a new one is created.
+Descriptor create_temporary(const fs::path& target, mode_t mode, fs::path* path) {
     remove_leftovers(target.parent_path());
     for (;;) {
-        *path = new_name_beside(target);
+        *path = temporary_name(target);
         Descriptor file(::open(path->c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
         if (file.get() == -1 || (lock(file) && ::access(path->c_str(), F_OK) == 0)) {
             return file;
@@ -105,14 +105,14 @@ Descriptor make_beside(const fs::path& target, mode_t mode, fs::path* path) {
     }
 }
 
-// Whether nothing can ever be made beside the target or take its place.
+// Whether an error means that a temporary file cannot be created or renamed in this folder.
 bool may_write_in_place(int error) {
     return error == EACCES || error == EPERM || error == EROFS || error == ENAMETOOLONG ||
-           error == EBUSY; // a file that something is mounted on
+           error == EBUSY; // a mount point
 }
 
-// Copies a whole file over an old one, for which there has to be room before anything is lost.
-// False with errno.
+// Copies a file's content over an old file. Allocates the space first, so that a full disk leaves
+// the old content intact. False with errno set.
 bool copy_over(int from, int to) {
     struct stat source {};
     struct stat target {};
@@ -124,7 +124,7 @@ bool copy_over(int from, int to) {
         ::fallocate(to, FALLOC_FL_KEEP_SIZE, 0, source.st_size) != 0 && errno != EOPNOTSUPP) {
         return false;
     }
-    errno = EIO; // a short write gives no reason
+    errno = EIO; // a short write does not set errno
     char part[65536];
     ssize_t count = 0;
     while ((count = ::read(from, part, sizeof part)) > 0) {
@@ -140,15 +140,15 @@ bool copy_over(int from, int to) {
 struct WholeFile::State {
     fs::path target;    // links resolved
     fs::path temporary; // empty: written in place
-    Descriptor old;     // what is there already, unless the stream has it
+    Descriptor old;     // the existing file, unless the stream owns it
     std::FILE* stream = nullptr;
-    int error = 0; // why there is none
+    int error = 0; // why `stream` is null
 
     void open_over();
     void open_new(mode_t mode);
     void open_stream(Descriptor file);
     bool complete() const;
-    bool take_place() const;
+    bool replace_target() const;
 };
 
 void WholeFile::State::open_stream(Descriptor file) {
@@ -159,7 +159,7 @@ void WholeFile::State::open_stream(Descriptor file) {
 }
 
 void WholeFile::State::open_new(mode_t mode) {
-    Descriptor file = make_beside(target, mode, &temporary);
+    Descriptor file = create_temporary(target, mode, &temporary);
     open_stream(std::move(file));
     if (stream == nullptr) {
         temporary.clear();
@@ -172,13 +172,13 @@ void WholeFile::State::open_over() {
         return;
     }
     if (!S_ISREG(found.st_mode)) {
-        ::fcntl(old.get(), F_SETFL, O_WRONLY); // a slow reader is waited for
+        ::fcntl(old.get(), F_SETFL, O_WRONLY); // clears O_NONBLOCK: waits for a slow reader
         open_stream(std::move(old));
         return;
     }
     open_new(found.st_mode & 0777U);
     if (stream != nullptr) {
-        ::fchmod(::fileno(stream), found.st_mode & 07777U); // what the user masks out, too
+        ::fchmod(::fileno(stream), found.st_mode & 07777U); // including the bits in the umask
     } else if (may_write_in_place(errno)) {
         open_stream(std::move(old));
     } else {
@@ -187,7 +187,7 @@ void WholeFile::State::open_over() {
 }
 
 WholeFile::WholeFile(const std::string& path) : state_(std::make_unique<State>()) {
-    constexpr mode_t kUsual = 0666; // less what the user masks out
+    constexpr mode_t kDefaultMode = 0666; // minus the umask
     state_->target = resolved(path);
     if (!state_->target.has_filename()) {
         return;
@@ -197,7 +197,7 @@ WholeFile::WholeFile(const std::string& path) : state_(std::make_unique<State>()
     if (state_->old.get() != -1) {
         state_->open_over();
     } else if (errno == ENOENT) {
-        state_->open_new(kUsual);
+        state_->open_new(kDefaultMode);
     }
 }
 
@@ -214,8 +214,8 @@ std::FILE* WholeFile::stream() const {
     return state_->stream;
 }
 
-// Brings everything to the disk: a new file that takes the old one's place before it is there would
-// leave neither when the power fails. False with errno.
+// Flushes everything to the disk. Without fsync a power failure after the rename could lose both
+// the new and the old content. False with errno set.
 bool WholeFile::State::complete() const {
     const bool written = std::ferror(stream) == 0;
     if (std::fflush(stream) != 0) {
@@ -233,7 +233,7 @@ bool WholeFile::State::complete() const {
     return written;
 }
 
-bool WholeFile::State::take_place() const {
+bool WholeFile::State::replace_target() const {
     return ::rename(temporary.c_str(), target.c_str()) == 0 ||
            (may_write_in_place(errno) && old.get() != -1 && copy_over(::fileno(stream), old.get()));
 }
@@ -244,12 +244,12 @@ int WholeFile::commit() {
         return state.error;
     }
     const bool beside = !state.temporary.empty();
-    const bool success = state.complete() && (!beside || state.take_place());
+    const bool success = state.complete() && (!beside || state.replace_target());
     int error = success ? 0 : errno;
     if (beside) {
-        ::unlink(state.temporary.c_str()); // it is there no more when it took the place
+        ::unlink(state.temporary.c_str()); // fails after a rename
     }
-    // Only now some file systems say that something could not be written in place.
+    // Some file systems report a failed write only on close.
     if (std::fclose(std::exchange(state.stream, nullptr)) != 0 && !beside && success) {
         error = errno;
     }

@@ -24,7 +24,7 @@ QImage picture_image(const IconPicture& picture) {
 }
 
 HCURSOR cursor_handle(Qt::CursorShape shape) {
-    // Cursors are numbers from 1 on; nothing but SetCursor() looks at them.
+    // The handle is the shape + 1; only SetCursor() interprets it.
     return reinterpret_cast<HCURSOR>(static_cast<std::uintptr_t>(shape) + 1);
 }
 
@@ -35,7 +35,8 @@ const QIcon* icon_of(HICON handle) {
 }
 
 const QIcon* load_icon(std::uint16_t id) {
-    // Never destroyed: pictures may not outlive the toolkit, which ends before static objects do.
+    // Never destroyed: icons must be released before the toolkit, and static objects are released
+    // after it.
     static auto& loaded = *new std::map<std::uint16_t, QIcon>;
     const auto known = loaded.find(id);
     if (known != loaded.end()) {

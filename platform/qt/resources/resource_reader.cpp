@@ -9,11 +9,11 @@ namespace {
 
 constexpr std::uint16_t kNumberFollows = 0xFFFF;
 
-// Menus nested deeper are no menus of anyone's.
+// Deeper menus are damaged data; the limit bounds the recursion.
 constexpr int kDeepestMenu = 16;
 
-// Reads little-endian values from front to back. Reading past the end gives zeros and marks the
-// reader as failed, so that callers check once, after a whole record.
+// Reads little-endian values sequentially. Reading past the end returns zeros and sets failed(), so
+// that callers check once after a whole record.
 class ByteReader {
   public:
     explicit ByteReader(Bytes bytes) : bytes_(bytes) {}
@@ -37,7 +37,7 @@ class ByteReader {
         return part;
     }
 
-    // A text that ends with a zero.
+    // A zero-terminated text.
     std::u16string text() {
         std::u16string result;
         for (std::uint16_t unit = u16(); unit != 0; unit = u16()) {
@@ -78,7 +78,7 @@ class ByteReader {
     bool failed_ = false;
 };
 
-// Reads menu items up to the one that is marked as the last of its level.
+// Reads menu items up to the end mark of their level.
 bool read_menu_items(ByteReader& reader, std::vector<MenuItem>& items, int depth) {
     constexpr std::uint16_t kGrayed = 0x01;
     constexpr std::uint16_t kPopup = 0x10;
@@ -239,7 +239,7 @@ std::optional<DialogTemplate> read_dialog(Bytes data) {
 }
 
 std::u16string read_string(const ResourceFile& file, std::uint16_t id) {
-    // Strings come in blocks of sixteen, each with its length in front.
+    // Strings are stored in blocks of sixteen, each with a length prefix.
     const auto block = static_cast<std::uint16_t>(id / 16 + 1);
     ByteReader reader(file.find(ResourceType::string_table, block));
     for (int i = 0; i < id % 16; ++i) {
@@ -287,7 +287,7 @@ std::vector<std::uint32_t> read_icon_pixels(const IconPicture& picture) {
     }
     const auto row = static_cast<std::size_t>(picture.width);
     std::vector<std::uint32_t> pixels(row * static_cast<std::size_t>(picture.height));
-    for (std::size_t start = pixels.size(); start > 0; start -= row) { // the bottom row comes first
+    for (std::size_t start = pixels.size(); start > 0; start -= row) { // bottom row first
         for (std::size_t x = 0; x < row; ++x) {
             pixels[start - row + x] = reader.u32();
         }

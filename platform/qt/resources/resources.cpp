@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <map>
 
-// The compiled resources, linked in by the program.
+// The compiled resources, linked into the program.
 extern "C" {
 extern const unsigned char pelmora_resources_begin[];
 extern const unsigned char pelmora_resources_end[];

@@ -1,4 +1,4 @@
-// Blocks of global memory, which the clipboard takes over from the program.
+// Blocks of global memory. SetClipboardData passes their ownership to the clipboard.
 #pragma once
 
 #include "platform/win32.h"
@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// The bytes of a block; empty for a handle that is none.
+// The bytes of a block; empty for an invalid handle.
 std::span<char> global_bytes(HGLOBAL memory);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// Texts on their way to the program.
+// Copies texts into buffers of the program.
 #pragma once
 
 #include <QByteArray>
@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// Copies as much of a text as has room in `size` bytes along with a zero; the length copied.
+// Copies a text, truncated to `size` bytes including its zero. Returns the length without the zero.
 inline std::size_t copy_text(const QByteArray& text, char* buffer, int size) {
     if (size <= 0) {
         return 0;

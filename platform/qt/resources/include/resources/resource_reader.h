@@ -1,5 +1,5 @@
-// Understands compiled resources (the binary .res form): menus, accelerators, dialogs, strings and
-// icons. Every byte is checked: a damaged file gives nothing, never a crash. Knows no toolkit.
+// Parses compiled resources (.res files): menus, accelerators, dialogs, strings and icons. Input is
+// validated: a damaged file gives empty results, never a crash. Does not use the toolkit.
 #pragma once
 
 #include <cstddef>
@@ -22,16 +22,16 @@ enum class ResourceType : std::uint16_t {
     icon_group = 14,
 };
 
-// An index over the entries of a .res file. Borrows the bytes. Entries that are named by text
-// instead of numbers are passed over; reading ends at the first damaged entry.
+// An index of the entries of a .res file. Borrows the bytes. Skips entries named by text instead of
+// a number; stops at the first damaged entry.
 class ResourceFile {
   public:
     explicit ResourceFile(Bytes file);
 
-    // False when the file does not begin as a .res file or a damaged entry ended the reading.
+    // False when the file is not a .res file or has a damaged entry.
     bool intact() const { return intact_; }
 
-    // The data of an entry; empty when there is none.
+    // The data of an entry; empty for none.
     Bytes find(ResourceType type, std::uint16_t id) const;
 
   private:
@@ -45,7 +45,7 @@ class ResourceFile {
 };
 
 struct MenuItem {
-    std::u16string text; // empty for a separator; a tab parts the label from the shortcut
+    std::u16string text; // empty for a separator; a tab separates label and shortcut
     std::uint16_t id = 0;
     bool separator = false;
     bool grayed = false;
@@ -55,16 +55,16 @@ struct MenuItem {
 std::optional<std::vector<MenuItem>> read_menu(Bytes data);
 
 struct Accelerator {
-    bool virtual_key; // else `key` is a character
+    bool virtual_key; // false: `key` is a character
     bool shift, control, alt;
     std::uint16_t key;
     std::uint16_t id;
 };
 std::optional<std::vector<Accelerator>> read_accelerators(Bytes data);
 
-// A class or a text that a dialog names either by a number or by a text.
+// A class or a text in a dialog, given by a number or by a text.
 struct NumberOrText {
-    std::uint16_t number = 0; // 0: the text counts
+    std::uint16_t number = 0; // 0: use the text
     std::u16string text;
 };
 
@@ -84,17 +84,17 @@ struct DialogTemplate {
 };
 std::optional<DialogTemplate> read_dialog(Bytes data);
 
-// The string with this id; empty when the table has none.
+// The string with this id; empty for none.
 std::u16string read_string(const ResourceFile& file, std::uint16_t id);
 
-// One picture of an icon, as the file stores it: a 32-bit bitmap with its header, or a PNG.
+// One image of an icon as stored: a 32-bit bitmap with its header, or a PNG.
 struct IconPicture {
     int width = 0, height = 0;
     Bytes data;
 };
 std::vector<IconPicture> read_icon(const ResourceFile& file, std::uint16_t id);
 
-// The pixels of a 32-bit icon bitmap, 0xAARRGGBB, top row first; empty when it is anything else.
+// The pixels of a 32-bit icon bitmap, 0xAARRGGBB, top row first; empty for other formats.
 std::vector<std::uint32_t> read_icon_pixels(const IconPicture& picture);
 
 } // namespace platform
