@@ -1,4 +1,4 @@
-// A bitmap to draw on, and its picture as text.
+// A bitmap to draw on, and its pixels as text.
 #pragma once
 
 #include "platform/win32.h"
@@ -12,7 +12,7 @@ namespace pelmora_test {
 constexpr COLORREF kWhite = RGB(255, 255, 255);
 constexpr COLORREF kInk = RGB(0x12, 0x34, 0x56);
 
-// In the screen's colours, in a device context of its own; black at first.
+// A bitmap compatible with the screen in a memory device context; black at first.
 class Canvas {
   public:
     Canvas(int width, int height) : width_(width), height_(height) {
@@ -37,7 +37,7 @@ class Canvas {
         const RECT all{0, 0, width_, height_};
         EXPECT_NE(FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))), 0);
     }
-    // Its rows, a character a pixel: "." white, "#" ink, "0" black, "?" anything else.
+    // The pixels, a line for each row: "." white, "#" ink, "0" black, "?" anything else.
     std::string picture() const {
         std::string rows;
         for (int y = 0; y < height_; ++y) {

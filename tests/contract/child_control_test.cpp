@@ -1,4 +1,4 @@
-// Controls in windows of classes, and radio buttons, as the program relies on them.
+// Child controls of top-level windows, and radio buttons.
 #include "resources/resource.h"
 #include "tests/contract/test_windows.h"
 #include "tests/support/answers.h"
@@ -34,7 +34,7 @@ class ChildControls : public Windows {
         user::type(window_, kEdit, text);
         settle();
     }
-    // Presses keys one by one.
+    // Presses keys one at a time.
     void press(const Lines& keys) const {
         for (const std::string& key : keys) {
             user::press(window_, key);
@@ -46,7 +46,7 @@ class ChildControls : public Windows {
     HWND button_;
 };
 
-TEST_F(ChildControls, LieOverThePaintedWindow) {
+TEST_F(ChildControls, CoverThePaintedWindow) {
     EXPECT_EQ(GetDlgItem(window_, kEdit), edit_);
     EXPECT_EQ(GetDlgCtrlID(button_), kButton);
     char text[4] = "";
@@ -54,7 +54,7 @@ TEST_F(ChildControls, LieOverThePaintedWindow) {
     EXPECT_STREQ(text, "102");
     EXPECT_EQ(user::text(window_, kButton), "Redraw...");
 
-    // The window's own ground is drawn around them.
+    // The window's background is drawn around them.
     on_message = [](HWND window, UINT message, WPARAM device) -> LRESULT {
         if (message != WM_ERASEBKGND) {
             return 0;
@@ -70,12 +70,12 @@ TEST_F(ChildControls, LieOverThePaintedWindow) {
     EXPECT_EQ(user::pixel(window_, 60, 7), RGB(0, 0, 0));
     EXPECT_EQ(user::pixel(window_, 60, 29), RGB(0, 0, 0));
     EXPECT_EQ(user::pixel(window_, 7, 15), RGB(0, 0, 0));
-    EXPECT_EQ(user::pixel(window_, 100, 18), RGB(255, 255, 255)); // the field's own ground
+    EXPECT_EQ(user::pixel(window_, 100, 18), RGB(255, 255, 255)); // the field's background
     EXPECT_NE(user::pixel(window_, 130, 18), RGB(0, 0, 0));
     EXPECT_EQ(create_control(nullptr, "EDIT", "", 0, 8, 1), nullptr);
 }
 
-TEST_F(ChildControls, DigitFieldsTakeDigitsOnlyFromTheKeyboard) {
+TEST_F(ChildControls, NumberFieldsAcceptOnlyDigitsFromTheKeyboard) {
     type_and_settle("1a-2 b3");
     EXPECT_EQ(user::text(window_, kEdit), "123");
     press({"Ctrl+A", "Ctrl+Ins", "End", "Shift+Ins"});
@@ -88,16 +88,16 @@ TEST_F(ChildControls, DigitFieldsTakeDigitsOnlyFromTheKeyboard) {
     EXPECT_EQ(take_log(), Lines{});
 }
 
-TEST_F(ChildControls, TheFocusedFieldGetsEveryShortcutsCommand) {
+TEST_F(ChildControls, TheFocusedFieldReceivesTheCommandOfEveryShortcut) {
     user::focus(window_, kEdit);
     press({"Ctrl+E", "Ctrl+A", "Ctrl+C", "Ctrl+X", "Alt+/", "Ctrl+W"}); // all but Ctrl+A shortcuts
     EXPECT_EQ(user::text(window_, kEdit), "10240");
-    press({"7", "Return"}); // in place of what Ctrl+A marked
+    press({"7", "Return"}); // replaces the selection of Ctrl+A
     EXPECT_EQ(user::text(window_, kEdit), "7");
     EXPECT_EQ(take_log(), Lines{});
 
-    // Neither a click beside it nor a key takes the keyboard from it, but a click on the button and
-    // the return to its window do.
+    // A click beside the field or a key does not take its focus. A click on the button and the
+    // reactivation of the window do.
     user::click(window_, 200, 100);
     settle();
     EXPECT_EQ(take_log(), Lines{"left 1 at 200,100"});
@@ -107,10 +107,10 @@ TEST_F(ChildControls, TheFocusedFieldGetsEveryShortcutsCommand) {
     settle();
     press({"6", "Space", "Ctrl+E"});
     Lines log = take_log();
-    std::erase(log, "erase"); // a button may ask for what lies behind its corners
+    std::erase(log, "erase"); // a button may erase the background behind its corners
     EXPECT_EQ(log, (Lines{"command 1961 from 0", "command 1961 from 0"}));
     EXPECT_EQ(user::text(window_, kEdit), "75");
-    // Where the window manager was too slow to go to the other one there was no return.
+    // Retried: a slow window manager may not have activated the other window.
     for (int tries = 0; tries < 20 && log_lines.empty(); ++tries) {
         HWND other = show_other();
         settle();
@@ -123,7 +123,7 @@ TEST_F(ChildControls, TheFocusedFieldGetsEveryShortcutsCommand) {
     EXPECT_EQ(take_log(), Lines{"command 32771 from 1"});
 }
 
-TEST_F(ChildControls, GoWithTheirWindowAfterItHeardOfItsEnd) {
+TEST_F(ChildControls, AreDestroyedAfterTheirWindowsWmDestroy) {
     on_message = [&](HWND, UINT message, WPARAM command) -> LRESULT {
         if (message == WM_DESTROY) {
             EXPECT_TRUE(IsWindow(edit_));
@@ -133,7 +133,7 @@ TEST_F(ChildControls, GoWithTheirWindowAfterItHeardOfItsEnd) {
         return 0;
     };
     user::focus(window_, kEdit);
-    user::press(window_, "5"); // waits behind the click
+    user::press(window_, "5"); // queued before the click
     user::click_control(window_, kButton);
     user::press(window_, "6");
     settle();
@@ -145,7 +145,7 @@ TEST_F(ChildControls, GoWithTheirWindowAfterItHeardOfItsEnd) {
 
 // --- Dialogs -------------------------------------------------------------------------------------
 
-INT_PTR CALLBACK MarkingProc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
+INT_PTR CALLBACK CheckingProc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
     if (message == WM_INITDIALOG) {
         for (int id = IDC_LOW_METRIC; id <= IDC_TEXT_MODE; ++id) {
             CheckDlgButton(dialog, id, BST_UNCHECKED);
@@ -165,8 +165,8 @@ INT_PTR CALLBACK MarkingProc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
     return FALSE;
 }
 
-TEST_F(Windows, OneRadioButtonOfAGroupIsMarkedByMouseAndArrows) {
-    const auto marked = [](HWND dialog) {
+TEST_F(Windows, MouseAndArrowsCheckOneRadioButtonOfAGroup) {
+    const auto check_marks = [](HWND dialog) {
         std::string all;
         for (int id = IDC_LOW_METRIC; id <= IDC_TEXT_MODE; ++id) {
             EXPECT_EQ(IsDlgButtonChecked(dialog, id) == BST_CHECKED, user::checked(dialog, id));
@@ -178,19 +178,19 @@ TEST_F(Windows, OneRadioButtonOfAGroupIsMarkedByMouseAndArrows) {
     const std::pair<const char*, std::function<void(HWND)>> steps[] = {
         {"---x-", [](HWND box) { user::click_control(box, IDC_LOW_METRIC); }},
         {"x----", [](HWND box) { user::press(box, "Down"); }},
-        {"-x---", [](HWND box) { user::press(box, "Esc"); }}, // which takes all marks away
+        {"-x---", [](HWND box) { user::press(box, "Esc"); }}, // unchecks all
         {"-----", [](HWND box) { user::click_control(box, IDC_TEXT_MODE); }},
         {"----x", [](HWND box) { user::press(box, "Return"); }},
     };
     for (const auto& [marks, action] : steps) {
         answers.dialog("Enhanced Metafile Mapping", [&, m = marks, act = &action](HWND box) {
-            EXPECT_EQ(marked(box), m);
+            EXPECT_EQ(check_marks(box), m);
             (*act)(box);
         });
     }
     answers.during([&] {
-        EXPECT_EQ(DialogBoxParamA(nullptr, MAKEINTRESOURCEA(IDD_METAFILE), window_, MarkingProc, 0),
-                  7);
+        EXPECT_EQ(
+            DialogBoxParamA(nullptr, MAKEINTRESOURCEA(IDD_METAFILE), window_, CheckingProc, 0), 7);
     });
     EXPECT_EQ(take_log(), (Lines{"1012", "1013", "2", "1016", "1"}));
 }

@@ -1,4 +1,4 @@
-// Drawing calls: what they paint, what they return, and what survives.
+// Drawing calls: their pixels, their results, and the lifetime of objects.
 #include "tests/contract/canvas.h"
 
 namespace {
@@ -13,7 +13,8 @@ class Gdi : public testing::Test {
     Gdi() { canvas_.clear(); }
     ~Gdi() override { DeleteObject(ink_); }
 
-    // Without the rows and columns that are white up to the edges: "" when nothing was drawn.
+    // The pixels without the white ends of rows and without white rows at the end; "" when nothing
+    // was drawn.
     std::string drawn() const {
         std::string rows;
         std::string blank;
@@ -36,7 +37,7 @@ class Gdi : public testing::Test {
     HBRUSH ink_ = CreateSolidBrush(kInk);
 };
 
-TEST_F(Gdi, FillsAndFramesToTheEdgesThatAreLeftOut) {
+TEST_F(Gdi, FillsAndFramesExcludeTheRightAndBottomEdges) {
     struct Case {
         RECT area;
         const char* filled;
@@ -53,7 +54,7 @@ TEST_F(Gdi, FillsAndFramesToTheEdgesThatAreLeftOut) {
         {{50, 1, 60, 2}, "", ""},
         {{4, 4, 4, 6}, "", nullptr},
         {{4, 4, 6, 4}, "", nullptr},
-        {{6, 6, 4, 4}, nullptr, nullptr}, // nobody fills such a one
+        {{6, 6, 4, 4}, nullptr, nullptr}, // not filled by the program
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.area.left * 100 + c.area.top);
@@ -68,7 +69,7 @@ TEST_F(Gdi, FillsAndFramesToTheEdgesThatAreLeftOut) {
     }
 }
 
-TEST_F(Gdi, ADeletedPenDrawsOnUntilItIsReplaced) {
+TEST_F(Gdi, ADeletedPenStaysSelectedUntilItIsReplaced) {
     HPEN pen = CreatePen(PS_SOLID, 0, kInk);
     HGDIOBJ first = SelectObject(dc_, pen);
     EXPECT_EQ(first, GetStockObject(BLACK_PEN));
@@ -77,22 +78,22 @@ TEST_F(Gdi, ADeletedPenDrawsOnUntilItIsReplaced) {
     EXPECT_EQ(GetCurrentObject(dc_, OBJ_PEN), pen);
     EXPECT_EQ(MoveToEx(dc_, 1, 0, nullptr), 1);
     EXPECT_EQ(LineTo(dc_, 4, 0), 1);
-    EXPECT_EQ(LineTo(dc_, 4, 0), 1); // of no length
+    EXPECT_EQ(LineTo(dc_, 4, 0), 1); // of length zero
     EXPECT_EQ(drawn(), ".###\n");
     EXPECT_EQ(SelectObject(dc_, first), pen);
-    LineTo(dc_, 6, 0); // from where the last one ended
+    LineTo(dc_, 6, 0); // from the current point
     EXPECT_EQ(drawn(), ".###00\n");
 
-    EXPECT_EQ(SelectObject(dc_, nullptr), nullptr); // there was no memory for a pen
+    EXPECT_EQ(SelectObject(dc_, nullptr), nullptr); // as when memory for a pen ran out
     EXPECT_EQ(DeleteObject(nullptr), 0);
     EXPECT_EQ(GetCurrentObject(dc_, OBJ_PEN), first);
 }
 
-TEST_F(Gdi, CopiesWhatLiesInBothPictures) {
+TEST_F(Gdi, CopiesWhatLiesInBothBitmaps) {
     Canvas other(4, 4);
     const RECT corner{0, 0, 3, 2};
     FillRect(dc_, &corner, ink_);
-    EXPECT_EQ(SelectObject(other.dc(), canvas_.bitmap()), nullptr); // in one device at a time
+    EXPECT_EQ(SelectObject(other.dc(), canvas_.bitmap()), nullptr); // selected elsewhere
     EXPECT_EQ(BitBlt(other.dc(), 1, 1, 100, 100, dc_, 1, 0, SRCCOPY), 1);
     EXPECT_EQ(other.picture(), "0000\n"
                                "0##.\n"
@@ -117,7 +118,7 @@ TEST_F(Gdi, CopiesWhatLiesInBothPictures) {
     }
 }
 
-// Where memory ran out, the program goes on without a picture.
+// When memory runs out the program continues without a bitmap.
 TEST_F(Gdi, WithoutABitmapNothingFails) {
     HDC screen = GetDC(nullptr);
     EXPECT_GT(GetDeviceCaps(screen, HORZRES), 0);

@@ -1,4 +1,4 @@
-// The pixels of lines, each asked by itself by a second reading of the rules.
+// The pixels of lines, compared with a second, per-pixel implementation of the rules.
 #include "tests/contract/canvas.h"
 
 #include <algorithm>
@@ -26,14 +26,14 @@ struct Line {
     Place from, to;
 };
 
-// a / b rounded, a half downward; b > 0.
+// a / b rounded, halves down; b > 0.
 Number rounded(Number a, Number b) {
     const Number n = 2 * a - b; // ceil((2a - b) / 2b)
     return n >= 0 ? (n + 2 * b - 1) / (2 * b) : -(-n / (2 * b));
 }
 
-// Of a line one pixel wide: along the longer axis one pixel a step, on the other the exact place
-// rounded. The end point is left out.
+// A line one pixel wide: one pixel per step along the major axis; the minor coordinate is rounded.
+// The end point is excluded.
 bool in_thin_line(const Line& line, Place pixel) {
     const Number dx = line.to.x - line.from.x;
     const Number dy = line.to.y - line.from.y;
@@ -53,8 +53,7 @@ bool in_thin_line(const Line& line, Place pixel) {
     return steep ? pixel.x == at(line.from.x, dx) : pixel.y == at(line.from.y, dy);
 }
 
-// Of a dot: distances from its middle, which lies between pixels where the width is even, are
-// doubled.
+// A dot. Distances from its centre, which lies between pixels for even widths, are doubled.
 bool in_dot(int width, Place middle, Place pixel) {
     const Number even = width % 2 == 0 ? 1 : 0;
     const Number x = std::abs(2 * (pixel.x - middle.x) + even);
@@ -64,8 +63,8 @@ bool in_dot(int width, Place middle, Place pixel) {
     return most <= reach && (least <= 1 || (most - 1) * (most - 1) + least * least < reach * reach);
 }
 
-// Of the band between the ends: the corners are whole, and pixels on its left sides and on a level
-// upper side belong to it.
+// The band between the ends. Its corners are integers; it includes the pixels on its left edges and
+// on a horizontal top edge.
 bool in_band(const Line& line, Place pixel) {
     const Number dx = line.to.x - line.from.x;
     const Number dy = line.to.y - line.from.y;
@@ -109,7 +108,7 @@ bool in_line(const Line& line, Place pixel) {
 
 class LinePixels : public testing::Test {
   protected:
-    // The picture that one line makes.
+    // The picture of one line.
     std::string drawn(const Line& line) {
         return drawn(line.width, [&line](HDC device) {
             EXPECT_EQ(MoveToEx(device, static_cast<int>(line.from.x), static_cast<int>(line.from.y),
@@ -144,7 +143,7 @@ class LinePixels : public testing::Test {
 };
 
 TEST_F(LinePixels, FollowTheRuleAnywhere) {
-    std::mt19937 random(1); // the same every time
+    std::mt19937 random(1); // a fixed seed
     const auto within = [&random](int reach) {
         return static_cast<int>(random() % static_cast<unsigned>(2 * reach + kSize)) - reach;
     };
@@ -162,7 +161,7 @@ TEST_F(LinePixels, FollowTheRuleAnywhere) {
     }
 }
 
-// Thin ones: each line of them leaves out its end, and one without length shows nothing.
+// Thin lines exclude their end points, so a line of length zero draws nothing.
 TEST_F(LinePixels, OfPolylinesAreThoseOfTheirLines) {
     std::mt19937 random(2);
     for (int i = 0; i < 1000; ++i) {

@@ -1,4 +1,4 @@
-// Metafiles: the records that drawing leaves, their header, and the files that they go to.
+// Metafiles: their records, their header and their files.
 #include "tests/support/metafile_text.h"
 
 #include "platform/win32.h"
@@ -37,7 +37,7 @@ void line(HDC device, int x0, int y0, int x1, int y1) {
     EXPECT_EQ(LineTo(device, x1, y1), 1);
 }
 
-// The bytes of a metafile that `draw` draws into a file.
+// The bytes of a metafile file that `draw` draws.
 template <typename Draw>
 std::string recorded(const RECT* frame, const char* description, Draw draw) {
     HDC device = CreateEnhMetaFileA(nullptr, kName, frame, description);
@@ -47,12 +47,12 @@ std::string recorded(const RECT* frame, const char* description, Draw draw) {
     EXPECT_NE(metafile, nullptr);
     std::string bytes = content_of(kName);
     EXPECT_EQ(DeleteEnhMetaFile(metafile), 1);
-    EXPECT_TRUE(fs::remove(kName)); // the handle's end is not the file's
+    EXPECT_TRUE(fs::remove(kName)); // deleting the handle keeps the file
     return bytes;
 }
 
 TEST(Metafile, RecordsEveryCallOnce) {
-    std::ofstream(kName) << std::string(100'000, 'x'); // is replaced
+    std::ofstream(kName) << std::string(100'000, 'x'); // to be replaced
     HPEN blue = CreatePen(PS_SOLID, 0, RGB(1, 2, 255));
     const std::string bytes = recorded(&kFrame, kDescription, [blue](HDC device) {
         EXPECT_EQ(GetCurrentObject(device, OBJ_PEN), GetStockObject(BLACK_PEN));
@@ -65,7 +65,7 @@ TEST(Metafile, RecordsEveryCallOnce) {
         EXPECT_EQ(SelectObject(device, blue), red);
         EXPECT_EQ(SelectObject(device, red), blue);
         EXPECT_EQ(GetCurrentObject(device, OBJ_PEN), red);
-        EXPECT_EQ(DeleteObject(red), 1); // its number is free while it goes on drawing
+        EXPECT_EQ(DeleteObject(red), 1); // frees its number; it stays selected
         EXPECT_EQ(LineTo(device, -2'000'000'000, 2'000'000'000), 1);
         HPEN green = CreatePen(PS_SOLID, 1, RGB(0, 255, 0));
         SelectObject(device, green);
@@ -75,7 +75,7 @@ TEST(Metafile, RecordsEveryCallOnce) {
         SelectObject(device, blue);
         EXPECT_EQ(SetMapMode(device, MM_TEXT), MM_LOMETRIC);
     });
-    EXPECT_EQ(DeleteObject(blue), 1); // no part of what was closed
+    EXPECT_EQ(DeleteObject(blue), 1); // after closing: not recorded
 
     Lines lines = metafile_lines(bytes);
     lines.front().erase(7, lines.front().find("frame") - 7);
@@ -109,7 +109,7 @@ TEST(Metafile, HasAHeaderThatFitsTheScreen) {
         }
         return all;
     };
-    // Bounds, frame and device; what is the same on every screen is held by tests/agreement.
+    // Bounds, frame and device; tests/agreement checks what does not depend on the screen.
     EXPECT_EQ(metafile_numbers(bytes, 8, 4), " 100 400 1000 500");
     EXPECT_EQ(metafile_numbers(bytes, 24, 4),
               text({100 * wide * 100 / pixels_x, 400 * high * 100 / pixels_y,
@@ -118,14 +118,14 @@ TEST(Metafile, HasAHeaderThatFitsTheScreen) {
     EXPECT_EQ(metafile_numbers(bytes, 100, 2), text({wide * 1000, high * 1000}));
 }
 
-// In every map mode the screen is a whole number of units wide and high.
+// In every map mode the width and the height of the screen are whole numbers of units.
 TEST(Metafile, BoundsFollowTheMapMode) {
-    // Each with its units in a millimetre.
+    // Each with its units per millimetre.
     const std::pair<int, double> modes[] = {{MM_LOMETRIC, 10},
                                             {MM_HIMETRIC, 100},
                                             {MM_LOENGLISH, 100 / 25.4},
                                             {MM_HIENGLISH, 1000 / 25.4}};
-    std::mt19937 random(1); // the same every time
+    std::mt19937 random(1); // a fixed seed
     for (const auto& [mode, units] : modes) {
         for (int i = 0; i < 25; ++i) {
             std::array<int, 4> ends;
@@ -136,7 +136,7 @@ TEST(Metafile, BoundsFollowTheMapMode) {
                 EXPECT_EQ(SetMapMode(device, mode), MM_TEXT);
                 line(device, ends[0], ends[1], ends[2], ends[3]);
             });
-            // The pixel nearest to a place, of two the one or the other.
+            // The nearest pixel; halves may be rounded either way.
             const int bounds[] = {std::min(x0, x1), -std::max(y0, y1), std::max(x0, x1),
                                   -std::min(y0, y1)};
             for (std::size_t side = 0; side < 4; ++side) {
@@ -150,7 +150,7 @@ TEST(Metafile, BoundsFollowTheMapMode) {
     }
 }
 
-TEST(Metafile, LivesInMemoryWithoutAName) {
+TEST(Metafile, IsKeptInMemoryWithoutAFileName) {
     HDC device = CreateEnhMetaFileA(nullptr, nullptr, nullptr, kDescription);
     ASSERT_NE(device, nullptr);
     line(device, 1, 2, 3, 4);

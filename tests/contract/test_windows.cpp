@@ -11,8 +11,8 @@ std::function<LRESULT(HWND, UINT, WPARAM)> on_message;
 
 namespace {
 
-// The origin of a command; a menu's and a button's is 0, a field's are above.
-constexpr WORD kByShortcut = 1;
+// The high word of a command's wParam: 0 from menus and buttons, above 1 from fields.
+constexpr WORD kFromShortcut = 1;
 
 std::string message_name(UINT message, WPARAM wparam, LPARAM lparam) {
     const auto place = static_cast<std::uintptr_t>(lparam);
@@ -27,7 +27,7 @@ std::string message_name(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_ERASEBKGND:
         return "erase";
     case WM_COMMAND:
-        if (HIWORD(wparam) > kByShortcut) {
+        if (HIWORD(wparam) > kFromShortcut) {
             return "";
         }
         return "command " + std::to_string(LOWORD(wparam)) + " from " +
@@ -78,7 +78,7 @@ Windows::Windows() {
     logging.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
     logging.lpszMenuName = MAKEINTRESOURCEA(IDR_LOGO_MENU);
     logging.lpszClassName = "Logging";
-    RegisterClassExA(&logging); // known already after the first test
+    RegisterClassExA(&logging); // fails after the first test, as the class exists
     window_ = CreateWindowExA(WS_EX_OVERLAPPEDWINDOW, "Logging", "A window", WS_OVERLAPPEDWINDOW,
                               20, 20, 400, 300, nullptr, nullptr, nullptr, nullptr);
     created_ = take_log();

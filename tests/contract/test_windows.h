@@ -1,4 +1,4 @@
-// A window that notes its messages, in the hands of a test.
+// A window that logs its messages.
 #pragma once
 
 #include "tests/support/user_loop.h"
@@ -13,26 +13,26 @@ namespace pelmora_test {
 
 using Lines = std::vector<std::string>;
 
-// What the windows were told, a line for each message that matters. What fields tell of their own
-// text does not: the program asks them.
+// The log: a line for each relevant message. Notifications of edit fields are left out, as the
+// program does not use them.
 extern Lines log_lines;
 Lines take_log();
 
-// What a test wants the windows to do besides noting; an answer that is not 0 is theirs.
+// Called by the windows' procedure after logging; a result other than 0 replaces DefWindowProcA.
 extern std::function<LRESULT(HWND, UINT, WPARAM)> on_message;
 
-// Shows a second window of the class, beside the first.
+// Shows a second window of the class beside the first.
 HWND show_other();
 
-// A shown window of the class "Logging", with the population window's menu.
+// A fixture with a shown window of the class "Logging", with the population window's menu.
 class Windows : public testing::Test {
   protected:
     Windows();
     ~Windows() override;
 
     HWND window_;
-    Lines created_; // what it was told before it was shown
-    Lines shown_;   // and then
+    Lines created_; // the log before it was shown
+    Lines shown_;   // and after
 };
 
 } // namespace pelmora_test

@@ -1,4 +1,4 @@
-// Windows, their messages and their dialogs, as the program relies on them.
+// Windows, their messages and their dialogs.
 #include "resources/resource.h"
 #include "tests/contract/test_windows.h"
 #include "tests/support/answers.h"
@@ -14,21 +14,21 @@ namespace {
 using namespace pelmora_test;
 using user::Modifier;
 
-TEST_F(Windows, AreMadeAndDestroyedInOrder) {
+TEST_F(Windows, AreCreatedAndDestroyedInOrder) {
     RECT client{};
     GetClientRect(window_, &client);
     EXPECT_EQ(created_, Lines{"create"});
     RECT outer{};
     GetWindowRect(window_, &outer);
-    EXPECT_EQ(outer.right - outer.left, 400); // as it was made
+    EXPECT_EQ(outer.right - outer.left, 400); // as requested
     EXPECT_EQ(outer.bottom - outer.top, 300);
     const std::string size = std::to_string(client.right) + "," + std::to_string(client.bottom);
-    shown_.resize(3); // a window manager may go on
+    shown_.resize(3); // a window manager may cause more messages
     EXPECT_EQ(shown_, (Lines{"erase", "size " + size, "paint"}));
     EXPECT_EQ(SetWindowLongPtrA(window_, 0, 77), 0);
     EXPECT_EQ(SetWindowLongPtrA(window_, 8, 78), 0);
     EXPECT_EQ(GetWindowLongPtrA(window_, 0), 77);
-    EXPECT_EQ(SetWindowLongPtrA(window_, 9, 1), 0); // would reach beyond the window's own bytes
+    EXPECT_EQ(SetWindowLongPtrA(window_, 9, 1), 0); // beyond the extra bytes
 
     PostMessageA(window_, WM_USER, 0, 0);
     EXPECT_TRUE(DestroyWindow(window_));
@@ -36,10 +36,10 @@ TEST_F(Windows, AreMadeAndDestroyedInOrder) {
     EXPECT_FALSE(DestroyWindow(window_));
     EXPECT_FALSE(PostMessageA(window_, WM_USER, 0, 0));
     settle();
-    EXPECT_EQ(take_log(), (Lines{"destroy"})); // what was posted went with it
+    EXPECT_EQ(take_log(), (Lines{"destroy"})); // the posted message was dropped
 }
 
-// Fills an area outside of painting.
+// Draws outside of WM_PAINT.
 void fill(HWND window, const RECT& area) {
     HDC device = GetDC(window);
     FillRect(device, &area, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
@@ -50,7 +50,7 @@ HWND create(const char* name) {
     return CreateWindowExA(0, name, "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
 }
 
-TEST_F(Windows, FaultyClassesAndWindowsAreRefused) {
+TEST_F(Windows, InvalidClassesAndWindowsAreRefused) {
     WNDCLASSEXA again{};
     again.cbSize = sizeof again;
     again.lpfnWndProc = DefWindowProcA;
@@ -105,7 +105,7 @@ TEST_F(Windows, PaintAfterEverythingElseAndEraseOnlyWhenAsked) {
     EXPECT_EQ(take_log(), (Lines{"erase", "size 333,222", "paint"}));
 }
 
-TEST_F(Windows, DrawingOutsidePaintingStaysAndPaintingIsClipped) {
+TEST_F(Windows, DrawingOutsidePaintingPersistsAndPaintingIsClipped) {
     fill(window_, {0, 0, 50, 50});
     on_message = [](HWND window, UINT message, WPARAM) -> LRESULT {
         if (message != WM_PAINT) {
@@ -140,7 +140,7 @@ TEST_F(Windows, DrawingOutsidePaintingStaysAndPaintingIsClipped) {
     EXPECT_EQ(user::pixel(window_, 10, 10), RGB(255, 255, 255));
 }
 
-TEST_F(Windows, AMoveAndAnExposureLeaveWhatIsDrawn) {
+TEST_F(Windows, MovingAndUncoveringKeepTheDrawing) {
     fill(window_, {0, 0, 50, 50});
     HDC device = GetDC(window_);
     MoveToEx(device, 60, 20, nullptr);
@@ -165,7 +165,7 @@ TEST_F(Windows, AMoveAndAnExposureLeaveWhatIsDrawn) {
     EXPECT_EQ(user::pixel(window_, 10, 10), RGB(0, 0, 0));
 }
 
-TEST_F(Windows, SurviveAnySizeAndDeviceContextsThatOutliveThem) {
+TEST_F(Windows, AllowAnySizeAndDeviceContextsThatOutliveThem) {
     HDC dc = GetDC(window_);
     for (const auto& [width, height] :
          {std::pair(0, 0), {1, 1}, {20'000, 3}, {30'000, 30'000}, {400, 300}}) {
@@ -179,7 +179,7 @@ TEST_F(Windows, SurviveAnySizeAndDeviceContextsThatOutliveThem) {
     ReleaseDC(window_, dc);
 }
 
-TEST_F(Windows, TheMouseBringsPlaceAndKeys) {
+TEST_F(Windows, MouseMessagesCarryPositionAndKeys) {
     user::click(window_, 7, 9, user::Button::left, Modifier::shift);
     user::click(window_, 300, 5, user::Button::right, Modifier::control);
     settle();
@@ -192,7 +192,7 @@ TEST_F(Windows, TheMouseBringsPlaceAndKeys) {
     EXPECT_EQ(take_log(), (Lines{"close", "destroy"}));
 }
 
-TEST_F(Windows, ShortcutsBecomeCommandsUnlessTheirEntryIsGreyed) {
+TEST_F(Windows, ShortcutsSendCommandsUnlessTheirEntryIsDisabled) {
     for (const char* keys :
          {"Ctrl+E", "Ctrl+Shift+E", "E", "Alt+E", "Ctrl+X", "Alt+/", "Alt+?", "/", "Ctrl+N"}) {
         user::press(window_, keys);
@@ -202,7 +202,7 @@ TEST_F(Windows, ShortcutsBecomeCommandsUnlessTheirEntryIsGreyed) {
                                  "command 32774 from 1"}));
 }
 
-TEST_F(Windows, F10LeadsIntoTheMenu) {
+TEST_F(Windows, F10OpensTheMenu) {
     user::Script script(end_script);
     for (const char* key : {"F10", "Down", "Esc", "Esc", "F10", "Down", "Down", "Return"}) {
         script.then(key, [this, key] { user::press(window_, key); });
@@ -242,7 +242,7 @@ TEST_F(Windows, DialogsEndByKeyButtonAndCloseBox) {
         INT_PTR result = 0;
         Answers()
             .dialog("About",
-                    [&](HWND) { // which its owner must not hear
+                    [&](HWND) { // its owner must not receive these
                         user::press(window_, "Ctrl+E");
                         user::click(window_, 9, 9);
                     })
@@ -254,7 +254,7 @@ TEST_F(Windows, DialogsEndByKeyButtonAndCloseBox) {
     }
 }
 
-TEST_F(Windows, ADialogGoesWithItsOwnerAndOtherWindowsLiveOn) {
+TEST_F(Windows, ADialogIsDestroyedWithItsOwnerAndOtherWindowsStayActive) {
     HWND other = show_other();
     settle();
     take_log();
@@ -269,20 +269,20 @@ TEST_F(Windows, ADialogGoesWithItsOwnerAndOtherWindowsLiveOn) {
     DestroyWindow(other);
 }
 
-TEST_F(Windows, TwoDialogsEndInAnyOrderAndWaitingWindowsHearNoInput) {
+TEST_F(Windows, TwoDialogsEndInAnyOrderAndBlockedWindowsGetNoInput) {
     HWND other = show_other();
     settle();
     take_log();
     on_message = [](HWND window, UINT message, WPARAM) -> LRESULT {
         return message == WM_USER ? open_dialog(window, IDD_MESSAGE) : 0;
     };
-    user::click(window_, 9, 9); // waits behind the first
+    user::click(window_, 9, 9); // queued before the first dialog opens
     user::close(window_);
     Answers()
         .dialog("About", [&](HWND) { PostMessageA(other, WM_USER, 0, 0); })
         .dialog("Dialog", [](HWND) { user::click_control(user::find_window("About"), IDOK); })
         .gone("About")
-        .then([&] { user::click(window_, 8, 8); }) // its owner hears again
+        .then([&] { user::click(window_, 8, 8); }) // its owner gets input again
         .press("Dialog", "Return")
         .gone("Dialog")
         .during([&] { open_dialog(window_); });
@@ -291,7 +291,7 @@ TEST_F(Windows, TwoDialogsEndInAnyOrderAndWaitingWindowsHearNoInput) {
     DestroyWindow(other);
 }
 
-// Records what the controls of the population dialog say.
+// Logs the notifications of the population dialog's controls.
 INT_PTR CALLBACK ControlsProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
     case WM_INITDIALOG:
@@ -325,7 +325,8 @@ INT_PTR CALLBACK ControlsProc(HWND dialog, UINT message, WPARAM wparam, LPARAM l
     }
 }
 
-// Wine tells the end of a slider's way twice, by the button and by the end of the mouse's capture.
+// Wine reports the end of a drag twice: on the button's release and on the loss of the mouse
+// capture.
 Lines mouse_lines() {
     Lines lines = take_log();
     lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
@@ -373,7 +374,7 @@ TEST_F(Windows, SlidersAndArrowsNotifyAsOnWindows) {
         EXPECT_STREQ(cut, "1234567");
         EXPECT_EQ(GetDlgItem(dialog(), 4711), nullptr);
         user::hold_arrow(dialog(), IDC_TURTLES_SPIN, true);
-        user::press(dialog(), "Return"); // and the arrow is still held
+        user::press(dialog(), "Return"); // while the arrow is held
     });
     script.start();
     EXPECT_EQ(open_dialog(window_, IDD_POPULATION, ControlsProc), IDOK);

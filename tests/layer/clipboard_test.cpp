@@ -1,5 +1,4 @@
-// The clipboard and the memory that goes over it, with another program on the other side where
-// there is one.
+// The clipboard and its memory blocks; under X11 also the exchange with another program.
 #include "files/clipboard.h"
 #include "tests/contract/test_windows.h"
 #include "tests/support/failing_new.h"
@@ -40,26 +39,26 @@ class Clipboards : public Windows {
         const void* bytes = data != nullptr ? GlobalLock(data) : nullptr;
         std::string text = bytes != nullptr ? static_cast<const char*>(bytes) : "(null)";
         EXPECT_TRUE(CloseClipboard());
-        EXPECT_EQ(GlobalLock(data), nullptr); // it was the clipboard's
+        EXPECT_EQ(GlobalLock(data), nullptr); // the clipboard has freed it
         return text;
     }
 
-    // Waits until the clipboard gives this. Another program tells nobody when it has taken it over:
-    // xclip ends before its child does.
+    // Waits until the clipboard has this text. xclip returns before its child process has taken the
+    // ownership of the clipboard.
     void await_text(const std::string& text) const {
         user::Script script(end_script);
         script.await("the text " + text.substr(0, 40), [&] { return paste() == text; });
         run(script);
     }
 
-    // Runs a shell command beside our loop, which other programs need for what we offer; its
-    // output.
-    static std::string run_beside(const std::string& command) {
+    // Runs a shell command in the background and returns its output. The message loop runs
+    // meanwhile, as other programs need it to read our clipboard.
+    static std::string run_in_background(const std::string& command) {
         std::remove("output");
         std::remove("done");
-        // With exec, as a shell reads on in its script, which by then may be the next one.
-        { std::ofstream("beside.sh") << "(" << command << ") >output; exec touch done\n"; }
-        EXPECT_EQ(std::system("sh beside.sh </dev/null &"), 0);
+        // exec, as a shell would read on in the script file, which the next call overwrites.
+        { std::ofstream("background.sh") << "(" << command << ") >output; exec touch done\n"; }
+        EXPECT_EQ(std::system("sh background.sh </dev/null &"), 0);
         user::Script script(end_script);
         script.await(command, [] { return std::ifstream("done").good(); });
         run(script);
@@ -68,7 +67,7 @@ class Clipboards : public Windows {
     }
 };
 
-// Other programs are there on X11 only.
+// Skipped without X11 and xclip.
 class OtherClipboards : public Clipboards {
   protected:
     void SetUp() override {
@@ -80,27 +79,28 @@ class OtherClipboards : public Clipboards {
     }
 };
 
-TEST_F(OtherClipboards, SeeAllThatWasCopied) {
+TEST_F(OtherClipboards, SeeEveryCopiedFormat) {
     copy("Größe\n( FWD_1 )\n", true);
-    const std::string targets = run_beside("xclip -o -selection clipboard -t TARGETS");
+    const std::string targets = run_in_background("xclip -o -selection clipboard -t TARGETS");
     for (const char* target :
          {"UTF8_STRING", "text/plain", "image/x-emf", "image/emf", "image/png"}) {
         EXPECT_NE(targets.find(target), std::string::npos) << target << " in " << targets;
     }
-    EXPECT_EQ(run_beside("xclip -o -selection clipboard"), "Größe\n( FWD_1 )\n");
-    const std::string metafile = run_beside("xclip -o -selection clipboard -t image/x-emf");
+    EXPECT_EQ(run_in_background("xclip -o -selection clipboard"), "Größe\n( FWD_1 )\n");
+    const std::string metafile = run_in_background("xclip -o -selection clipboard -t image/x-emf");
     EXPECT_EQ(metafile.substr(40, 4), " EMF");
-    EXPECT_EQ(run_beside("xclip -o -selection clipboard -t image/emf"), metafile);
-    EXPECT_EQ(run_beside("xclip -o -selection clipboard -t image/png").substr(0, 4), "\x89PNG");
+    EXPECT_EQ(run_in_background("xclip -o -selection clipboard -t image/emf"), metafile);
+    EXPECT_EQ(run_in_background("xclip -o -selection clipboard -t image/png").substr(0, 4),
+              "\x89PNG");
 }
 
-TEST_F(OtherClipboards, GiveTheirText) {
+TEST_F(OtherClipboards, ProvideText) {
     const auto expect = [this](const std::string& text, const std::string& printed,
                                const std::string& options = "") {
         std::string command = "printf '";
         command += printed;
         command += "' | xclip -i -selection clipboard ";
-        run_beside(command + options);
+        run_in_background(command + options);
         await_text(text);
     };
     expect("one\r\nGröße", "one\\r\\nGröße");
@@ -110,28 +110,28 @@ TEST_F(OtherClipboards, GiveTheirText) {
     }
     expect("Größe", "Gr\\366\\337e", "-t 'text/plain;charset=iso-8859-1'");
     expect("(none)", "no text", "-t image/png");
-    expect("\xEF\xBF\xBD\xEF\xBF\xBD", "\\377\\376", "-t UTF8_STRING"); // none of its encoding
+    expect("\xEF\xBF\xBD\xEF\xBF\xBD", "\\377\\376", "-t UTF8_STRING"); // invalid UTF-8
 
-    run_beside("head -c 20000000 /dev/zero | tr '\\0' x | xclip -i -selection clipboard");
+    run_in_background("head -c 20000000 /dev/zero | tr '\\0' x | xclip -i -selection clipboard");
     std::string large;
     large.resize(20'000'000, 'x');
     await_text(large);
-    // Its owner ends: what it offered is gone.
-    run_beside("echo x | xclip -i -quiet -selection clipboard 2>/dev/null & echo $! >owner");
+    // When the owner ends the clipboard is empty.
+    run_in_background("echo x | xclip -i -quiet -selection clipboard 2>/dev/null & echo $! >owner");
     await_text("x\n");
-    run_beside("kill $(cat owner)");
+    run_in_background("kill $(cat owner)");
     await_text("(none)");
 }
 
 TEST_F(Clipboards, ATextWithoutAZeroEndsWithItsBlock) {
-    const std::string text(24, 'x'); // which fills a piece of the heap
+    const std::string text(24, 'x'); // fills a heap block exactly
     ASSERT_TRUE(OpenClipboard(window_) && EmptyClipboard());
     offer_text(text, false);
     EXPECT_TRUE(CloseClipboard());
     EXPECT_EQ(paste(), text);
 }
 
-TEST_F(Clipboards, WithoutMemoryForTheTextACopyPlacesNothing) {
+TEST_F(Clipboards, WithoutMemoryForTheTextNothingIsCopied) {
     using namespace pelmora;
     copy("old", true);
     DrawContext ctx{};

@@ -1,4 +1,4 @@
-// Dialogs beyond their contract: what they tell screen readers, and how they go.
+// Dialogs: accessible names, focus and cleanup.
 #include "resources/resource.h"
 #include "tests/contract/test_windows.h"
 #include "tests/support/answers.h"
@@ -12,7 +12,7 @@ const QWidget* widget_of(HWND window) {
     return platform::window_of(window)->widget();
 }
 
-// With a parameter the dialog ends by itself.
+// With a parameter other than 0 the dialog ends at once.
 INT_PTR CALLBACK EndingProc(HWND dialog, UINT message, WPARAM, LPARAM parameter) {
     if (message == WM_INITDIALOG && parameter != 0) {
         PostMessageA(dialog, WM_COMMAND, IDOK, 0);
@@ -38,7 +38,7 @@ TEST_F(Windows, LabelsNameFieldsAndSlidersForScreenReaders) {
         .during([&] { open_dialog(window_, IDD_POPULATION); });
 }
 
-TEST_F(Windows, DialogsGiveTheKeyboardBackToTheirOwner) {
+TEST_F(Windows, DialogsReturnTheFocusToTheirOwner) {
     HWND other = show_other();
     user::Script script(end_script);
     const auto active = [](HWND window) {
@@ -46,7 +46,7 @@ TEST_F(Windows, DialogsGiveTheKeyboardBackToTheirOwner) {
     };
     Answers()
         .dialog("About", [&](HWND) { ShowWindow(other, SW_SHOW); })
-        .await("the other window", active(other)) // a window manager takes its time
+        .await("the other window", active(other)) // the window manager is asynchronous
         .press("About", "Return")
         .during([&] { open_dialog(window_, IDD_ABOUT); });
     script.await("the owner", active(window_));

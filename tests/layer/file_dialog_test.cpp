@@ -1,4 +1,4 @@
-// The file dialogs: which names they take, and which they refuse.
+// The file dialogs: accepted and refused names.
 #include "files/file_dialog.h"
 #include "resources/resource.h"
 #include "services/message.h"
@@ -34,7 +34,7 @@ class FileDialogs : public Windows {
         return (fs::current_path() / "names" / name).string();
     }
 
-    // Opens a dialog for a script that answers it; the name that it gave, "" for none.
+    // Opens a dialog, which the script answers. Returns the chosen name, "" for none.
     std::string ask(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, user::Script& script) const {
         std::vector<char> name(512);
         OPENFILENAMEA request{};
@@ -52,8 +52,8 @@ class FileDialogs : public Windows {
         return chosen ? name.data() : "";
     }
 
-    // One dialog in which a user tries names until one is taken, and cancels after the last. For
-    // each, what the user was told, or "taken".
+    // Enters names in one dialog until one is accepted and cancels after the last. Returns for each
+    // the message that was shown, or "taken".
     Lines try_names(BOOL(WINAPI* show)(OPENFILENAMEA*), DWORD flags, const Lines& names) {
         Lines told;
         user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
@@ -80,13 +80,13 @@ class FileDialogs : public Windows {
     Lines open(const Lines& names) { return try_names(GetOpenFileNameA, OFN_FILEMUSTEXIST, names); }
     Lines save(const Lines& names) { return try_names(GetSaveFileNameA, 0, names); }
 
-    std::string taken_; // by try_names()
+    std::string taken_; // the accepted name of try_names()
 };
 
 const char* const kNotFound = "File not found.\nCheck the file name and try again.";
 const char* const kNoPath = "Path does not exist.\nCheck the path and try again.";
 
-TEST_F(FileDialogs, OpenTakesWhatExists) {
+TEST_F(FileDialogs, OpenAcceptsExistingFiles) {
     ASSERT_EQ(::mkfifo("names/pipe", 0600), 0);
     fs::create_symlink("notes.txt", "names/link");
     fs::create_symlink("missing", "names/dangling");
@@ -111,7 +111,7 @@ TEST_F(FileDialogs, OpenTakesWhatExists) {
               (Lines{"", kNotFound, "taken"}));
 }
 
-TEST_F(FileDialogs, SaveTakesNewNamesAsTyped) {
+TEST_F(FileDialogs, SaveAcceptsNewNamesAsTyped) {
     for (const char* name : {"new", "new.txt", "x.y.z", " spaced ", "notes.txt"}) {
         EXPECT_EQ(save({in_folder(name)}), Lines{"taken"});
         EXPECT_EQ(taken_, in_folder(name));
@@ -122,8 +122,8 @@ TEST_F(FileDialogs, SaveTakesNewNamesAsTyped) {
     EXPECT_EQ(save({in_folder("dangling")}), Lines{"taken"});
 }
 
-// The system's own dialog has limits of its own.
-TEST_F(FileDialogs, NamesAreRefusedThatAreTooLongForTheProgram) {
+// The layer's own: the dialog of Windows has other limits.
+TEST_F(FileDialogs, NamesTooLongForTheProgramAreRefused) {
     fs::create_directories(in_folder(std::string(60, 'd')));
     const auto of_size = [](std::size_t size) {
         const std::string folder = in_folder(std::string(60, 'd'));
@@ -151,13 +151,13 @@ TEST_F(FileDialogs, NamesAreRefusedThatAreTooLongForTheProgram) {
               (Lines{limit(511), limit(511), limit(511), "taken"}));
 }
 
-TEST_F(FileDialogs, ListWhatTheFilterSaysWhateverTheCase) {
+TEST_F(FileDialogs, FiltersIgnoreCase) {
     const auto sorted = [] {
         Lines names = user::listed_files();
         std::sort(names.begin(), names.end());
         return names;
     };
-    open({in_folder("nodot")}); // to be in the folder
+    open({in_folder("nodot")}); // so that the next dialog starts in the folder
     user::Script script([](const std::string& failure) { EXPECT_EQ(failure, ""); });
     script.await("the dialog", [] { return user::system_dialog() == "Open"; });
     script.await("the turtles", [&] {
@@ -173,7 +173,7 @@ TEST_F(FileDialogs, ListWhatTheFilterSaysWhateverTheCase) {
     EXPECT_EQ(ask(GetOpenFileNameA, OFN_FILEMUSTEXIST, script), "");
 }
 
-TEST_F(FileDialogs, OtherWindowsLiveOnAndTheOwnerTakesItAlong) {
+TEST_F(FileDialogs, OtherWindowsStayActiveAndTheOwnerDestroysTheDialog) {
     HWND other = show_other();
     settle();
     take_log();
@@ -197,7 +197,7 @@ TEST_F(FileDialogs, OtherWindowsLiveOnAndTheOwnerTakesItAlong) {
     settle();
 }
 
-TEST_F(FileDialogs, TheOwnerHearsAgainWhileTheDialogOfAnotherWindowIsOpen) {
+TEST_F(FileDialogs, TheOwnerIsUnblockedWhileTheDialogOfAnotherWindowIsOpen) {
     HWND other = show_other();
     settle();
     take_log();

@@ -1,4 +1,4 @@
-// Lines in a clip other than the whole image: their pixels are the contract's.
+// Clipping of lines. Their pixels are checked by the contract tests.
 #include "gdi/wide_line.h"
 
 #include <gtest/gtest.h>
@@ -38,8 +38,8 @@ class Canvas {
     std::vector<std::uint32_t> pixels_ = std::vector<std::uint32_t>(std::size_t{kSize} * kSize);
 };
 
-TEST(Line, AClipOnlyCuts) {
-    std::mt19937 random(1); // the same every time
+TEST(Line, ClippingDoesNotMovePixels) {
+    std::mt19937 random(1); // a fixed seed
     const auto in = [&random](int low, int high) {
         return std::uniform_int_distribution(low, high)(random);
     };
@@ -63,12 +63,12 @@ TEST(Line, AClipOnlyCuts) {
     }
 }
 
-TEST(Line, FarAndEmptyOnesTouchNothingElse) {
+TEST(Line, ExtremeCoordinatesAndClipsWriteOnlyInsideTheClip) {
     const int far = 2'147'483'647;
     for (const int width : {1, 2, 3}) {
         Canvas canvas;
         canvas.line({5, 5, 5, 20}, 0, 10, 30, 10, width); // an empty clip
-        canvas.line(kAll, -far - 1, -5, far, -5, width);  // beside the image
+        canvas.line(kAll, -far - 1, -5, far, -5, width);  // outside the image
         canvas.line(kAll, far, -far, far, far, width);
         EXPECT_TRUE(canvas == Canvas());
         canvas.line({10, 0, 12, kSize}, -far, 7, far, 7, width);
@@ -79,7 +79,7 @@ TEST(Line, FarAndEmptyOnesTouchNothingElse) {
         EXPECT_TRUE(canvas == two);
     }
     Canvas full;
-    full.line({10, 7, 12, 8}, -far, far, far, -far, far); // a pen wider than all
+    full.line({10, 7, 12, 8}, -far, far, far, -far, far); // a pen wider than the image
     Canvas two;
     two.line({10, 7, 12, 8}, 0, 7, 30, 7);
     EXPECT_TRUE(full == two);

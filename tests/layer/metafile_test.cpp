@@ -1,4 +1,4 @@
-// Metafiles beyond their contract: how their files are written, and their pictures.
+// Metafiles: writing of files, and drawing.
 #include "gdi/metafile.h"
 #include "tests/files/read_only.h"
 #include "tests/support/failing_new.h"
@@ -18,12 +18,12 @@ void line(HDC device, int x0, int y0, int x1, int y1) {
     EXPECT_EQ(LineTo(device, x1, y1), 1);
 }
 
-// Metafiles in a folder of their own, in which "old" has other content.
+// A temporary folder with a file "old", which is no metafile.
 class MetafileFiles : public testing::Test {
   protected:
     MetafileFiles() { write_file(old_, "old content"); }
 
-    // Records a line into a file; whether the metafile was closed with success.
+    // Records a line into a file. True when the metafile was closed successfully.
     static bool record(const std::string& path) {
         HDC device = CreateEnhMetaFileA(nullptr, path.c_str(), &kFrame, kDescription);
         if (device == nullptr) {
@@ -46,21 +46,21 @@ class MetafileFiles : public testing::Test {
     std::string old_ = folder_.path("old");
 };
 
-TEST_F(MetafileFiles, AFileIsReplacedOnlyByACompleteOne) {
+TEST_F(MetafileFiles, OnlyACompleteFileReplacesTheOld) {
     EXPECT_TRUE(record(folder_.path("new")));
     EXPECT_EQ(content_of(folder_.path("new")), content_);
 
     HDC device = CreateEnhMetaFileA(nullptr, old_.c_str(), &kFrame, nullptr);
     line(device, 0, 0, 10, 10);
     EXPECT_EQ(content_of(old_), "old content");
-    EXPECT_TRUE(DeleteDC(device)); // abandoned
+    EXPECT_TRUE(DeleteDC(device)); // without closing
     device = CreateEnhMetaFileA(nullptr, folder_.path("never").c_str(), &kFrame, nullptr);
     EXPECT_TRUE(DeleteDC(device));
     EXPECT_EQ(content_of(old_), "old content");
     EXPECT_EQ(folder_.count(), 2);
 }
 
-TEST_F(MetafileFiles, AFullDiskOrMemoryLeavesTheOldFile) {
+TEST_F(MetafileFiles, AFullDiskOrMemoryKeepsTheOldFile) {
     {
         const FullDisk disk(50);
         EXPECT_FALSE(record(old_));
@@ -79,7 +79,7 @@ TEST_F(MetafileFiles, AFullDiskOrMemoryLeavesTheOldFile) {
     EXPECT_EQ(folder_.count(), 1);
 }
 
-TEST(MetafilePicture, IsUprightInItsFrame) {
+TEST(MetafilePicture, FillsItsFrameUpright) {
     constexpr RECT kUpward{0, -5000, 10'000, 0}; // 100 by 50 mm
     HDC device = CreateEnhMetaFileA(nullptr, nullptr, &kUpward, nullptr);
     EXPECT_EQ(SetMapMode(device, MM_LOMETRIC), MM_TEXT);

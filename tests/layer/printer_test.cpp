@@ -1,4 +1,4 @@
-// Printing: the desktop's dialog, the printer that it gives, its jobs, and the page that comes out.
+// Printing: the print dialog and the jobs of the printer chosen in it.
 #include "tests/contract/test_windows.h"
 #include "tests/files/read_only.h"
 #include "tests/support/answers.h"
@@ -10,12 +10,12 @@ namespace {
 
 using namespace pelmora_test;
 
-HDC asked_device = nullptr; // by the printing system, whether to go on
-BOOL go_on = TRUE;
+HDC asked_device = nullptr; // the argument of the abort procedure
+BOOL keep_printing = TRUE;  // its result
 
 BOOL CALLBACK AskedProc(HDC device, int) {
     asked_device = device;
-    return go_on;
+    return keep_printing;
 }
 
 class Printing : public Windows {
@@ -34,7 +34,7 @@ class Printing : public Windows {
     }
 };
 
-TEST_F(Printing, AJobGoesThroughItsCallsInOrder) {
+TEST_F(Printing, AJobRequiresItsCallsInOrder) {
     const Folder folder;
     const std::string path = folder.path("a 'page' \"ü\".pdf");
     HDC printer = printer_to(path);
@@ -58,7 +58,7 @@ TEST_F(Printing, AJobGoesThroughItsCallsInOrder) {
     EXPECT_EQ(folder.count(), 1);
 }
 
-TEST_F(Printing, AnUnfinishedJobLeavesTheOldFile) {
+TEST_F(Printing, AnUnfinishedJobKeepsTheOldFile) {
     const Folder folder;
     const std::string path = folder.path("page.pdf");
     write_file(path, "old");
@@ -68,9 +68,9 @@ TEST_F(Printing, AnUnfinishedJobLeavesTheOldFile) {
         EXPECT_GT(StartPage(printer), 0);
         LineTo(printer, 100, 100);
         if (aborted) {
-            go_on = FALSE;
+            keep_printing = FALSE;
             EXPECT_LE(EndPage(printer), 0);
-            go_on = TRUE;
+            keep_printing = TRUE;
             EXPECT_LE(EndDoc(printer), 0);
         }
         EXPECT_TRUE(DeleteDC(printer));
@@ -79,7 +79,7 @@ TEST_F(Printing, AnUnfinishedJobLeavesTheOldFile) {
     EXPECT_EQ(folder.count(), 1);
 }
 
-TEST_F(Printing, AFullDiskOrAFolderThatWentLeavesNothing) {
+TEST_F(Printing, AFullDiskOrADeletedFolderLeavesNoPartialFile) {
     const Folder folder;
     const std::string path = folder.path("page.pdf");
     write_file(path, "old");

@@ -1,5 +1,4 @@
-// Sliders moved in ways that Windows' own does not know, or that only the toolkit's events can
-// show.
+// Slider input that differs from Windows or that only toolkit events can simulate.
 #include "frames/dialog.h"
 #include "resources/resource.h"
 #include "tests/contract/test_windows.h"
@@ -47,12 +46,12 @@ void press_as_x11(QSlider* slider, QEvent::Type type, quint64 time) {
     QApplication::sendEvent(slider, &event);
 }
 
-// Timers tell some of the moves, late on a busy machine.
+// Some of the moves are reported by timers, late on a busy machine.
 void await_lines(std::size_t count) {
     EXPECT_TRUE(QTest::qWaitFor([count] { return log_lines.size() == count; }, 20'000));
 }
 
-TEST_F(Windows, SlidersTellOfEveryEndOfAMove) {
+TEST_F(Windows, SlidersReportTheEndOfEveryMove) {
     QPointer<QSlider> slider;
     user::Script script(end_script);
     const auto step = [&](const char* name, const std::function<void()>& action,
@@ -67,7 +66,7 @@ TEST_F(Windows, SlidersTellOfEveryEndOfAMove) {
     };
     script.await("the dialog",
                  [] { return user::find_window("Population Description") != nullptr; });
-    step("the wheel over a slider without the keyboard", [&] { turn_wheel(slider, 120); }, {});
+    step("the wheel over a slider without the focus", [&] { turn_wheel(slider, 120); }, {});
     step("half notches",
          [&] {
              slider->setFocus();
@@ -86,7 +85,7 @@ TEST_F(Windows, SlidersTellOfEveryEndOfAMove) {
              await_lines(3);
          },
          {"0 at 45", "0 at 40", "8 at 40"});
-    step("the keyboard goes",
+    step("the focus is lost",
          [&] {
              QTest::keyPress(slider, Qt::Key_Right);
              QTest::keyClick(slider, Qt::Key_Tab);
