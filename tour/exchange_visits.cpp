@@ -1,4 +1,4 @@
-// What the tour does to move turtles in and out.
+// The tour's steps for the editor, files, printing and the clipboard.
 #include "resources/resource.h"
 #include "services/status.h"
 #include "tour/grid.h"
@@ -150,7 +150,7 @@ void visit_printer(Tour& tour) {
 } // namespace
 
 void visit_files(Tour& tour) {
-    // Of an earlier tour: those that exist would be asked about.
+    // Removes the files of an earlier tour, as the dialogs would ask about them.
     for (const char* name : {kPopulationFile, kTurtleFile, kEpsFile, kMetafile, kPrintedFile}) {
         std::filesystem::remove(tour.file(name));
     }
@@ -187,7 +187,7 @@ void visit_clipboard(Tour& tour) {
 }
 
 void render_files(Tour& tour) {
-    // NOLINTBEGIN(cert-env33-c): whichever of these programs the machine has
+    // NOLINTBEGIN(cert-env33-c): runs those of these programs that are installed
     const auto render = [&tour](const std::string& program, const std::string& command,
                                 const char* picture) {
         if (std::system(("command -v " + program + " >/dev/null").c_str()) == 0) {

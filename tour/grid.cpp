@@ -50,7 +50,7 @@ Grid::Cell Grid::read_cell(int index) const {
         return pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
                        static_cast<std::size_t>(x)];
     };
-    // All four corners and edges of a frame that is grown by `by`, in one colour.
+    // Whether the frame rectangle enlarged by `by` pixels has one colour.
     const auto framed = [&](int by, std::uint32_t color) {
         for (int k = -by; k < kSize + by; ++k) {
             if (at(r.left + k, r.top - by) != color || at(r.left + k, r.bottom - 1 + by) != color ||

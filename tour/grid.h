@@ -1,4 +1,4 @@
-// What the cells of a population window show, read off its pixels.
+// The state of a population window's cells, read from its pixels.
 #pragma once
 
 #include "platform/testing/user.h"
@@ -17,14 +17,14 @@ class Grid {
 
     int columns() const { return columns_; }
 
-    // Of the cell at an index; none for a cell that is not there or out of view.
+    // The frame of a cell; none for a cell that does not exist or is not visible.
     Frame frame(int index) const;
     int count(Frame frame) const; // of the first 48 cells
 
     int selected() const; // -1: none
-    int drawn() const;    // cells whose picture is not white all over
+    int drawn() const;    // cells with a picture that is not all white
 
-    bool same_picture(int one, int other) const; // of one cell and another
+    bool same_picture(int one, int other) const; // of two cells
 
     // How many of the first 48 pictures differ.
     int changed_from(const Grid& before) const;
@@ -45,7 +45,7 @@ class Grid {
 void click_cell(HWND window, int index, user::Button button = user::Button::left,
                 unsigned modifiers = user::none);
 
-// Whether a drawing in the window comes near each of its four edges.
+// Whether the drawing in the window comes within 40 pixels of each edge.
 bool reaches_all_edges(HWND window);
 
 } // namespace tour

@@ -1,4 +1,4 @@
-// The windows that the tour visits, and what it does with their alerts.
+// The windows of the tour, and the handling of alerts.
 #pragma once
 
 #include "tour/tour.h"
@@ -17,7 +17,7 @@ HWND main_window();
 HWND population(); // the newest
 HWND dialog();
 
-// An alert must show `text`, outlive Escape and go with Return.
+// Adds steps for an alert, which must show `text`, ignore Escape and close on Return.
 void expect_alert(Tour& tour, const std::string& text, const std::string& picture = "");
 
 } // namespace tour

@@ -1,5 +1,5 @@
-// A guided tour: drives the real program in its real message loop as a user does, checks what every
-// step shows and saves a picture of it. The argument is the folder for the pictures.
+// The guided tour: a simulated user drives the real program in its own message loop. Every step is
+// checked and pictures are saved. The argument is the folder for the pictures.
 #include "tour/tour.h"
 
 #include "evolve/random.h"
@@ -17,12 +17,12 @@ namespace tour {
 
 namespace {
 
-// The same turtles on every tour.
+// A fixed seed, for the same turtles on every tour.
 std::uint32_t fixed_ticks() {
     return 1234;
 }
 
-// What a new population writes to the error log.
+// The log lines of a new population.
 std::string listing(const std::string& pcross, const std::string& children,
                     const std::string& depth) {
     return "PCROSS    = " + pcross + "\nPCOLOR    = 0.100000\nPMUTATE   = 0.200000\n" +
@@ -34,13 +34,14 @@ std::string listing(const std::string& pcross, const std::string& children,
 } // namespace
 
 Tour::Tour(const std::string& folder)
-    // The program sends its streams to its log files; the tour's own words go where they went.
+    // A copy of the original standard output, as the program redirects its streams to its log
+    // files.
     : folder_(std::filesystem::absolute(folder)), out_(::fdopen(::dup(STDOUT_FILENO), "w")),
       script_([this](const std::string& failure) {
           check(failure.empty(), failure);
           PostQuitMessage(0);
       }) {
-    // A crash, or whoever ends a tour that hangs, must not take along what was said before.
+    // Unbuffered, so that the output is complete when the tour crashes or is killed.
     std::setvbuf(out_, nullptr, _IONBF, 0);
 }
 
@@ -113,7 +114,7 @@ int Tour::run(HINSTANCE instance) {
 void Tour::check_log_files() {
     const std::string banner = "------ THIS IS PELMORA ----------\n";
     const auto read = [](const char* path) {
-        std::ifstream file(path); // their lines end as the system's do
+        std::ifstream file(path); // text mode: line ends depend on the system
         return std::string(std::istreambuf_iterator<char>(file), {});
     };
     check(read("stdout.txt") == banner, "stdout.txt holds the banner alone");
@@ -122,7 +123,7 @@ void Tour::check_log_files() {
         return std::string("DLG HSCROLL: Min = 0, Max = 100, Pos = ") + position + ", Pct " + part +
                "\n";
     };
-    // A page is told twice, by the key and by its end.
+    // A page is reported twice, on the key and on TB_ENDTRACK.
     const std::string pages = moved("70", "0.700000") + moved("70", "0.700000") +
                               moved("80", "0.800000") + moved("80", "0.800000");
     const std::string end = moved("100", "1.000000");

@@ -1,4 +1,4 @@
-// The guided tour's means: steps, checks and pictures.
+// The framework of the guided tour: steps, checks and pictures.
 #pragma once
 
 #include "platform/testing/user.h"
@@ -17,33 +17,33 @@ class Tour {
     Tour(const Tour&) = delete;
     Tour& operator=(const Tour&) = delete;
 
-    // What a user does next, once the program is through with all before.
+    // Adds a step, which runs after the effects of the earlier ones are handled.
     void step(const std::string& name, std::function<void()> action);
 
-    // Waits until the condition holds.
+    // Adds a step that waits until the condition holds.
     void await(const std::string& what, std::function<bool()> condition);
 
-    // Waits for a window with this title to be there, or to be gone.
+    // Adds a step that waits until a window with this title is open, or closed.
     void wait_for(const std::string& title);
     void wait_until_gone(const std::string& title);
 
-    // Waits for a file or print dialog.
+    // Adds a step that waits for a file or print dialog.
     void wait_for_system_dialog();
 
-    // Saves a picture of the window with this title.
+    // Adds a step that saves a picture of the window with this title.
     void picture(const std::string& name, const std::string& title);
 
-    // The path of a file that the tour leaves.
+    // The path of an output file of the tour.
     std::string file(const std::string& name) const { return (folder_ / name).string(); }
 
-    // Notes a failure of the current step unless `holds`.
+    // Reports a failure of the current step unless `holds`.
     void check(bool holds, const std::string& what);
 
-    // Starts the program and takes the tour through it. The exit code: 0 when every check held.
+    // Starts the program and runs the steps. Returns the exit code: 0 when all checks passed.
     int run(HINSTANCE instance);
 
   private:
-    void begin(const std::string& name); // tells of it, in case it comes to no end
+    void begin(const std::string& name); // prints the name first, in case the step hangs
     void check_log_files();
 
     std::filesystem::path folder_;
@@ -54,7 +54,7 @@ class Tour {
     int failures_ = 0;
 };
 
-// The parts of the tour, in their order.
+// Each adds the steps of one part of the tour.
 void visit_main_window(Tour& tour);
 void visit_first_population(Tour& tour);
 void visit_breeding(Tour& tour);
@@ -64,7 +64,7 @@ void visit_files(Tour& tour);
 void visit_clipboard(Tour& tour);
 void leave(Tour& tour);
 
-// Draws the files that the tour has left as pictures, by other programs, where they are installed.
+// Converts the tour's output files to pictures by other programs, where they are installed.
 void render_files(Tour& tour);
 
 } // namespace tour

@@ -1,4 +1,4 @@
-// What the tour visits.
+// The tour's steps, except those for files, the clipboard and the editor.
 #include "resources/resource.h"
 #include "services/status.h"
 #include "tour/grid.h"
@@ -20,7 +20,7 @@ std::vector<std::uint32_t> status_line() {
     return user::pixels(main_window(), line);
 }
 
-// Whether nothing is written in the second half of the status line.
+// Whether the second half of the status line is empty.
 bool status_ends_here(const std::vector<std::uint32_t>& line) {
     constexpr std::size_t kWidth = 196;
     for (std::size_t at = 0; at < line.size(); ++at) {
@@ -31,7 +31,7 @@ bool status_ends_here(const std::vector<std::uint32_t>& line) {
     return true;
 }
 
-// Presses keys in the population window; `checks` looks at the grid afterwards.
+// Presses a key in the population window; `checks` gets the grid from before.
 void key(Tour& tour, const std::string& keys, std::function<void(Grid& grid)> checks) {
     auto grid = std::make_shared<Grid>();
     tour.step(keys, [grid, keys] {
@@ -150,7 +150,7 @@ void visit_single_view(Tour& tour) {
 } // namespace
 
 void visit_breeding(Tour& tour) {
-    // Generations by their pictures: 0 the first, 1 the one after Ctrl+E.
+    // The grids of generation 0, the first, and 1, the one after Ctrl+E.
     auto generations = std::make_shared<std::vector<Grid>>();
     key(tour, "Ctrl+E", [&tour, generations](Grid& before) {
         const Grid now(population());
@@ -180,7 +180,7 @@ void visit_breeding(Tour& tour) {
     key(tour, "Ctrl+L",
         [&tour](Grid&) { tour.check(Grid(population()).count(Frame::live) == 48, "all live"); });
     visit_single_view(tour);
-    // Some mutations change nothing that is drawn, so there are several.
+    // Several mutations, as one may not change the picture.
     auto grid = std::make_shared<Grid>();
     tour.step("Ctrl+M", [grid] {
         *grid = Grid(population());
@@ -256,7 +256,7 @@ void visit_second_population(Tour& tour) {
         tour.check(user::count_windows(kPopulation) == 2, "two population windows");
         const Grid grid(population());
         tour.check(grid.count(Frame::live) == 8, "7 became 8");
-        user::press(population(), "Ctrl+N"); // not this window's
+        user::press(population(), "Ctrl+N"); // no command of this window
     });
     tour.picture("a-window-of-eight", kPopulation);
 }
@@ -270,7 +270,7 @@ void leave(Tour& tour) {
         tour.check(user::count_windows(kPopulation) == 1, "one population window is left");
         user::click(population(), 98, 50);
         user::press(population(), "Ctrl+M");
-        user::press(population(), "Ctrl+E"); // too late: the window waits for its alert by then
+        user::press(population(), "Ctrl+E"); // ignored: the alert blocks the window by then
     });
     tour.wait_for(kAlert);
     tour.step("Ctrl+Q", [] { user::press(main_window(), "Ctrl+Q"); });

@@ -1,4 +1,4 @@
-// A user's answers to dialogs.
+// The simulated user's answers to dialogs.
 #pragma once
 
 #include "resources/resource.h"
@@ -12,14 +12,14 @@
 
 namespace pelmora_test {
 
-// What a user does with the dialogs that something opens, in order.
+// A script that answers dialogs in order.
 class Answers {
   public:
     Answers()
         : script_([this](const std::string& failure) {
               failure_ = failure;
               if (!failure.empty()) {
-                  PostQuitMessage(0); // out of the dialog that nobody answers
+                  PostQuitMessage(0); // ends the dialog that was not answered
               }
           }) {}
     ~Answers() { EXPECT_EQ(failure_, ""); }
@@ -38,14 +38,14 @@ class Answers {
     Answers& question(const std::string& button) {
         return question([button] { user::answer(button); });
     }
-    // Does something with a question, which goes.
+    // Runs `action` when a question is shown and waits until it is closed.
     Answers& question(std::function<void()> action) {
         script_.await("a question", [] { return !user::question().empty(); });
         script_.then("the answer", std::move(action));
         script_.await("its end", [] { return user::question().empty(); });
         return *this;
     }
-    // Does something with the dialog of this title, once it is open.
+    // Runs `action` with the dialog of this title when it is open.
     Answers& dialog(const std::string& title, std::function<void(HWND)> action) {
         script_.await(title, [title] { return user::find_window(title) != nullptr; });
         script_.then(title,
@@ -75,7 +75,7 @@ class Answers {
         script_.then("then", std::move(action));
         return *this;
     }
-    // Does what opens the dialogs, and returns when all is done that a user does with them.
+    // Runs `action`, which opens the dialogs, and returns when the script has ended.
     void during(const std::function<void()>& action) {
         script_.start();
         action();
@@ -83,7 +83,7 @@ class Answers {
             settle();
         } while (failure_ == kRunning);
     }
-    // Gives a command to a window.
+    // Sends a command to a window, which opens the dialogs.
     void to(HWND window, int command) {
         during([=] { SendMessageA(window, WM_COMMAND, WPARAM(command), 0); });
     }
@@ -93,7 +93,7 @@ class Answers {
     }
 
   private:
-    // Does something with a file or print dialog, once one is open.
+    // Runs `action` when a file or print dialog is open.
     Answers& system(const char* name, std::function<void()> action) {
         script_.await("a system dialog", [] { return !user::system_dialog().empty(); });
         script_.then(name, std::move(action));
@@ -105,8 +105,8 @@ class Answers {
     user::Script script_;
 };
 
-// The printer that the print dialog gives for a file, which is replaced when it exists; the
-// caller's to delete.
+// The device context from a print dialog that prints to a file. `exists`: confirms replacing the
+// file. The caller deletes it.
 inline HDC printer_to(HWND owner, const std::string& path, bool exists = false) {
     PRINTDLGA dialog{};
     dialog.lStructSize = sizeof dialog;

@@ -4,9 +4,8 @@
 #include <limits>
 #include <new>
 
-// The linker sends the program's calls of malloc and realloc to __wrap_*, and names the true ones
-// __real_*.
-// NOLINTBEGIN(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
+// The linker redirects the program's calls of malloc and realloc to __wrap_*; __real_* are the
+// original functions. NOLINTBEGIN(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
 extern "C" {
 void* __real_malloc(std::size_t bytes);
 void* __real_realloc(void* memory, std::size_t bytes);
@@ -45,8 +44,8 @@ pelmora_test::FailingNew::~FailingNew() {
     good_left = kNoLimit;
 }
 
-// Only what can tell of failure is replaced, and the plain form with its releases, which must not
-// come back to __wrap_malloc. All others are the library's, or those of a checker of memory.
+// Replaces the nothrow forms, which can report failure, and the plain form with its deletes, which
+// must not call __wrap_malloc. The others stay those of the library or of a sanitizer.
 // NOLINTBEGIN(misc-new-delete-overloads)
 using Align = std::align_val_t;
 using NoThrow = std::nothrow_t;

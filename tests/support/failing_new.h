@@ -1,13 +1,13 @@
-// Memory that runs out when a test says so.
+// Allocations that fail on request.
 #pragma once
 
 #include <cstddef>
 
 namespace pelmora_test {
 
-// While one lives, the allocations of the program that can report failure (the nothrow forms of
-// operator new, malloc, realloc) succeed `good` times and fail from then on. The throwing forms
-// always succeed: the test framework lives on them. Not to be nested.
+// During its lifetime the program's allocations that can report failure (nothrow operator new,
+// malloc, realloc) succeed `good` times and then fail. The throwing forms always succeed, as the
+// test framework uses them. Must not be nested.
 class FailingNew {
   public:
     explicit FailingNew(std::size_t good);

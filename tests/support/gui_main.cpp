@@ -1,4 +1,4 @@
-// The main of test programs that open windows: the platform's own, which calls this.
+// The entry point of test programs that open windows; the platform's main() calls it.
 #include "platform/win32.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR command_line, int) {
     std::vector<std::string> words{"tests"};
     std::istringstream line(command_line);
     for (std::string word; line >> word;) {
-        std::erase(word, '"'); // a test that is to end its process is started with quoted words
+        std::erase(word, '"'); // death tests start the process with quoted words
         words.push_back(word);
     }
     std::vector<char*> arguments;

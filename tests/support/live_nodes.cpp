@@ -1,4 +1,5 @@
-// Asks after every test that no program node outlives it: slabs hide one from the sanitizers.
+// Checks after every test that it left no live program nodes. The leak checker cannot: nodes live
+// in slabs.
 #include "model/expr.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ class LiveNodes : public testing::EmptyTestEventListener {
     pelmora::ExprLive start_{};
 };
 
-// Without memory for it there are no tests. NOLINTNEXTLINE(cert-err58-cpp)
+// May throw: the process ends then. NOLINTNEXTLINE(cert-err58-cpp)
 [[maybe_unused]] const bool listening = [] {
     testing::UnitTest::GetInstance()->listeners().Append(new LiveNodes);
     return true;

@@ -5,7 +5,7 @@
 namespace pelmora_test {
 namespace {
 
-// Little-endian numbers of one record or of the whole file.
+// Reads little-endian numbers of one record or of the whole file.
 class Reader {
   public:
     explicit Reader(const std::string& bytes, std::size_t at = 0) : bytes_(bytes), at_(at) {}

@@ -1,4 +1,4 @@
-// Programs from and to text, short enough for the tables of tests.
+// Programs from and to text in a short form.
 #pragma once
 
 #include "model/expr.h"
@@ -9,22 +9,23 @@
 
 namespace pelmora_test {
 
-// `text` written `n` times.
+// `text` repeated `n` times.
 std::string times(int n, const std::string& text);
 
 // The program in `text`, in the form "( BLOCK ( FWD_1 ) )"; owned by the result.
 pelmora::ExprTree tree_of(const std::string& text);
 
-// The program as "( BLOCK ( FWD_1 ) )", tokens parted by one space; "none" for null. Made without
-// the program's own printer, so that it can be held against it.
+// The program as "( BLOCK ( FWD_1 ) )", tokens separated by one space; "none" for null. Does not
+// use the program's printer, so that it can be compared with it.
 std::string line_of(const pelmora::ExprNode* root);
 
-// What a writer such as those of model/print.h writes.
+// The output of a writer such as those of model/print.h.
 std::string written(const std::function<void(const pelmora::ExprNode*, std::FILE*)>& write,
                     const pelmora::ExprNode* root);
 
-// Whether every node is as the invariants of ExprNode have it: kind by code, no children but of
-// functions, and every child's slot at the element that holds it. The root's slot is not looked at.
+// Whether every node fulfils the invariants of ExprNode: its kind matches its code, only functions
+// have children, and every child's slot points to the element that holds it. Ignores the root's
+// slot.
 bool links_hold(const pelmora::ExprNode* root);
 
 } // namespace pelmora_test

@@ -1,4 +1,4 @@
-// The program's message loop in the hands of a test.
+// Runs the program's message loop in tests.
 #pragma once
 
 #include "platform/testing/user.h"
@@ -9,21 +9,22 @@
 
 namespace pelmora_test {
 
-// Runs the program's usual loop until the script is through, which ends with end_script().
+// Runs the program's message loop until the script ends; the script's `done` must be end_script().
 void run(user::Script& script);
 void end_script(const std::string& failure);
 
-// Handles what is waiting.
+// Handles all pending messages and painting.
 void settle();
 
-// Shows a window that only owns what a test opens; the caller's to destroy.
+// Shows a window that owns the dialogs of a test. The caller destroys it.
 HWND show_owner();
 
-// Gives a text to the clipboard, which the caller has opened; its zero is left out on demand.
+// Sets the text of the clipboard, which the caller has opened, with or without its terminating
+// zero.
 void offer_text(const std::string& text, bool with_zero = true);
 
-// Runs `action`, which opens alerts, and dismisses each; the texts that they showed, in order.
-// Before it is dismissed, `look` is called with it.
+// Runs `action`, which opens alerts, dismisses them and returns their texts in order. Calls `look`
+// with each alert before dismissing it.
 std::vector<std::string> alerts_of(const std::function<void()>& action,
                                    const std::function<void(HWND)>& look = nullptr);
 
