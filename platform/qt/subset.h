@@ -95,9 +95,9 @@ int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 BOOL PrintDlgA(PRINTDLGA* dialog);
 
 // Clipboard. It owns the handles that are set.
-// Here: other programs see the new data when the clipboard is closed, if it was emptied.
-BOOL OpenClipboard(
-    HWND owner); // Here: fails only while it is open for another window of this program.
+// Here: closing it publishes the new data to other programs, if it was emptied.
+// Here: fails only while it is open for another window of this program.
+BOOL OpenClipboard(HWND owner);
 BOOL CloseClipboard();
 BOOL EmptyClipboard();
 BOOL IsClipboardFormatAvailable(UINT format); // Here: CF_TEXT only.
@@ -127,9 +127,9 @@ int GetDeviceCaps(HDC device, int index);
 int SetStretchBltMode(HDC device, int mode);
 
 // Enhanced metafiles. `frame` is in 0.01 mm, null for the bounds of the drawing; a null file name
-// keeps the metafile in memory. Here: the reference device is always the screen; the file is
-// replaced when the metafile is closed; the error for a file that cannot be written is always
-// ERROR_PATH_NOT_FOUND.
+// keeps the metafile in memory.
+// Here: the reference device is always the screen; closing the metafile replaces the file as a
+// whole; the error for a file that cannot be written is always ERROR_PATH_NOT_FOUND.
 HDC CreateEnhMetaFileA(HDC reference, LPCSTR file, const RECT* frame, LPCSTR description);
 HENHMETAFILE CloseEnhMetaFile(HDC device);
 BOOL DeleteEnhMetaFile(HENHMETAFILE metafile);

@@ -64,7 +64,7 @@ class Offer : public QMimeData {
 struct State {
     bool open = false;
     HWND opener = nullptr;
-    bool emptied = false; // since it was opened: closing publishes the data set since
+    bool emptied = false; // since it was opened: closing publishes the new data
     HGLOBAL text = nullptr;
     HENHMETAFILE picture = nullptr;
     HGLOBAL received = nullptr; // a copy of another program's text, from GetClipboardData

@@ -71,8 +71,7 @@ class PrinterOutput final : public DeviceOutput {
     QPolygon lines_;         // begins at the current point
     ABORTPROC abort_ = nullptr;
     std::unique_ptr<WholeFile> file_; // the output file; null: a printer
-    QTemporaryFile part_{QDir::tempPath() +
-                         "/printing-XXXXXX.pdf"}; // holds the output until EndDoc
+    QTemporaryFile part_{QDir::tempPath() + "/printing-XXXXXX.pdf"}; // the output until EndDoc
     bool started_ = false;
     bool in_page_ = false;
     bool next_page_ = false; // false: the first page, which needs no newPage()
