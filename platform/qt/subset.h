@@ -152,8 +152,8 @@ BOOL DeleteObject(HGDIOBJ object); // Here: fails for a selected bitmap.
 
 BOOL MoveToEx(HDC device, int x, int y, POINT* previous);
 BOOL LineTo(HDC device, int x, int y);
-BOOL Polyline(HDC device, const POINT* points,
-              int count); // Here: not in metafiles and on printers; no line joins.
+// Here: not in metafiles and on printers; no line joins.
+BOOL Polyline(HDC device, const POINT* points, int count);
 int FillRect(HDC device, const RECT* rect, HBRUSH brush); // Here: an inverted rectangle is empty.
 int FrameRect(HDC device, const RECT* rect, HBRUSH brush);
 // Here: between different surfaces; width and height must not be negative.

@@ -251,8 +251,8 @@ WholeFile::WholeFile(const std::string& path) : state_(std::make_unique<State>()
         state_->open_over(std::move(old));
     } else if (GetLastError() == ERROR_FILE_NOT_FOUND) {
         state_->open_new();
-    } else if (GetLastError() ==
-               ERROR_SHARING_VIOLATION) { // it may be closed by the time of commit()
+    } else if (GetLastError() == ERROR_SHARING_VIOLATION) {
+        // The other process may have closed it by the time of commit().
         state_->resolve(open_once(state_->target, 0, kShareAll, OPEN_EXISTING));
         state_->open_new();
     }

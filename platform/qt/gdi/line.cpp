@@ -20,7 +20,9 @@ std::int64_t floor_div(std::int64_t a, std::int64_t b) {
 struct Walk {
     std::int64_t dx, dy, bias;
 
-    std::int64_t minor_steps(std::int64_t k) const { return floor_div(2 * dy * k + dx - bias, 2 * dx); }
+    std::int64_t minor_steps(std::int64_t k) const {
+        return floor_div(2 * dy * k + dx - bias, 2 * dx);
+    }
     // The first pixel with at least `times` minor steps; dy must not be 0.
     std::int64_t first_with(std::int64_t times) const {
         return -floor_div(-(2 * dx * times - dx + bias), 2 * dy);
@@ -70,16 +72,15 @@ Line line_between(int x0, int y0, int x1, int y1) {
 void put(const PixelView& pixels, int x0, int y0, const Line& line, const Span& span,
          std::uint32_t color) {
     const Walk& walk = line.walk;
-    const std::int64_t minor_steps = span.first == 0 ? 0 : walk.minor_steps(span.first);
+    const std::int64_t steps = span.first == 0 ? 0 : walk.minor_steps(span.first);
     const std::ptrdiff_t x_step = line.sx;
     const std::ptrdiff_t y_step = line.sy * pixels.stride;
     const std::ptrdiff_t major_step = line.steep ? y_step : x_step;
     const std::ptrdiff_t minor_step = line.steep ? x_step : y_step;
     // One offset is computed first, as the line may start far outside the image.
     std::uint32_t* pixel =
-        pixels.bits + (y0 * pixels.stride + x0 + major_step * span.first + minor_step * minor_steps);
-    std::int64_t error =
-        2 * walk.dy * (span.first + 1) - walk.dx - walk.bias - 2 * walk.dx * minor_steps;
+        pixels.bits + (y0 * pixels.stride + x0 + major_step * span.first + minor_step * steps);
+    std::int64_t error = 2 * walk.dy * (span.first + 1) - walk.dx - walk.bias - 2 * walk.dx * steps;
     for (std::int64_t k = span.first;;) {
         *pixel = color;
         if (++k == span.last) {

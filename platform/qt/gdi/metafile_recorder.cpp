@@ -235,8 +235,8 @@ void MetafileRecorder::complete_header() {
     }
     bytes_.replace(48, static_cast<std::uint32_t>(bytes_.size()));
     bytes_.replace(52, records_);
-    bytes_.replace(56,
-                   bits(1 + static_cast<std::int64_t>(most_objects_))); // number 0 is the metafile
+    // Number 0 is the metafile.
+    bytes_.replace(56, bits(1 + static_cast<std::int64_t>(most_objects_)));
 }
 
 QByteArray MetafileRecorder::close() {
