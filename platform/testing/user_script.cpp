@@ -1,6 +1,6 @@
 // Scripts of the simulated user, on every platform.
 #include "platform/testing/user.h"
-#include "platform/testing/user_turns.h"
+#include "platform/testing/user_platform.h"
 
 #include <chrono>
 #include <deque>
@@ -25,27 +25,27 @@ struct Script::State : std::enable_shared_from_this<Script::State> {
     };
     std::function<void(const std::string&)> done;
     std::deque<Step> steps;
-    std::unique_ptr<Turns> turns; // null: not running
+    std::unique_ptr<IdleTimer> timer; // null: not running
     Clock::time_point waiting_since;
     bool busy = false;            // in a step
     const void* dialog = nullptr; // innermost when that step began; null for none
 
     void start() {
         waiting_since = Clock::now();
-        turns = std::make_unique<Turns>([script = weak_from_this()] {
+        timer = std::make_unique<IdleTimer>([script = weak_from_this()] {
             // Keeps the state alive until the step returns, as the step may destroy the script.
             if (const std::shared_ptr<State> alive = script.lock()) {
-                alive->turn();
+                alive->run_next();
             }
         });
     }
 
     void end(const std::string& failure) {
-        turns.reset();
+        timer.reset();
         done(failure);
     }
 
-    void turn() {
+    void run_next() {
         // A step may run a message loop itself. The next step runs inside it only when the step has
         // opened a dialog, which the script then has to answer.
         if ((busy && innermost_dialog() == dialog) || run_queued_action()) {
@@ -75,7 +75,7 @@ struct Script::State : std::enable_shared_from_this<Script::State> {
         const Step step = std::move(steps.front());
         steps.pop_front();
         const bool over = run_step(step.condition);
-        if (turns == nullptr) {
+        if (timer == nullptr) {
             return;
         }
         if (over) {
@@ -103,7 +103,7 @@ Script::Script(std::function<void(const std::string&)> done) : state_(std::make_
 }
 
 Script::~Script() {
-    state_->turns.reset();
+    state_->timer.reset();
 }
 
 Script& Script::then(const std::string& name, std::function<void()> action) {

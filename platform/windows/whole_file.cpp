@@ -280,7 +280,7 @@ int WholeFile::State::complete() const {
     if (is_file && !(temporary.empty() ? SetEndOfFile(file()) : FlushFileBuffers(file()))) {
         return errno_of(GetLastError());
     }
-    return written ? 0 : EIO; // the stream does not remember why an early write failed
+    return written ? 0 : EIO; // the errno of an earlier failed write is lost
 }
 
 // Gives the temporary file the old file's attributes, or the normal ones when there is no old file.

@@ -221,7 +221,7 @@ bool WholeFile::State::complete() const {
     if (std::fflush(stream) != 0) {
         return false;
     }
-    errno = EIO; // the stream does not remember why an early write failed
+    errno = EIO; // the errno of an earlier failed write is lost
     const int file = ::fileno(stream);
     if (!temporary.empty()) {
         return written && ::fsync(file) == 0;

@@ -1,9 +1,9 @@
 #include "platform/testing/user.h"
-#include "platform/testing/user_turns.h"
+#include "platform/testing/user_platform.h"
 
 #include "frames/dialog.h"
 #include "frames/frame.h"
-#include "platform/testing/qt/user_sight.h"
+#include "platform/testing/qt/user_screen.h"
 #include "user/message_loop.h"
 
 #include <QAbstractItemView>
@@ -160,11 +160,11 @@ int count_windows(const std::string& title) {
 }
 
 COLORREF pixel(HWND window, int x, int y) {
-    return platform::color_of(seen(client_of(window), QRect(x, y, 1, 1)).pixel(0, 0));
+    return platform::color_of(grab(client_of(window), QRect(x, y, 1, 1)).pixel(0, 0));
 }
 
 std::vector<std::uint32_t> pixels(HWND window, const RECT& area) {
-    const QImage image = seen(client_of(window), QRect(area.left, area.top, area.right - area.left,
+    const QImage image = grab(client_of(window), QRect(area.left, area.top, area.right - area.left,
                                                        area.bottom - area.top));
     std::vector<std::uint32_t> all;
     for (int y = 0; y < image.height(); ++y) {
@@ -203,7 +203,7 @@ std::vector<std::string> menu_lines(HWND window) {
 }
 
 bool save_picture(HWND window, const std::string& path) {
-    return save_seen(widget_of(window), path);
+    return save_grab(widget_of(window), path);
 }
 
 void press(HWND window, const std::string& keys) {
@@ -340,7 +340,7 @@ std::string copied(const std::string& format) {
 }
 
 bool save_system_dialog_picture(const std::string& path) {
-    return save_seen(open_system_dialog(), path);
+    return save_grab(open_system_dialog(), path);
 }
 
 void choose_file(const std::string& name) {
@@ -396,18 +396,18 @@ bool run_queued_action() {
     return false; // no queue: actions send their events at once
 }
 
-struct Turns::Timer {
+struct IdleTimer::State {
     QObject context; // its destruction cancels the timer
-    std::function<void()> turn;
+    std::function<void()> callback;
     const QWidget* awaited = nullptr;
     QElapsedTimer waiting;
 
     void schedule() {
         constexpr int kPause = 5; // milliseconds
         QTimer::singleShot(kPause, &context, [this] {
-            schedule(); // first, as a turn may run the loop of a dialog
+            schedule(); // first, as a callback may run the loop of a dialog
             if (platform::message_queue_idle() && focus_settled()) {
-                const auto call = turn; // a copy: the call may destroy this timer
+                const auto call = callback; // a copy: the call may destroy this timer
                 call();
             }
         });
@@ -437,11 +437,11 @@ struct Turns::Timer {
     }
 };
 
-Turns::Turns(std::function<void()> turn) : timer_(std::make_unique<Timer>()) {
-    timer_->turn = std::move(turn);
-    timer_->schedule();
+IdleTimer::IdleTimer(std::function<void()> callback) : state_(std::make_unique<State>()) {
+    state_->callback = std::move(callback);
+    state_->schedule();
 }
 
-Turns::~Turns() = default;
+IdleTimer::~IdleTimer() = default;
 
 } // namespace user

@@ -101,7 +101,7 @@ class Window : public std::enable_shared_from_this<Window> {
 
     std::vector<std::byte>& extra() { return extra_; }
 
-    // A procedure in front of the window's own; null for none.
+    // The procedure set by SetWindowSubclass; null for none.
     struct Subclass {
         SUBCLASSPROC procedure;
         UINT_PTR id;

@@ -6,19 +6,19 @@
 
 namespace user {
 
-// An idle timer. While it lives it calls `turn` repeatedly, from whatever message loop is running,
+// While it lives it calls `callback` repeatedly, from whatever message loop is running,
 // whenever no message and no painting is pending; also while an earlier call has not returned.
-// `turn` may destroy it.
-class Turns {
+// `callback` may destroy it.
+class IdleTimer {
   public:
-    explicit Turns(std::function<void()> turn);
-    ~Turns();
-    Turns(const Turns&) = delete;
-    Turns& operator=(const Turns&) = delete;
+    explicit IdleTimer(std::function<void()> callback);
+    ~IdleTimer();
+    IdleTimer(const IdleTimer&) = delete;
+    IdleTimer& operator=(const IdleTimer&) = delete;
 
   private:
-    struct Timer;
-    std::unique_ptr<Timer> timer_;
+    struct State;
+    std::unique_ptr<State> state_;
 };
 
 // Identifies the innermost open modal dialog; null when there is none.

@@ -1,5 +1,5 @@
-// When the simulated user acts on Windows.
-#include "platform/testing/user_turns.h"
+// Idle timers and the action queue on Windows.
+#include "platform/testing/user_platform.h"
 
 #include "platform/testing/windows/user_parts.h"
 
@@ -41,12 +41,12 @@ const void* innermost_dialog() {
     return newest_dialog();
 }
 
-struct Turns::Timer {
+struct IdleTimer::State {
     UINT_PTR id;
 };
 
 // WM_TIMER has the lowest priority: it is sent only when no message and no painting is pending.
-Turns::Turns(std::function<void()> turn) {
+IdleTimer::IdleTimer(std::function<void()> callback) {
     constexpr UINT kPause = 10; // milliseconds; the system's minimum
     const UINT_PTR id = SetTimer(nullptr, 0, kPause, [](HWND, UINT, UINT_PTR elapsed, DWORD) {
         const auto found = timers().find(elapsed);
@@ -55,13 +55,13 @@ Turns::Turns(std::function<void()> turn) {
             call();
         }
     });
-    timers()[id] = std::move(turn);
-    timer_ = std::make_unique<Timer>(Timer{id});
+    timers()[id] = std::move(callback);
+    state_ = std::make_unique<State>(State{id});
 }
 
-Turns::~Turns() {
-    KillTimer(nullptr, timer_->id);
-    timers().erase(timer_->id);
+IdleTimer::~IdleTimer() {
+    KillTimer(nullptr, state_->id);
+    timers().erase(state_->id);
 }
 
 } // namespace user

@@ -11,10 +11,10 @@ namespace user {
 
 // The screen's pixels of a part of a widget; transparent outside the screen. Does not repaint: what
 // has not reached the screen is missing.
-QImage seen(const QWidget* widget, const QRect& area);
+QImage grab(const QWidget* widget, const QRect& area);
 
 // Saves the screen's pixels of a widget as a PNG file. False when it cannot be written.
-bool save_seen(const QWidget* widget, const std::string& path);
+bool save_grab(const QWidget* widget, const std::string& path);
 
 // Resizes a window and waits until the screen shows the new size: the toolkit reports it before the
 // window manager has applied it, and late reports of earlier sizes may follow. Does not wait when

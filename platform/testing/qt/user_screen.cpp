@@ -1,4 +1,4 @@
-#include "platform/testing/qt/user_sight.h"
+#include "platform/testing/qt/user_screen.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -59,7 +59,7 @@ void bring_into_view(QWidget* top, const QRect& part) {
 
 } // namespace
 
-QImage seen(const QWidget* widget, const QRect& area) {
+QImage grab(const QWidget* widget, const QRect& area) {
     QWidget* top = widget->window();
     const QRect part = area.translated(widget->mapTo(top, QPoint(0, 0)));
     const QPoint origin = top->mapToGlobal(QPoint(0, 0));
@@ -99,8 +99,8 @@ void resize_on_screen(QWidget* top, const QSize& size) {
     }
 }
 
-bool save_seen(const QWidget* widget, const std::string& path) {
-    return seen(widget, widget->rect())
+bool save_grab(const QWidget* widget, const std::string& path) {
+    return grab(widget, widget->rect())
         .convertToFormat(QImage::Format_RGB32)
         .save(QString::fromStdString(path), "PNG");
 }
