@@ -8,8 +8,8 @@ namespace pelmora {
 
 std::int32_t pop_select(const Population* pop) {
     const double pick = rng_draw() * pop->fitnessSum;
-    // The first lifer whose running sum reaches the pick. The last one is left out of the search:
-    // it takes whatever the earlier ones leave, a shortfall from rounding included.
+    // The first lifer whose running sum reaches the pick. The last one is not searched: it is
+    // chosen when no earlier one reaches the pick, also because of rounding.
     const double* first = pop->wheel;
     const double* last = first + (pop->size - 1);
     return static_cast<std::int32_t>(std::lower_bound(first, last, pick) - first);
@@ -17,8 +17,8 @@ std::int32_t pop_select(const Population* pop) {
 
 void pop_cross(const Population* pop, const Lifer* parentA, const Lifer* parentB, Lifer* childA,
                Lifer* childB, GrowthBudget* budget) {
-    // The children's own cells are the working cells, crosswise: a line stays in the cell that it
-    // was copied to, and parent A's line is the second child.
+    // The copies are crossed in the children's cells. Parent A's copy is the second child, parent
+    // B's the first.
     CrossoverCounts counts;
     lifer_set_program(childB, expr_copy_tree(parentA->program, &counts.t1));
     lifer_set_program(childA, expr_copy_tree(parentB->program, &counts.t2));

@@ -12,12 +12,12 @@ std::int32_t pop_select(const Population* pop);
 
 // Makes two children, whose programs must be null, from two parents of `pop`: copies, or with
 // probability PCROSS the results of a crossover, with probability PMUTATE one with a mutant. The
-// first child is in parent B's line, the second in parent A's. Mutants are grown from `budget`.
+// first child is parent B's copy, the second parent A's. Mutants are grown from `budget`.
 void pop_cross(const Population* pop, const Lifer* parentA, const Lifer* parentB, Lifer* childA,
                Lifer* childB, GrowthBudget* budget);
 
-// Fills every lifer of `next`, without programs before, with a child of `cur`, whose statistics
-// must be current. Both have the same size.
+// Makes a child of `cur` for every lifer of `next`, which must have no programs. The statistics of
+// `cur` must be current. Both have the same size.
 void pop_breed(const Population* cur, Population* next);
 
 } // namespace pelmora

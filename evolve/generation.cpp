@@ -11,9 +11,9 @@ bool is_live(std::uint16_t mark) {
     return (mark & LIVE_FLAG) != 0;
 }
 
-// Equal scores give every lifer the same chance, the retired ones too, unless they are left out
-// here. When all are retired there is nobody else to breed from.
-void leave_retired_out(Population* pop, const std::uint16_t* marks) {
+// Equal scores give every lifer the same fitness, so the retired ones are excluded here. When all
+// are retired, all may breed.
+void exclude_retired(Population* pop, const std::uint16_t* marks) {
     if (std::none_of(marks, marks + pop->size, is_live)) {
         return;
     }
@@ -39,7 +39,7 @@ void pop_weigh_parents(Population* pop, const std::uint16_t* marks) {
     pop_zero_retired(pop, marks);
     pop_statistics(pop);
     if (pop->slope == 0.0) {
-        leave_retired_out(pop, marks);
+        exclude_retired(pop, marks);
     }
 }
 

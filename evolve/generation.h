@@ -1,4 +1,4 @@
-// One generation after another: who may breed, and the step to the next.
+// Which lifers may breed, and the step to the next generation.
 #pragma once
 
 #include "evolve/population.h"
@@ -8,8 +8,8 @@
 
 namespace pelmora {
 
-// The mark of a lifer that may breed; without it the lifer is retired. Marks come as an array with
-// one for each lifer.
+// The mark of a lifer that may breed; without it the lifer is retired. `marks` has one element per
+// lifer.
 inline constexpr std::uint16_t LIVE_FLAG = 0x100;
 
 // Sets the score of every retired lifer to 0.
@@ -19,11 +19,11 @@ void pop_zero_retired(Population* pop, const std::uint16_t* marks);
 // children, unless all are retired.
 void pop_weigh_parents(Population* pop, const std::uint16_t* marks);
 
-// Gives every lifer of a population its score.
+// Scores every lifer of a population.
 using Scoring = std::function<void(Population* pop)>;
 
-// Breeds `current`, whose fitness is known, into `previous`, whose programs are released; then the
-// two change roles, and the new generation gets its scores and its fitness.
+// Releases the programs of `previous` and breeds `current`, whose fitness must be known, into it.
+// Then swaps the two, and sets the scores and the fitness of the new generation.
 void pop_next_generation(PopulationOwner* current, PopulationOwner* previous, const Scoring& score);
 
 } // namespace pelmora

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int32_t kFewestChildren = 2; // of a function that has children
 
-// A child that growth has promised and not made yet.
+// A pending child: counted in its parent, not grown yet.
 struct OpenCell {
     ExprNode** cell;
     std::int32_t depth; // levels that its subtree may take
@@ -42,7 +42,7 @@ std::int32_t random_child_count(OpCode op, std::int32_t maxChild) {
     }
 }
 
-// The children are promised, not made.
+// Its children are pending.
 ExprNode* random_function(std::int32_t maxChild) {
     ExprNode* node = new_random_node(FUNCTION, kFirstFunctionOp, kLastFunctionOp);
     const std::int32_t count = random_child_count(node->op, maxChild);
@@ -53,7 +53,7 @@ ExprNode* random_function(std::int32_t maxChild) {
     return node;
 }
 
-// A random node, or one of the functions. `known`, when given, is what there is in the tree.
+// A random node, or one of the functions. `known`, when given, holds the tree's counts.
 ExprNode* pick(ExprNode* tree, bool function, const ExprCounts* known) {
     if (function) {
         const int functions = known != nullptr ? known->functions : expr_count_functions(tree);
@@ -76,14 +76,14 @@ ExprNode* expr_random_tree(std::int32_t depth, std::int32_t maxChild, double pfn
         budget == nullptr ? kProgramNodeBudget : std::min(kProgramNodeBudget, budget->nodes);
     std::int64_t made = 0;
     ExprNode* root = nullptr;
-    // Every promised child is in here, so that the budget bounds this stack as well.
+    // Holds every pending child, so the budget bounds this stack, too.
     WorkStack<OpenCell> open;
     open.push({&root, depth});
     while (!open.empty()) {
         const OpenCell next = open.pop();
         ++made;
-        const auto promised = static_cast<std::int64_t>(open.size());
-        const bool may_branch = next.depth > 1 && made + promised + widest <= limit;
+        const auto pending = static_cast<std::int64_t>(open.size());
+        const bool may_branch = next.depth > 1 && made + pending + widest <= limit;
         ExprNode* node =
             may_branch && rng_coin(pfnode) ? random_function(widest) : random_terminal(pcolor);
         expr_place(next.cell, node);

@@ -6,18 +6,18 @@ namespace pelmora {
 
 EvolveParams newPopParams;
 
-std::int32_t params_population_size(std::int32_t asked) {
-    // Bounded first: the largest number of all could not be raised to an even one.
-    const std::int32_t size = std::clamp(asked, kMinPopulation, kMaxPopulation);
+std::int32_t params_population_size(std::int32_t requested) {
+    // Clamped first: INT32_MAX cannot be rounded up to an even number.
+    const std::int32_t size = std::clamp(requested, kMinPopulation, kMaxPopulation);
     return size + size % 2;
 }
 
-std::int32_t params_max_depth(std::int32_t asked) {
-    return std::max(asked, 1);
+std::int32_t params_max_depth(std::int32_t requested) {
+    return std::max(requested, 1);
 }
 
-std::int32_t params_max_child(std::int32_t asked) {
-    return std::min(asked, kMaxGrownChildren);
+std::int32_t params_max_child(std::int32_t requested) {
+    return std::min(requested, kMaxGrownChildren);
 }
 
 void params_list(const EvolveParams& params, std::FILE* log) {

@@ -1,4 +1,4 @@
-// The numbers that govern one population's evolution.
+// The parameters of one population's evolution.
 #pragma once
 
 #include <cstdint>
@@ -27,12 +27,12 @@ struct EvolveParams {
 // The parameters of the New Population command; zero until its dialog is first accepted.
 extern EvolveParams newPopParams;
 
-// The population size for the number asked for: even, kMinPopulation to kMaxPopulation.
-std::int32_t params_population_size(std::int32_t asked);
+// The population size for the requested number: even, kMinPopulation to kMaxPopulation.
+std::int32_t params_population_size(std::int32_t requested);
 
-// The depth and child bounds for the numbers asked for: 1 and more; kMaxGrownChildren and less.
-std::int32_t params_max_depth(std::int32_t asked);
-std::int32_t params_max_child(std::int32_t asked);
+// The depth and child bounds for the requested numbers: 1 and more; kMaxGrownChildren and less.
+std::int32_t params_max_depth(std::int32_t requested);
+std::int32_t params_max_child(std::int32_t requested);
 
 // Writes the listing of all parameters but the size: twelve lines.
 void params_list(const EvolveParams& params, std::FILE* log);

@@ -48,11 +48,11 @@ Population* pop_create(const EvolveParams& params) {
 }
 
 void pop_randomize(Population* pop) {
-    // A root is promised to every lifer, so that greedy early programs leave the later ones
-    // something to grow from.
+    // A root is reserved for every lifer, so that large early programs leave nodes for the later
+    // ones.
     GrowthBudget budget{kPopulationNodeBudget - pop->size};
     for (std::int32_t i = 0; i < pop->size; ++i) {
-        ++budget.nodes; // this lifer's promise
+        ++budget.nodes; // this lifer's root
         lifer_set_program(&pop->lifers[i], expr_random_tree(pop->MAX_DEPTH, pop->MAX_CHILD,
                                                             pop->PFNODE, pop->PCOLOR, &budget));
     }
@@ -91,8 +91,7 @@ void pop_statistics(Population* pop) {
 }
 
 FitnessScale pop_prescale(double max, double min) {
-    // Scores that are equal, or so close that the quotient overflows, would become fitnesses that
-    // no wheel can hold.
+    // Scores that are equal, or so close that the quotient overflows, have no finite scale.
     const double slope = 1.0 / (max - min);
     return {std::isfinite(slope) ? slope : 0.0, -min};
 }

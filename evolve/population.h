@@ -1,5 +1,4 @@
-// One generation: its lifers, each with a turtle program, and their fitness; and the step that
-// breeds the next one from it.
+// One generation: its lifers, each with a turtle program, and their fitness.
 #pragma once
 
 #include "evolve/params.h"
@@ -35,7 +34,7 @@ struct Population {
 // on the error log and exit status 2. Release with pop_free_programs() and pop_destroy().
 Population* pop_create(const EvolveParams& params);
 
-// Gives every lifer, in order, a new random program. There must be none before.
+// Gives every lifer, in order, a new random program. They must have none before.
 void pop_randomize(Population* pop);
 
 // Releases every lifer's program.
@@ -71,7 +70,7 @@ FitnessScale pop_prescale(double max, double min);
 // Applies the population's scale to every lifer and sums the result.
 void pop_scale(Population* pop);
 
-// Sums the fitness again after it was changed by hand.
+// Recomputes the sums after a caller changed a fitness.
 void pop_sum_fitness(Population* pop);
 
 } // namespace pelmora

@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t kEntries = kRandomEntries;
 constexpr std::size_t kShortLag = 24;
 
-// The last 55 numbers of the stream, and which of them was handed out last.
+// The last 55 numbers of the stream, and the index of the one returned last.
 std::array<double, kEntries> rngTable;
 std::size_t rngIndex;
 
@@ -27,7 +27,7 @@ double subtract(double a, double b) {
     return t < 0.0 ? t + 1.0 : t;
 }
 
-// In place: the first loop still reads old numbers, the second those that the first has made.
+// In place: the first loop reads old numbers, the second those that the first wrote.
 void rng_refill() {
     for (std::size_t j = 0; j < kShortLag; ++j) {
         rngTable[j] = subtract(rngTable[j], rngTable[j + kEntries - kShortLag]);
@@ -50,8 +50,8 @@ double rng_clock_seed() {
 void rng_seed(double seed) {
     double next = 1e-9; // not 0, so that a seed of 0 gives a stream too
     double prev = seed;
-    // A stride of 21 scatters neighbours over the table. The last step of the full circle, to entry
-    // 34, is not taken: that entry carries something of the earlier stream into the new one.
+    // A stride of 21 scatters neighbours over the table. The cycle stops before its last entry, 34,
+    // which keeps its number from the earlier stream.
     for (std::size_t k = 0; k < kEntries - 1; ++k) {
         double& entry = rngTable[21 * k % kEntries];
         entry = next;

@@ -9,22 +9,21 @@
 
 namespace pelmora {
 
-// Where rng_clock_seed() reads the time: milliseconds of any running counter.
+// The clock of rng_clock_seed(): a running count of milliseconds.
 using TickSource = std::uint32_t (*)();
 
-// Replaces the tick source, for runs that must always see the same turtles; null restores the
-// system's clock.
+// Replaces the tick source, for reproducible runs; null restores the system's clock.
 void rng_set_tick_source(TickSource source);
 
 // A seed in [0, 1) from the low 11 bits of the tick source.
 double rng_clock_seed();
 
-// Restarts the stream from `seed` in [0, 1). Table entry 34 is not written: it keeps what the
-// earlier stream left there (0 at program start) and takes part in the new one.
+// Restarts the stream from `seed` in [0, 1). Table entry 34 is not written: it keeps its number
+// from the earlier stream (0 at program start), on which the new one depends.
 void rng_seed(double seed);
 
-// Where the stream stands, and back to there, so that the same generation can be bred again and
-// again: a seed alone does not lead to the same numbers.
+// Saves and restores the state of the stream, so that a generation can be bred again. A seed alone
+// does not give the same numbers.
 inline constexpr std::size_t kRandomEntries = 55;
 struct RandomState {
     std::array<double, kRandomEntries> table;

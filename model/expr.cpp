@@ -63,13 +63,13 @@ ExprNode* expr_copy_node(const ExprNode* node) {
     return new_node({node->kind, node->op, node->count, nullptr, nullptr});
 }
 
-// Whether the next node is a leaf cannot be foreseen, and a branch that is foreseen wrong costs
-// more than all else that copying or releasing a node does. So these two have none, and as both
-// take families in one order they go straight through memory, which is asked for ahead of them: by
-// itself a processor looks ahead to the end of a page.
+// Whether the next node is a leaf is unpredictable, and a mispredicted branch costs more than the
+// rest of a node's copy or release. So both loops do without that branch. Both visit families in
+// the same order and so read memory sequentially. They prefetch it, because the hardware prefetcher
+// stops at the end of a page.
 constexpr std::uintptr_t kAhead = 2048;
 
-// Any address will do, also one that nothing has.
+// Any address is allowed, mapped or not.
 void prefetch_after(const void* memory) {
     __builtin_prefetch(
         reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(memory) + kAhead));
@@ -118,7 +118,7 @@ bool expr_free_node(ExprNode* node) {
     return true;
 }
 
-// The nodes that still have children wait in a list that is threaded through their slots.
+// The nodes whose children are still to be released form a list that is linked through their slots.
 void expr_free_tree(ExprNode* root) {
     NodeReturn store;
     if (root != nullptr) {

@@ -1,6 +1,6 @@
 // Turtle programs as trees: nodes, their allocation, copies, walks, counts and picks.
 //
-// Nothing here recurses on the machine stack: a program may be nested a million levels deep.
+// Nothing here is recursive: a program may be nested a million levels deep.
 #pragma once
 
 #include "model/node.h"
@@ -26,8 +26,8 @@ struct ExprCounts {
     int functions;
 };
 
-// A deep copy; its root's slot is null, for the caller to link. `counts`, when given, becomes what
-// there is in it, which costs nothing on the way.
+// A deep copy; its root's slot is null, for the caller to set. `counts`, when given, receives its
+// counts at no extra cost.
 ExprNode* expr_copy_tree(const ExprNode* root, ExprCounts* counts = nullptr);
 
 // Releases the node and its children array, not the children. Null is allowed. Returns true.
@@ -40,12 +40,12 @@ void expr_free_tree(ExprNode* root);
 int expr_count_nodes(const ExprNode* root);
 int expr_count_functions(const ExprNode* root);
 
-// The node at position n, counted from 0, of the pre-order sequence; the sequence's last node when
-// there are not so many.
+// The node at position n, counted from 0, of the pre-order sequence; the last node when there are
+// fewer.
 ExprNode* expr_nth_node(ExprNode* root, int n);
 
 // The function node at position n among the function nodes of the pre-order sequence; the last node
-// of the whole sequence, maybe a terminal, when there are not so many.
+// of the whole sequence, maybe a terminal, when there are fewer.
 ExprNode* expr_nth_function(ExprNode* root, int n);
 
 // Stores `tree` in `cell` and makes that cell its slot. The cell's old content is not released.

@@ -1,4 +1,4 @@
-// The end of the program when memory for its data cannot be had.
+// Ends the program when it cannot allocate memory for its data.
 #pragma once
 
 namespace pelmora {

@@ -6,8 +6,8 @@
 namespace pelmora {
 namespace {
 
-// Reading a big population looks up millions of names, so the names are hashed: open addressing in
-// a table that is made by the compiler and at most a quarter full.
+// Reading a big population looks up millions of names, so they are hashed: open addressing in a
+// table that is computed at compile time and at most a quarter full.
 constexpr std::size_t kHashSlots = 256;
 static_assert(kInstructions.size() <= kHashSlots / 4);
 

@@ -1,5 +1,5 @@
 // The instruction set: 55 instructions in one table. To add one, add its code and its row; the
-// compiler points at every switch over the families that misses it.
+// compiler reports every switch over the families that lacks a new family.
 #pragma once
 
 #include <array>

@@ -9,20 +9,20 @@
 namespace pelmora {
 namespace {
 
-constexpr std::size_t kMaxChildren = 64; // a block that has read so many reads no more
+constexpr std::size_t kMaxChildren = 64; // a block stops reading after this many
 constexpr std::size_t kSymbolBytes = 128;
 constexpr std::size_t kSymbolLimit = 127;
 
-// Reports faults to the error log as long as there may be more of them.
+// Limits the faults that are reported on the error log.
 class Faults {
   public:
     explicit Faults(int* left) : left_(left) {}
 
-    // True when one more may be reported, which is counted off.
+    // True when one more may be reported; it is then counted.
     bool more() const {
-        const bool may = *left_ > 0;
-        *left_ -= may ? 1 : 0;
-        return may;
+        const bool allowed = *left_ > 0;
+        *left_ -= allowed ? 1 : 0;
+        return allowed;
     }
 
   private:
@@ -41,7 +41,7 @@ const char* skip_space(const char* at) {
 }
 
 // Reads up to the next white space. `buffer` stays empty when there is no symbol or it has `limit`
-// characters or more; the cursor then stands after the characters looked at.
+// characters or more; the cursor is then after the characters read.
 void parse_symbol(const char*& cursor, char* buffer, std::size_t limit) {
     const char* start = cursor;
     std::size_t length = 0;
@@ -56,8 +56,8 @@ void parse_symbol(const char*& cursor, char* buffer, std::size_t limit) {
     buffer[length] = '\0';
 }
 
-// Reads "( NAME", and of a terminal its ")" as well. Null when there is no such node. The cursor
-// stands on the "(".
+// Reads "( NAME", and the ")" of a terminal. Null when there is no valid node. The cursor is at the
+// "(".
 ExprNode* parse_node(const char*& cursor, Faults faults) {
     const char* entry = cursor;
     cursor = skip_space(cursor + 1);
@@ -124,7 +124,7 @@ class OpenBlocks {
         block.ended = children_.size() - block.first == kMaxChildren;
     }
 
-    // Whether the innermost block has another child, on which the cursor then stands.
+    // Moves the cursor to the next child of the innermost block. False when there is none.
     bool at_child(const char*& cursor) {
         if (blocks_.top().ended) {
             return false;
@@ -138,7 +138,7 @@ class OpenBlocks {
         return *cursor == '(';
     }
 
-    // Ends the innermost block: its node, with the children if the block is closed here.
+    // Ends the innermost block and returns its node, with the children if the cursor is at its ")".
     ExprNode* close(const char*& cursor) {
         const Block block = blocks_.pop();
         const std::size_t count = children_.size() - block.first;
@@ -166,7 +166,7 @@ class OpenBlocks {
     struct Block {
         ExprNode* node;
         const char* text;
-        std::size_t first; // of its children in children_
+        std::size_t first; // index of its first child in children_
         bool ended;        // reads no more children
     };
 
@@ -180,12 +180,12 @@ class OpenBlocks {
 
     Faults faults_;
     WorkStack<Block> blocks_;
-    // Of all open blocks: those of an inner block lie above those of the block around it, so that
-    // a deep text costs no list of 64 a level.
+    // The children of all open blocks, those of an inner block above those of the outer one. One
+    // shared stack saves a list of 64 per level.
     WorkStack<ExprNode*> children_;
 };
 
-// The node on whose "(" the cursor stands, with everything below it, or null.
+// The subtree whose "(" the cursor is at, or null.
 ExprNode* parse_sub_tree(const char*& cursor, Faults faults) {
     OpenBlocks blocks(faults);
     for (;;) {

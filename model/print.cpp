@@ -14,14 +14,14 @@ constexpr std::size_t kFileIndent = 4;
 
 using ConstCell = const ExprNode* const*;
 
-// A zero-terminated text that grows. Not the owner of its memory: that goes to the caller.
+// A zero-terminated text that grows. It does not free its memory, which the caller gets.
 struct TextBuffer {
     char* data = nullptr;
     std::size_t length = 0;
     std::size_t capacity = 0;
 
-    // Makes room for `more` characters and the terminating zero. By doubling, so that the text is
-    // not copied once for every piece; by what is needed alone when there is no memory for that.
+    // Reserves `more` characters and the terminating zero. Doubles the capacity, so that the text
+    // is not copied for every piece; without memory for that, reserves only what is needed.
     bool reserve(std::size_t more) {
         const std::size_t needed = length + more + 1;
         return needed <= capacity || resize(std::max(needed, capacity * 2)) || resize(needed);
@@ -37,7 +37,7 @@ struct TextBuffer {
         return true;
     }
 
-    // Needs room.
+    // Needs a reserve() before.
     void append(std::size_t indent, const char* text) {
         const std::size_t bytes = std::strlen(text) + 1;
         std::memset(data + length, ' ', indent);
@@ -48,9 +48,9 @@ struct TextBuffer {
 
 } // namespace
 
-// The closing lines of the functions still open are reserved before their children are written: so
-// they can be appended whenever memory runs out, and what was built is a whole program. Once it ran
-// out nothing is begun any more, even if it would fit: a text without holes is worth more.
+// The closing lines of open functions are reserved before their children are written. So the text
+// can always be closed and is a whole program even when memory runs out. After that no node is
+// added, even if it would fit, so that the text has no gaps.
 char* expr_to_text(const ExprNode* root) {
     TextBuffer text;
     std::size_t owed = 0; // the length of those closing lines

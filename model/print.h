@@ -10,17 +10,17 @@ namespace pelmora {
 
 // Indented by 3 spaces a level, lines ending with LF, as new text that the caller releases with
 // free(). Null when there is no memory for the first piece; when it runs out later, the children
-// not yet written are left out and what was built is returned.
+// not yet written are left out.
 char* expr_to_text(const ExprNode* root);
 
-// Indented by 4 spaces a level, lines ending with CR LF on every system: the stream is binary.
-// Errors stay in the stream for its owner to look at.
+// Indented by 4 spaces a level, lines ending with CR LF on every system: the stream is binary. The
+// caller checks the stream for errors.
 void expr_write(const ExprNode* root, std::FILE* file);
 
 // On one line, without a line break at the end.
 void expr_write_line(const ExprNode* root, std::FILE* file);
 
-// Writes `count` blanks. In pieces, not by a printf width: that counts in int and is slow.
+// Writes `count` blanks. Not with a printf width, which is an int and slow.
 void write_blanks(std::FILE* file, std::size_t count);
 
 } // namespace pelmora

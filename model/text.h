@@ -1,4 +1,4 @@
-// Texts that outlive the buffer they were made from.
+// Heap copies of texts.
 #pragma once
 
 #include <cstdlib>

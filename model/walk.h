@@ -1,6 +1,6 @@
-// Walks over a whole tree, for every operation that visits nodes. Loops, not recursion: the path to
-// the current node is kept on a stack that bounds the depth by memory alone; a stack that cannot
-// grow is fatal ("fatal - out of memory" on the error log, exit status 2).
+// Iterative walks over a whole tree, for every operation that visits nodes. The path to the current
+// node is on a heap stack, so only memory limits the depth. A stack that cannot grow is fatal
+// ("fatal - out of memory" on the error log, exit status 2).
 #pragma once
 
 #include "model/node.h"
@@ -12,12 +12,12 @@ namespace pelmora {
 
 // What a walk does after a visit.
 enum class Walk {
-    on,   // the children of the node come next, after them its leave
-    out,  // no more children of its parent, itself included: the parent's leave comes next
-    stop, // the walk ends here
+    on,   // visit the node's children, then leave it
+    out,  // skip the node's children and later siblings, then leave the parent
+    stop, // end the walk
 };
 
-// Where in the tree a walk stands. For the root, depth and index are 0 and the parent is null.
+// The position of a walk. For the root, depth and index are 0 and the parent is null.
 struct WalkPlace {
     std::size_t depth;
     const ExprNode* parent;
@@ -25,12 +25,12 @@ struct WalkPlace {
 };
 
 // Walks the tree in the cell `root`, in child order. Every node is entered before its children and
-// left after them: Walk enter(Cell, WalkPlace), Walk leave(Cell, WalkPlace), where after a leave
-// `out` drops the siblings that follow. False when a visit stopped the walk.
+// left after them: Walk enter(Cell, WalkPlace), Walk leave(Cell, WalkPlace), where `out` from leave
+// skips the later siblings. False when a visit returned stop.
 //
-// A Cell is the place that holds the node: `ExprNode**`, and enter may then put another node there,
-// whose children are walked in place of the old one's; or a pointer to const that only looks. Leave
-// may release the node. A cell that holds null is an empty tree.
+// A Cell points to the pointer that holds the node. With `ExprNode**` enter may store another node
+// there, whose children are then walked instead; a pointer to const is read-only. Leave may release
+// the node. A cell that holds null is an empty tree.
 template <class Cell, class Enter, class Leave>
 bool expr_walk(Cell root, Enter enter, Leave leave) {
     struct Siblings { // those not yet entered
@@ -81,7 +81,7 @@ bool expr_walk(Cell root, Enter enter, Leave leave) {
     }
 }
 
-// Visits a node before its children, `visit(Node*)` returning true to go on. False as soon as a
+// Visits a node before its children, `visit(Node*)` returning true to continue. False as soon as a
 // visit returned false.
 template <class Node, class Visit>
 bool expr_walk_preorder(Node* root, Visit visit) {

@@ -1,4 +1,4 @@
-// The stack of a loop that stands in for recursion.
+// The stack of a loop that replaces recursion.
 #pragma once
 
 #include "model/fatal.h"
@@ -44,8 +44,8 @@ class WorkStack {
 
     T pop() { return data_[--size_]; }
 
-    // Room for `n` values above the top, to be written there; and as many of them as are taken are
-    // on the stack. So it can be left open without a branch whether a value is pushed.
+    // room() reserves `n` values above the top for the caller to write. take() pushes the first `n`
+    // of them. Together they push conditionally without a branch.
     T* room(std::size_t n) {
         if (capacity_ - size_ < n) {
             grow(size_ + n);

@@ -1,4 +1,4 @@
-// Runs of a program, their value, and the two-pass picture that fills a target.
+// Running a program, scoring it, and drawing it to fill a target.
 #pragma once
 
 #include "model/expr.h"
@@ -11,8 +11,8 @@ enum class FitMode {
     uniform, // one scale for both axes, the picture's corner at (0, 0)
 };
 
-// Starts a run afresh: home state, origin 0, scale 1, steps and measures 0. The limit, the home
-// state and the multipliers stay.
+// Resets the context for a run: home state, origin 0, scale 1, steps and measures 0. The limit, the
+// home state and the multipliers stay.
 void draw_reset(DrawContext* ctx);
 
 // Runs a program once from the origin. With `bounds` it measures: nothing is drawn, and `bounds`
@@ -22,30 +22,29 @@ void draw_reset(DrawContext* ctx);
 // Returns 1 when the program ran to its end, 0 when the step limit stopped it.
 int draw_run(HDC device, DrawContext* ctx, const ExprNode* tree, RECT* bounds);
 
-// The program's value, from the measures of its last run and the multipliers.
+// The program's score, from the measures of its last run and the multipliers.
 double draw_score(const DrawContext* ctx);
 
 // Moves each side inward; negative amounts grow the rectangle.
 void rect_inset(RECT* rect, int dx, int dy);
 
-// The bounds of the program's drawing in turtle units, from a run that starts afresh. The context
-// is left as that leaves it.
+// The bounds of the program's drawing in turtle units, from a run after draw_reset(), which leaves
+// its state in the context.
 RECT draw_measure(DrawContext* ctx, const ExprNode* tree);
 
-// Starts a run afresh so that a drawing with these bounds fills a target of `width` by `height`
+// Resets the context so that a drawing with these bounds fills a target of `width` by `height`
 // (positive) whose top is at `y_offset` (used by stretch only).
 void draw_place(DrawContext* ctx, const RECT& bounds, int width, int height, FitMode mode,
                 int y_offset);
 
-// Draws the program to fill such a target: what a measuring run, and then a drawing run placed by
-// its bounds, would show there. The context is left as the drawing run leaves it. The device is
-// taken to be a surface: of pens and lines only those are sure to be made that can be seen there,
-// so the pen that stays selected may be an earlier one, or the device's own.
+// Draws the program to fill such a target. Picture and context become those of a measuring run,
+// then a drawing run placed by its bounds. The device must be a raster surface: invisible lines and
+// their pens may be left out, so the pen that stays selected may be an earlier one or the device's
+// own.
 void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int height,
               FitMode mode, int y_offset);
 
-// Takes back the pen that drawing leaves selected: at its end the device's stock pen is selected
-// again, and what was selected is released.
+// Scope guard: at its end selects the stock pen and releases the pen that drawing left selected.
 class DevicePen {
   public:
     explicit DevicePen(HDC device) : device_(device) {}

@@ -23,7 +23,7 @@ enum ScoreTerm : std::size_t {
 // The step limit of the windows.
 inline constexpr std::int32_t kDefaultMaxSteps = 10240;
 
-// Where a turtle looks and how it draws.
+// A turtle's heading and pen.
 struct TurtleState {
     double heading;                // degrees, -360 to 360; 0 along +x, 90 along +y
     std::int32_t pen_up;           // 0 or 1
@@ -40,17 +40,17 @@ struct DrawContext : TurtleState {
     std::int32_t steps;        // terminals started in this run
     // The measures of a run.
     std::int32_t turns, right_turns, left_turns;
-    std::int32_t circles, circles_right, circles_left; // headings brought back by 360 degrees
+    std::int32_t circles, circles_right, circles_left; // wraps of the heading by 360 degrees
     std::int32_t color_changes;
     std::int32_t repeats;     // REPEAT_n executed; saturates at the largest value
     std::int32_t repetitions; // the sum of their n; saturates likewise
     double distance;          // turtle units, pen up or down
-    TurtleState home;         // in which a run starts
+    TurtleState home;         // the state at the start of a run
     std::int32_t max_steps;   // the step limit
     std::array<double, kScoreTerms> multipliers;
 };
 
-// The colour as a device takes it.
+// The colour for a device.
 inline COLORREF turtle_color(const TurtleState& turtle) {
     return RGB(static_cast<BYTE>(turtle.red), static_cast<BYTE>(turtle.green),
                static_cast<BYTE>(turtle.blue));

@@ -39,9 +39,9 @@ void draw_fit(HDC device, DrawContext* ctx, const ExprNode* tree, int width, int
     Trace trace;
     draw_reset(ctx);
     ctx->x = ctx->y = 0;
-    const bool thin = ctx->pen_width == 0 || ctx->pen_width == 1; // others show points, too
+    const bool thin = ctx->pen_width == 0 || ctx->pen_width == 1; // wider pens show points, too
     if (device != nullptr && thin && interp_trace(ctx, tree, &bounds, &trace)) {
-        // All but the place is what a second run would make of the context.
+        // Except for the position, the context is already that of a second run.
         rect_inset(&bounds, -2, -2);
         place(ctx, bounds, width, height, mode, y_offset);
         trace_draw(device, ctx, trace);

@@ -10,7 +10,7 @@
 
 namespace pelmora {
 
-// How often a heading was brought back by a full turn, from above and from below.
+// How often a heading wrapped by a full turn, above 360 and below -360 degrees.
 struct Circles {
     std::int64_t right = 0;
     std::int64_t left = 0;
@@ -26,7 +26,7 @@ class WholeHeading {
 
     explicit WholeHeading(double degrees) : place_(static_cast<int>(degrees) + kFullTurn) {}
 
-    // At most a full turn, so it closes at most one circle.
+    // `degrees` is at most a full turn, so the heading wraps at most once.
     void turn(int degrees) {
         place_ += degrees;
         if (static_cast<unsigned>(place_) > 2 * kFullTurn) [[unlikely]] {
@@ -40,7 +40,7 @@ class WholeHeading {
         return kDirections[static_cast<std::size_t>(place_)];
     }
     [[nodiscard]] double degrees() const { return place_ - kFullTurn; }
-    [[nodiscard]] int place() const { return place_; } // of the direction in its table
+    [[nodiscard]] int place() const { return place_; } // index in kDirections
     [[nodiscard]] const Circles& circles() const { return circles_; }
 
   private:
@@ -67,7 +67,7 @@ class RealHeading {
         return {std::cos(angle), std::sin(angle)};
     }
     [[nodiscard]] double degrees() const { return degrees_; }
-    [[nodiscard]] int place() const { return 0; } // its direction is in no table
+    [[nodiscard]] int place() const { return 0; } // not in kDirections
     [[nodiscard]] const Circles& circles() const { return circles_; }
 
   private:

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t kHeadings = kFullTurn + 1;
 
-// 0 to 360 degrees. Hexadecimal, so that no digit is lost between here and the machine.
+// 0 to 360 degrees. Hexadecimal, so that they are exact.
 constexpr std::array<Direction, kHeadings> kFromZero{{
     {0x1p+0, 0x0p+0},
     {0x1.ffec097f5afd8p-1, 0x1.1df0b2b87ab8cp-6},

@@ -1,4 +1,4 @@
-// The directions of the whole-numbered headings.
+// The directions of whole-degree headings.
 #pragma once
 
 #include <array>
@@ -11,14 +11,14 @@ struct Direction {
 };
 
 // One degree in radians is the product of these two, in this order: heading * kTurnPerDegree *
-// kRadiansPerTurn. They are not exact, and every picture and score depends on their very digits.
+// kRadiansPerTurn. They are not exact, and every picture and score depends on their exact digits.
 inline constexpr double kTurnPerDegree = 0.002777777777777778;
 inline constexpr double kRadiansPerTurn = 6.283185307;
 
-// The largest heading that a turtle keeps, to either side.
+// The largest heading, of either sign.
 inline constexpr int kFullTurn = 360;
 
-// The cosine and sine of every whole heading; that of h degrees stands at h + kFullTurn. C
+// The cosine and sine of every whole heading; that of h degrees is at index h + kFullTurn. C
 // libraries differ in the last bit of some of them, so they are constants: a program gets the same
 // score everywhere.
 extern const std::array<Direction, 2 * kFullTurn + 1> kDirections;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::int64_t kMostTerminals = 1'000'000;
 
-// Of a pass of `repeat`, whose address is even, that begins with `pen`.
+// The key of a pass of `repeat`, whose address is even, that begins with `pen`.
 std::uintptr_t key(const ExprNode& repeat, PenState pen) {
     return reinterpret_cast<std::uintptr_t>(&repeat) | pen;
 }
@@ -48,7 +48,7 @@ std::span<const OpCode> History::next() {
     return {terminals_.at(0), terminals_.size()};
 }
 
-// False at the end of the steps, or of the room.
+// False at the step limit, or when the history is full.
 bool History::terminal(OpCode op) {
     if (now_.steps == limit_) {
         cut_ = true;
@@ -65,7 +65,7 @@ bool History::terminal(OpCode op) {
     return true;
 }
 
-// One that is no terminal.
+// Handles a child that is not a terminal.
 void History::child(const ExprNode* node) {
     ++nodes_walked_;
     if (node == nullptr) {
@@ -100,8 +100,8 @@ void History::branch(const ExprNode& node, std::ptrdiff_t chosen) {
     }
 }
 
-// Replays the passes that are known and begins the first that is not, which the step limit may cut.
-// False when the history is full.
+// Replays known passes; begins the first that is unknown or that the step limit cuts. False when
+// the history is full.
 bool History::begin_pass(Open& top) {
     while (top.passes > 0) {
         const auto known = passes_.find(key(*top.node, now_.pen));
@@ -136,7 +136,7 @@ void History::end_pass(Open& top) {
     top.next = nullptr;
 }
 
-// Puts the pass into the history once more, and counts it `times`.
+// Appends the pass to the history once, and counts it `times`.
 void History::replay(const Pass& pass, std::int32_t times) {
     const auto steps = static_cast<std::size_t>(pass.end.steps - pass.start.steps);
     OpCode* to = terminals_.room(steps);

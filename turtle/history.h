@@ -1,13 +1,12 @@
 // What a run of a program executes: its terminals, in order.
 //
-// The course of a run depends on the pen alone, as branches ask for nothing else. So the tree is
-// walked without a turtle; the turtle executes afterwards what the walk came to.
+// The control flow of a run depends only on the pen, as branches test nothing else. So the tree is
+// walked without a turtle, which executes the resulting list of terminals afterwards.
 //
-// A pass of a repeat does the same whenever it starts with the same pen. The first is walked; from
-// then on such a pass is a known stretch of the history and is copied, and one without a step is
-// multiplied. So the work of a walk is bounded by the size of the tree and the number of steps,
-// whatever the program: a node is walked at most once for each pen state, and once more in the pass
-// that the step limit cuts.
+// Passes of a repeat that start with the same pen state do the same. The first is walked; later
+// ones are copied within the history, and those without a step are only counted. So the size of the
+// tree and the number of steps bound the work: a node is walked at most once for each pen state,
+// and once more in the pass that the step limit cuts.
 #pragma once
 
 #include "model/node.h"
@@ -19,27 +18,27 @@
 
 namespace pelmora {
 
-// What branches ask for: 1 when the pen is up, 0 when it is not.
+// What branches test: 1 when the pen is up, 0 when it is not.
 using PenState = std::uint8_t;
 
-// A run may visit a faulty node very often, steps or no steps; its log ends here.
+// The most faults that a run logs: it may visit a faulty node any number of times.
 inline constexpr std::size_t kMostFaultLines = 10240;
 
 class History {
   public:
-    // Of a run that starts with `pen` and may execute `steps` terminals. The tree may be null; it
-    // has to stay as it is.
+    // Of a run that starts with `pen` and may execute `steps` terminals. The tree is borrowed, must
+    // not change and may be null.
     History(const ExprNode* root, PenState pen, std::int64_t steps);
     History(const History&) = delete;
     History& operator=(const History&) = delete;
 
-    // The terminals that come next, until the next call: at most a million, so that an editor's two
+    // The next terminals, valid until the next call: at most a million, so that an editor's two
     // billion steps cost time and not memory. Empty when the run is over. The codes are those of
     // the nodes, which need not be instructions.
     std::span<const OpCode> next();
 
-    // What is known of the run when it is over: whether the step limit stopped it, and its counts,
-    // which stop at the largest 32-bit value.
+    // Valid when the run is over: whether the step limit stopped it, and its counts, which saturate
+    // at the largest 32-bit value.
     [[nodiscard]] bool is_cut() const { return cut_; }
     [[nodiscard]] std::int64_t repeats() const { return now_.repeats; }
     [[nodiscard]] std::int64_t repetitions() const { return now_.repetitions; }
@@ -51,7 +50,7 @@ class History {
     void report_faults() const;
 
   private:
-    // Where the run is.
+    // A position in the run.
     struct Mark {
         std::int64_t steps, repeats, repetitions;
         std::size_t faults;
@@ -63,17 +62,17 @@ class History {
         const ExprNode* node;
         const ExprNode* const* next; // null: a repeat between two passes
         const ExprNode* const* end;
-        std::int32_t passes; // left of a repeat, this one included; 0: no repeat
+        std::int32_t passes; // that a repeat has left, with this one; 0: no repeat
         Mark start;          // of the pass
     };
 
-    // From where to where a pass of a repeat went.
+    // A finished pass of a repeat.
     struct Pass {
         Mark start, end;
     };
 
     struct Fault {
-        const char* line; // a format for:
+        const char* line; // a format for `number`
         int number;
     };
 
@@ -85,12 +84,12 @@ class History {
     void replay(const Pass& pass, std::int32_t times);
     void count(std::int64_t repeats, std::int64_t repetitions);
     void fault(const char* line, std::ptrdiff_t number);
-    // Without memory the program ends.
+    // Out of memory ends the program.
     void remember(const Pass& pass, const ExprNode& repeat) noexcept;
 
     const ExprNode* root_;
     const std::int64_t limit_;
-    std::int64_t first_ = 0; // the step of the first terminal that is remembered
+    std::int64_t first_ = 0; // the step number of terminals_[0]
     Mark now_;
     bool cut_ = false;
     std::int64_t nodes_walked_ = 0;

@@ -13,7 +13,7 @@
 namespace pelmora {
 namespace {
 
-// What a terminal does, ready to be added.
+// What a terminal does, precomputed.
 struct Action {
     OpFamily family = OpFamily::block; // which does nothing in a terminal
     std::int16_t number = 0;           // the instruction's parameter
@@ -26,7 +26,7 @@ constexpr bool is_color(OpFamily family) {
     return family >= OpFamily::red && family <= OpFamily::blue;
 }
 
-// By code; one that is no instruction does nothing.
+// By code; a code that is no instruction does nothing.
 constexpr auto kActions = [] {
     std::array<Action, 256> actions{};
     for (const auto& [code, name, family, number] : kInstructions) {
@@ -40,7 +40,7 @@ constexpr auto kActions = [] {
     return actions;
 }();
 
-// What the steps of a run change: the context's turtle, in a form that fits into registers.
+// The state that steps change, in a form that fits into registers.
 template <class Heading, class Path>
 class Turtle {
   public:
@@ -49,17 +49,17 @@ class Turtle {
           distance_(ctx.distance), path_(path), heading_(ctx.heading), pen_up_(ctx.pen_up),
           color_(turtle_color(ctx)) {}
 
-    // Executes terminals, if asked only to behind the next new colour. Where it stopped.
+    // Executes terminals to `end`, or through the next colour change. Returns where it stopped.
     //
-    // Nothing is called meanwhile, but for lines and unusual headings: around a call, however rare,
-    // the compiler would keep the whole turtle in memory. So new pens are left to the caller.
+    // The loop calls nothing except for lines and fractional headings: any call, however rare,
+    // makes the compiler keep the turtle in memory. So the caller makes new pens.
     template <bool kStopsAtColors>
     [[gnu::noinline]] const OpCode* execute(const OpCode* op, const OpCode* end) {
-        Turtle turtle = *this; // of its own, so that it is kept in registers
+        Turtle turtle = *this; // a local copy stays in registers
         while (op != end) {
             const Action& action = kActions[*op++];
-            // Comparisons, the frequent ones first: they are predicted where the one jump of a
-            // switch is not.
+            // Comparisons, the frequent ones first: they are predicted better than the jump of a
+            // switch.
             if (action.family == OpFamily::forward) {
                 turtle.forward(action);
             } else if (action.family == OpFamily::turn) {
@@ -130,7 +130,7 @@ void Turtle<Heading, Path>::finish(DrawContext* ctx) const {
     add_count(&ctx->circles_left, circles.left);
 }
 
-// Executes `terminals`, which the history gave, and all that it gives after them.
+// Executes `terminals`, the first of the history, and all that follow.
 template <class Heading, class Path>
 int run(HDC device, DrawContext* ctx, const Path& path, std::span<const OpCode> terminals,
         History* history) {
@@ -150,7 +150,7 @@ int run(HDC device, DrawContext* ctx, const Path& path, std::span<const OpCode> 
     turtle.finish(ctx);
     add_count(&ctx->repeats, history->repeats());
     add_count(&ctx->repetitions, history->repetitions());
-    add_count(&ctx->steps, history->is_cut() ? 1 : 0); // one too many is counted, too
+    add_count(&ctx->steps, history->is_cut() ? 1 : 0); // counts the step over the limit
     return history->is_cut() ? 0 : 1;
 }
 

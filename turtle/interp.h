@@ -6,7 +6,7 @@
 
 namespace pelmora {
 
-// Runs `node` and everything below it from the state in `ctx`, which takes the result. With
+// Runs `node` and everything below it from the state in `ctx`, which receives the result. With
 // `bounds` the path widens them and nothing is drawn; without, lines are drawn on `device` (null:
 // none) while the pen is down. A colour change makes and selects a new pen on the device in both
 // cases and releases the one it replaces. Faulty nodes are reported on the error log and skipped.

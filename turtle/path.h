@@ -1,4 +1,4 @@
-// What becomes of a turtle's path: it is measured, or it is drawn.
+// Consumers of a turtle's path: one measures it, one draws it.
 #pragma once
 
 #include "platform/win32.h"
@@ -10,17 +10,16 @@
 
 namespace pelmora {
 
-// A step forward: where it ends, and how.
+// A forward step: its end, and how it is drawn.
 struct Move {
     double x, y;
     std::int32_t pen_up;
-    int place;             // of the direction in its table
+    int place;             // of the direction in kDirections
     std::int16_t distance; // turtle units
     COLORREF color;
 };
 
-// Widens bounds. Rounding keeps the order of numbers, so the extremes alone are rounded, at the
-// end.
+// Widens bounds. Rounding is monotonic, so only the extremes are rounded, at the end.
 class MeasuredPath {
   public:
     explicit MeasuredPath(RECT* bounds) : bounds_(bounds) {}
@@ -32,7 +31,7 @@ class MeasuredPath {
         bottom_ = bottom_ > move.y ? bottom_ : move.y;
     }
 
-    // Without a move, infinity rounds to the last coordinate there is, which widens nothing.
+    // Without a move, the infinities saturate and widen nothing.
     void finish() const {
         bounds_->left = std::min<LONG>(bounds_->left, device_round(left_));
         bounds_->top = std::min<LONG>(bounds_->top, device_round(top_));
@@ -50,8 +49,7 @@ class MeasuredPath {
     double bottom_ = -kInfinity;
 };
 
-// Draws a line for every move with the pen down, each from a point of its own. Without a device
-// nothing is drawn.
+// Draws a separate line for every move with the pen down. Without a device nothing is drawn.
 class DrawnPath {
   public:
     DrawnPath(HDC device, double x, double y)

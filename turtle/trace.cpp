@@ -10,10 +10,10 @@
 namespace pelmora {
 namespace {
 
-// So many points go into one call.
+// Points in one Polyline() call.
 constexpr int kMostPoints = 256;
 
-// Draws with pens that are made when a line needs them.
+// Makes a pen only when a line needs it.
 class Pens {
   public:
     Pens(HDC device, int width) : device_(device), width_(width) {}
@@ -32,18 +32,18 @@ class Pens {
     std::uint32_t color_ = kTracedPenUp; // the colour of no pen
 };
 
-// Two numbers, for x and y, that the processor takes in one go.
+// x and y in one SIMD register.
 using Pair [[gnu::vector_size(16)]] = double;
 using PairOfInts [[gnu::vector_size(8)]] = std::int32_t;
 
-// A POINT as one number: compared and stored in one go, too.
+// A POINT as one integer, for a single compare and store.
 using PackedPoint = std::uint64_t;
 
 [[gnu::noinline]] PackedPoint packed_point(double x, double y) {
     return std::bit_cast<PackedPoint>(POINT{device_round(x), device_round(y)});
 }
 
-// The turtle on its way over the device.
+// Replays the turtle's moves on the device.
 class Walker {
   public:
     explicit Walker(const DrawContext& ctx)
@@ -52,13 +52,13 @@ class Walker {
     void go(const TracedMove& move) {
         const Direction& direction = kDirections[move.place];
         const auto distance = static_cast<double>(move.distance);
-        // As a run does it, to the last bit.
+        // The same operations as in a run: equal to the last bit.
         at_ += Pair{direction.cos, direction.sin} * Pair{distance, distance} * scale_;
     }
 
     [[nodiscard]] PackedPoint point() const {
         const auto bits = std::bit_cast<std::array<std::uint64_t, 2>>(at_);
-        // Of numbers that are not negative the bits have their order; all others are above.
+        // Non-negative numbers order like their bits; all others have larger bits.
         constexpr auto kTop = std::bit_cast<std::uint64_t>(kDeviceTop);
         if (bits[0] < kTop && bits[1] < kTop) [[likely]] {
             return std::bit_cast<PackedPoint>(__builtin_convertvector(at_ + 0.5, PairOfInts));
@@ -93,15 +93,15 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
         points[0] = std::bit_cast<POINT>(last);
         int count = 1;
         const auto goes_on = [&](const TracedMove& next) {
-            // A colour without lines needs no stop.
+            // Before the first line the colour may change.
             return next.color == color || (count == 1 && next.color < kTracedPenUp);
         };
         for (; move != end && goes_on(*move) && count <= kMostPoints; ++move) {
             color = move->color;
             walker.go(*move);
             const PackedPoint to = walker.point();
-            // A line without length has nothing to show. It is left out without a branch, as
-            // whether the next one has any is not to be foreseen.
+            // A line of length 0 shows nothing. It is dropped without a branch, which would be
+            // unpredictable.
             const bool moved = to != last;
             points[count] = std::bit_cast<POINT>(to);
             count += moved ? 1 : 0;

@@ -1,5 +1,5 @@
-// What can be seen of a run: its moves, kept while it measures, so that they are drawn without a
-// second run. That makes a picture cost little more than its lines.
+// The moves of a run, recorded while it measures and then drawn without a second run. So a picture
+// costs little more than its lines.
 #pragma once
 
 #include "model/node.h"
@@ -13,7 +13,7 @@ namespace pelmora {
 struct TracedMove {
     std::uint16_t place;
     std::int16_t distance;
-    std::uint32_t color; // and kTracedPenUp where no line is drawn
+    std::uint32_t color; // with kTracedPenUp set where no line is drawn
 };
 static_assert(sizeof(TracedMove) == 8);
 
@@ -27,7 +27,7 @@ struct Trace {
     TracedMove moves[kMostTracedMoves];
 };
 
-// Measures, and keeps the moves.
+// Measures and records the moves.
 class TracedPath : public MeasuredPath {
   public:
     TracedPath(RECT* bounds, Trace* trace)
@@ -49,14 +49,14 @@ class TracedPath : public MeasuredPath {
     Trace* trace_;
 };
 
-// Measures like a run without a device and keeps the moves. False when nothing was done, as the run
-// may be too long to be kept, starts in a broken heading, or has lines for the error log, which are
-// due in each run.
+// Measures like a run without a device and records the moves. False when nothing was done: the run
+// may be too long, starts with a heading outside the table, or has faults, which every run must
+// log.
 bool interp_trace(DrawContext* ctx, const ExprNode* node, RECT* bounds, Trace* trace);
 
-// Draws the moves from the context's origin and in its scale; the position is left where the run
-// that they are from would leave it. Pens are made for the lines that can be seen: see DevicePen.
-// The pen's width must be 0 or 1, as lines without length show nothing then.
+// Draws the moves from the context's origin and in its scale, and leaves the position where a run
+// would. Pens are made only for visible lines: see DevicePen. The pen's width must be 0 or 1: lines
+// of length 0 are dropped, and wider pens show them.
 void trace_draw(HDC device, DrawContext* ctx, const Trace& trace);
 
 } // namespace pelmora
