@@ -6,7 +6,7 @@
 
 namespace pelmora {
 
-// So short a text is not allocated, so nothing is thrown.
+// Strings this short are not allocated, so nothing is thrown.
 // NOLINTBEGIN(cert-err58-cpp)
 std::string metaPenSize = "1";
 std::string metaMapCode = "LM";
@@ -19,7 +19,7 @@ struct MapMode {
     int button;
     int mode;
 };
-// The first is what an unknown code stands for.
+// The first is the default for an unknown code.
 constexpr MapMode kMapModes[] = {
     {"LM", IDC_LOW_METRIC, MM_LOMETRIC},   {"HM", IDC_HIGH_METRIC, MM_HIMETRIC},
     {"LE", IDC_LOW_ENGLISH, MM_LOENGLISH}, {"HE", IDC_HIGH_ENGLISH, MM_HIENGLISH},

@@ -7,11 +7,12 @@
 
 namespace pelmora {
 
-// For all windows and as long as the program runs.
+// Shared by all windows, kept until the program ends.
 extern std::string metaPenSize; // the pen's width as typed, at most 31 bytes
 extern std::string metaMapCode; // the map mode: "LM", "HM", "LE", "HE" or "TX"
 
-// Asks for the map mode and the pen's width. False when the user cancelled or the owner is gone.
+// Asks for the map mode and the pen's width. False when the user cancelled or the owner was
+// destroyed.
 bool AskMetafileSettings(HWND owner);
 
 // The mode (MM_...) that metaMapCode stands for.

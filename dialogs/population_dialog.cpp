@@ -57,8 +57,8 @@ const NumberField kNumberFields[] = {
 struct Slider {
     int id;
     float& value;        // 0 to 1
-    int known = 0;       // the position that was shown or taken last
-    bool moving = false; // it told of a move, and of no end of it yet
+    int known = 0;       // the position last shown or read
+    bool moving = false; // a move was notified, its end not yet
 };
 Slider sliders[] = {
     {IDC_FWDMULT, settings.FWDMULT},   {IDC_TURNMULT, settings.TURNMULT},
@@ -75,7 +75,7 @@ void set_up_slider(HWND trackbar, Slider* slider) {
     constexpr int kTick = 5;
     constexpr int kLine = 5;
     constexpr int kPage = 10;
-    // In double: a float product would round some values up that are to be cut.
+    // In double: a float product would round up some values that must be truncated.
     const int position = static_cast<int>(double{slider->value} * kSliderTop);
     SendMessageA(trackbar, TBM_SETTICFREQ, kTick, 0);
     SendMessageA(trackbar, TBM_SETLINESIZE, 0, kLine);
@@ -100,8 +100,8 @@ void on_open(HWND dialog) {
     CenterOnDesktop(dialog);
 }
 
-// A key that is let go here may have been pressed on another slider. Without a move of its own this
-// one keeps its value, which may lie between two positions.
+// A key that is released here may have been pressed on another slider. A slider that did not move
+// keeps its value, which may lie between two positions.
 void take_slider(HWND trackbar, Slider* slider) {
     const auto low = static_cast<long>(SendMessageA(trackbar, TBM_GETRANGEMIN, 0, 0));
     const auto high = static_cast<long>(SendMessageA(trackbar, TBM_GETRANGEMAX, 0, 0));
@@ -115,7 +115,7 @@ void take_slider(HWND trackbar, Slider* slider) {
     slider->known = static_cast<int>(position);
 }
 
-// A slider may still be on its way when the dialog ends, with a key or the mouse held.
+// A slider may still be moving when the dialog ends, with a key or the mouse button down.
 void take_moved_sliders(HWND dialog) {
     for (Slider& slider : sliders) {
         HWND trackbar = GetDlgItem(dialog, slider.id);
@@ -125,7 +125,7 @@ void take_moved_sliders(HWND dialog) {
     }
 }
 
-// False for a notification that is not a slider's, or that its value does not follow.
+// False for a notification that is not a slider's or does not change its value.
 bool on_slider(HWND trackbar, WORD code) {
     auto* slider =
         std::find_if(std::begin(sliders), std::end(sliders),
@@ -170,7 +170,6 @@ INT_PTR on_command(HWND dialog, WORD command) {
     return answer_button(dialog, command);
 }
 
-// What is set now.
 void fill_params(EvolveParams* params) {
     params->size = params_population_size(TypedNumber(settings.turtles));
     params->MAX_CHILD = params_max_child(TypedNumber(settings.max_children));
@@ -201,7 +200,7 @@ INT_PTR CALLBACK PopulationDlgProc(HWND dialog, UINT message, WPARAM wparam, LPA
         if (reinterpret_cast<const NMHDR*>(lparam)->code == UDN_DELTAPOS) {
             on_step(dialog, *reinterpret_cast<const NMUPDOWN*>(lparam));
         }
-        return FALSE; // which lets the arrows' own position follow
+        return FALSE; // lets the arrows update their own position
     case WM_COMMAND:
         return on_command(dialog, LOWORD(wparam));
     default:

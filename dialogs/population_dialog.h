@@ -1,4 +1,4 @@
-// The Population Description dialog, which remembers its values to the end of the run.
+// The Population Description dialog, which remembers its values until the program ends.
 #pragma once
 
 #include "evolve/params.h"
@@ -6,9 +6,9 @@
 
 namespace pelmora {
 
-// Asks for the parameters of a population. False when the user cancelled. They are those of this
-// dialog: while a window's dialog keeps the caller from going on, the values may be changed in
-// another one.
+// Asks for the parameters of a population. False when the user cancelled. They are this dialog's
+// values even if another one changes the settings before this returns: a nested modal loop can
+// delay that.
 bool AskPopulation(EvolveParams* params);
 
 // The procedure of the dialog.

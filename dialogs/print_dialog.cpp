@@ -6,7 +6,7 @@
 
 namespace pelmora {
 
-// So short a text is not allocated, so nothing is thrown.
+// A string this short is not allocated, so nothing is thrown.
 std::string printPenWidth = "0"; // NOLINT(cert-err58-cpp)
 
 bool AskPrintPenWidth(HWND owner) {

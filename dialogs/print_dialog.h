@@ -1,4 +1,4 @@
-// The setting of the printing and its dialog, which comes before the desktop's own.
+// The print setting and its dialog, which opens before the desktop's print dialog.
 #pragma once
 
 #include "platform/win32.h"
@@ -7,11 +7,11 @@
 
 namespace pelmora {
 
-// The pen's width in printer pixels as typed, at most 31 bytes. For all windows and as long as the
-// program runs.
+// The pen's width in printer pixels as typed, at most 31 bytes. Shared by all windows, kept until
+// the program ends.
 extern std::string printPenWidth;
 
-// Asks for the pen's width. False when the user cancelled or the owner is gone.
+// Asks for the pen's width. False when the user cancelled or the owner was destroyed.
 bool AskPrintPenWidth(HWND owner);
 
 // The procedure of the pen width dialog.

@@ -1,4 +1,4 @@
-// Dialogs in which settings are entered: how they end.
+// How settings dialogs open and end.
 #pragma once
 
 #include "platform/win32.h"
@@ -7,18 +7,18 @@
 
 namespace pelmora {
 
-// Opens a dialog of settings; whether the user accepted it and the owner is still there. Neither
-// the dialog's result says so (a program that is being ended gets one that nobody chose) nor could
-// one flag for all, as another window's dialog may end meanwhile. OK ends the dialog unless `take`,
-// which takes over what was entered, returns false; the procedure hands its messages on to the two
-// calls below.
+// Opens a settings dialog. True when the user accepted it and the owner still exists or is null.
+// The dialog's result does not tell this: quitting the program ends a dialog, too. Nor would a
+// shared flag, as another window's dialog may end meanwhile. OK calls `take`, which stores the
+// input, and ends the dialog unless that returns false. The procedure must call the two functions
+// below.
 bool ask_settings(HWND owner, WORD dialog, DLGPROC procedure,
                   const std::function<bool(HWND dialog)>& take);
 
-// Called with the parameter of the dialog's WM_INITDIALOG.
+// To be called on WM_INITDIALOG with its parameter.
 void begin_answer(HWND dialog, LPARAM parameter);
 
-// Answers the buttons. False for other commands.
+// Handles OK and Cancel. False for other commands.
 INT_PTR answer_button(HWND dialog, WORD command);
 
 } // namespace pelmora

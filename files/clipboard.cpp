@@ -13,7 +13,7 @@
 namespace pelmora {
 namespace {
 
-// The clipboard, held open under the wait cursor; the arrow comes back once it is closed.
+// Opens the clipboard, and shows the wait cursor until it is closed.
 class Clipboard {
   public:
     explicit Clipboard(HWND owner) : open_(OpenClipboard(owner) != FALSE) {
@@ -32,7 +32,7 @@ class Clipboard {
     [[nodiscard]] bool is_open() const { return open_; }
 
   private:
-    std::optional<WaitCursor> wait_; // outlives the destructor's body
+    std::optional<WaitCursor> wait_; // destroyed after the clipboard is closed
     bool open_;
 };
 
@@ -71,7 +71,7 @@ bool place_turtle(const SelectedTurtle& turtle) {
     return true;
 }
 
-// The program in the clipboard's text. False when there is no text to be had.
+// The program in the clipboard's text. False when it has no text.
 bool read_program(ExprTree* tree) {
     HANDLE data = GetClipboardData(CF_TEXT);
     const void* text = data != nullptr ? GlobalLock(data) : nullptr;

@@ -6,12 +6,12 @@
 
 namespace pelmora {
 
-// Places the program as text and as a picture. False when the clipboard could not be opened or no
-// memory could be had for the text, which the user was told.
+// Places the program as text and as a picture. False when the clipboard could not be opened or
+// there was no memory for the text; the user is told.
 bool CopyTurtle(HWND owner, const SelectedTurtle& turtle);
 
-// Makes the program that the clipboard's text holds the selected turtle's; the user is told when it
-// does not parse. Without text nothing happens. Returns false in every case.
+// Replaces the selected turtle's program by the one in the clipboard's text; the user is told when
+// it does not parse. Without text nothing happens. Returns false in every case.
 bool PasteTurtle(HWND owner, const SelectedTurtle& turtle);
 
 } // namespace pelmora

@@ -16,8 +16,8 @@ namespace {
 
 constexpr char kFilter[] = "PostScript Files\0*.EPS\0Text Files\0*.TXT\0All Files\0*.*\0";
 
-// The document around its few values and the program, line by line. An interpreter of PostScript
-// runs the turtle by these procedures; white moves stand for a lifted pen.
+// The fixed lines of the document. These procedures run the turtle in a PostScript interpreter; a
+// raised pen draws in white.
 constexpr const char* kProcedures[] = {
     "/chksteps { STEPS MAXSTEPS gt { exit } if } def",
     "/incrstep { 1 STEPS add /STEPS exch def chksteps } def",
@@ -89,7 +89,7 @@ std::string creation_date() {
                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
     const std::time_t now = std::time(nullptr);
     const std::tm* local = std::localtime(&now);
-    if (local == nullptr) { // a clock beyond the calendar
+    if (local == nullptr) { // the year is out of range
         return "Thu Jan 01 00:00:00 1970";
     }
     std::array<char, 64> text{};

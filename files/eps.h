@@ -11,8 +11,7 @@
 namespace pelmora {
 
 // Asks for a name and writes the document. `ctx` measures the drawing, up to its step limit, and is
-// left as that leaves it. A file that cannot be written is not mentioned to the user; when it was,
-// the status line says so.
+// changed by that. The status line reports success; the user is not told of a failure.
 void SaveTurtleEPS(HWND owner, DrawContext* ctx, const ExprNode* tree);
 
 // Writes the whole document, dated now, to a binary stream. `bounds` is in turtle units, its top

@@ -14,23 +14,23 @@ namespace {
 constexpr std::size_t kOpenRoom = 260;
 constexpr std::size_t kSaveRoom = 512;
 
-// The system would refuse a name that is too long for it without a word. So it gets more than any
-// path needs, four bytes for each of 32,767 characters, and accept_name() refuses.
+// The system silently refuses a name that does not fit its buffer. So the buffer holds every path,
+// four bytes for each of 32,767 characters, and accept_name() refuses with a message.
 constexpr DWORD kSystemRoom = 4 * 32768;
 
-// The log files lie in the working directory, which no dialog may change.
+// The log files are in the working directory, so no dialog may change it.
 constexpr DWORD kFlags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR |
                          OFN_PATHMUSTEXIST | OFN_ENABLEHOOK;
 
-// What a name has to be like.
+// The rules for a name.
 struct NameRules {
     const char* title;
     std::size_t room; // in characters, the terminating zero included
     Overwrite overwrite;
-    const char* extension; // of the file that is meant
+    const char* extension; // for a name without one
 };
 
-// UTF-8 begins each character with a byte that is none of its followers.
+// Counts the bytes that are not UTF-8 continuation bytes.
 std::size_t characters(std::string_view text) {
     return static_cast<std::size_t>(
         std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
@@ -41,7 +41,7 @@ bool refuse(HWND dialog, const NameRules& rules, const std::string& reason) {
     return false;
 }
 
-// Whether a chosen name will do; if not the user is told why.
+// Whether a chosen name is accepted; if not, the user is told why.
 bool accept_name(HWND dialog, const std::string& name, const NameRules& rules) {
     if (characters(name) >= rules.room) {
         return refuse(dialog, rules,
@@ -61,8 +61,8 @@ bool accept_name(HWND dialog, const std::string& name, const NameRules& rules) {
                        MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
 }
 
-// Asked in the dialog, which stays open after a refusal. The system's own question about an old
-// file would be about the name as it is typed, without the extension.
+// Checks the name in the dialog, which stays open after a refusal. The system's own overwrite
+// question would check the typed name, without the extension.
 UINT_PTR CALLBACK NameHookProc(HWND hook, UINT message, WPARAM, LPARAM lparam) {
     if (message != WM_NOTIFY) {
         return 0;

@@ -33,7 +33,7 @@ LoadedText load_text(const std::string& path) {
     if (error) {
         return failed_to("stat-ing", error.default_error_condition().value(), path);
     }
-    // Room for two bytes more than the file has: a terminating zero, and a size that may be 0.
+    // Two bytes more than the file has: for the terminating zero, and for an empty file.
     OwnedText text;
     if (size <= SIZE_MAX - 2) {
         text.reset(static_cast<char*>(std::malloc(static_cast<std::size_t>(size) + 2)));

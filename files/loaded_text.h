@@ -13,8 +13,8 @@ struct LoadedText {
     std::string failure; // then: what to tell the user
 };
 
-// Reads the file at `path` whole, with a zero behind its last byte. What is no regular file has no
-// size and is refused as such: a pipe would wait for ever, a device never end.
+// Reads the whole file at `path` and appends a zero. A file that is not regular has no size and is
+// refused: reading a pipe may block for ever, and a device may never end.
 LoadedText load_text(const std::string& path);
 
 } // namespace pelmora

@@ -13,10 +13,10 @@ namespace {
 
 constexpr char kFilter[] = "Turtle Files\0*.PMT\0Text Files\0*.TXT\0All Files\0*.*\0";
 
-// The program's name and the picture's.
+// The names of the program and of the picture.
 constexpr char kDescription[] = "Pelmora\0MetaFile\0";
 
-// Completes a metafile. Its last pen is released only afterwards: before, that would be recorded.
+// Completes a metafile. Its last pen is deleted afterwards, as a deletion before would be recorded.
 HENHMETAFILE close_metafile(HDC metafile) {
     HGDIOBJ pen = GetCurrentObject(metafile, OBJ_PEN);
     HENHMETAFILE picture = CloseEnhMetaFile(metafile);

@@ -6,7 +6,7 @@ std::filesystem::path path_of(const std::string& name) {
     try {
         return std::u8string(name.begin(), name.end());
     } catch (const std::filesystem::filesystem_error&) {
-        return {}; // bytes that are no UTF-8, where names are no bytes
+        return {}; // not UTF-8, on a system where names are not bytes
     }
 }
 

@@ -1,4 +1,4 @@
-// Names of files as the platform's calls take them, and as paths of the standard library.
+// Conversions between file names in UTF-8 and paths of the standard library.
 #pragma once
 
 #include <filesystem>
@@ -6,8 +6,8 @@
 
 namespace pelmora {
 
-// The path that a name in UTF-8 stands for. Not the library's own conversion: that takes a name for
-// one in the locale's encoding. Empty for what can be no name on this system.
+// The path of a name in UTF-8. The library's own conversion would assume the locale's encoding.
+// Empty for a name that is invalid on this system.
 std::filesystem::path path_of(const std::string& name);
 
 // The name of a path, in UTF-8, for calls that take a `const char*`.

@@ -31,7 +31,7 @@ void store_program(Lifer* lifer, ExprNode* tree, const ProgramReplaced& replaced
     }
 }
 
-// What the user is told about the load of a file.
+// Loads a file; returns the message for the user.
 std::string load_population(const std::string& path, Population* pop,
                             const ProgramReplaced& replaced) {
     const WaitCursor wait;
@@ -45,13 +45,13 @@ std::string load_population(const std::string& path, Population* pop,
 
 } // namespace
 
-int SavePopulationFile(HWND owner, const PopulationAsked& asked) {
+int SavePopulationFile(HWND owner, const PopulationGetter& get_population) {
     const std::string name = AskSaveName(owner, kFilter, Overwrite::ask, ".lpf");
     if (name.empty()) {
         return 0;
     }
     const WaitCursor wait;
-    const Population* pop = asked();
+    const Population* pop = get_population();
     if (pop == nullptr || !write_population_file(name, pop)) {
         return 0;
     }
@@ -59,9 +59,10 @@ int SavePopulationFile(HWND owner, const PopulationAsked& asked) {
     return 1;
 }
 
-int LoadPopulationFile(HWND owner, const PopulationAsked& asked, const ProgramReplaced& replaced) {
+int LoadPopulationFile(HWND owner, const PopulationGetter& get_population,
+                       const ProgramReplaced& replaced) {
     const std::string name = AskOpenName(owner, kFilter);
-    Population* pop = name.empty() ? nullptr : asked();
+    Population* pop = name.empty() ? nullptr : get_population();
     if (pop != nullptr) {
         ShowMessage(owner, load_population(name, pop, replaced).c_str());
     }

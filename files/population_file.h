@@ -11,24 +11,26 @@
 namespace pelmora {
 
 // Asks for a name and writes the programs. 1 when the file was written, which the status line says;
-// 0 when the user cancelled or the file could not be written, of which nothing is said.
+// 0, without a message, when the user cancelled or the file could not be written.
 //
-// The population is asked for after the dialog, in which it may be replaced; null: it is gone.
-using PopulationAsked = std::function<Population*()>;
-int SavePopulationFile(HWND owner, const PopulationAsked& asked);
+// `get_population` is called after the dialog, during which the population may be replaced. It
+// returns null when the window is gone.
+using PopulationGetter = std::function<Population*()>;
+int SavePopulationFile(HWND owner, const PopulationGetter& get_population);
 
 // Asks for a file and replaces the programs of the first lifers by those of the file, as many as
-// there are, at most all; lines that do not parse are skipped. Tells the user the outcome; returns
-// 1 in every case. The owner, and the population with it, may be gone afterwards.
+// there are, at most all; lines that do not parse are skipped. Tells the user the outcome and
+// returns 1 in every case. The owner and its population may be destroyed afterwards.
 //
-// `replaced` is called with every program that gave way to another, just before it is released.
+// `replaced` is called with every replaced program, just before it is released.
 using ProgramReplaced = std::function<void(const ExprNode* old)>;
-int LoadPopulationFile(HWND owner, const PopulationAsked& asked, const ProgramReplaced& replaced);
+int LoadPopulationFile(HWND owner, const PopulationGetter& get_population,
+                       const ProgramReplaced& replaced);
 
-// The same without asking or telling: writing returns false when the file could not be written.
+// Writes the file without a dialog; false when it could not be written.
 bool write_population_file(const std::string& path, const Population* pop);
 
-// Stores the programs of a file's text; their number. The text is changed.
+// Stores the programs of a file's text and returns their number. Modifies the text.
 int store_population_text(char* text, Population* pop, const ProgramReplaced& replaced);
 
 } // namespace pelmora

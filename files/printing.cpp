@@ -13,20 +13,20 @@ BOOL printContinue = TRUE;
 
 namespace {
 
-// Null when the user cancelled or the owner is gone.
+// Null when the user cancelled or the owner was destroyed.
 OwnedDevice ask_printer(HWND owner) {
     PRINTDLGA dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
-    // One page, so nothing to choose from; and the printer makes the copies, where it can: the
-    // dialog takes no number where it cannot.
+    // One page, so no page range. The printer makes the copies: the dialog offers none if it
+    // cannot.
     dialog.Flags = PD_RETURNDC | PD_NOPAGENUMS | PD_NOSELECTION | PD_HIDEPRINTTOFILE |
                    PD_USEDEVMODECOPIESANDCOLLATE;
     dialog.nFromPage = 1;
     dialog.nToPage = 1;
     dialog.nCopies = 1;
     const bool chosen = PrintDlgA(&dialog) != FALSE;
-    // The dialog leaves the printer's settings to its caller.
+    // The caller owns the printer settings that the dialog returns.
     GlobalFree(dialog.hDevMode);
     GlobalFree(dialog.hDevNames);
     OwnedDevice printer(chosen ? dialog.hDC : nullptr);
@@ -40,7 +40,7 @@ void draw_page(HDC printer, DrawContext* ctx, const ExprNode* tree) {
     };
     const int width = printable(PHYSICALWIDTH, PHYSICALOFFSETX);
     const int height = printable(PHYSICALHEIGHT, PHYSICALOFFSETY);
-    const DevicePen take_back(printer);
+    const DevicePen pen_guard(printer);
     draw_place(ctx, draw_measure(ctx, tree), width, height, FitMode::uniform, 0);
     ctx->pen_width = TypedNumber(printPenWidth.c_str());
     draw_run(printer, ctx, tree, nullptr);
@@ -59,7 +59,7 @@ void print_page(HDC printer, DrawContext* ctx, const ExprNode* tree) {
 }
 
 void print_document(HDC printer, DrawContext* ctx, const ExprNode* tree) {
-    // SP_ERROR is negative: success alone is above 0.
+    // SP_ERROR is negative: only success is above 0.
     if (SetAbortProc(printer, PrintAbortProc) <= 0) {
         return;
     }

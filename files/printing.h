@@ -7,15 +7,15 @@
 
 namespace pelmora {
 
-// What PrintAbortProc answers, for all windows.
+// The result of PrintAbortProc, shared by all windows.
 extern BOOL printContinue;
 
 // Asks for the pen's width and the printer, and prints. 0 when the first dialog was dismissed or
-// the owner went, 1 otherwise. `ctx` is left as the drawing leaves it. Failures are not mentioned
-// to the user.
+// the owner was destroyed, 1 otherwise. `ctx` is changed by the drawing. The user is not told of
+// failures.
 int PrintTurtleTree(HWND owner, DrawContext* ctx, const ExprNode* tree);
 
-// Asked by the printing system whether to go on.
+// Called by the printing system; TRUE continues the printing.
 BOOL CALLBACK PrintAbortProc(HDC printer, int error);
 
 } // namespace pelmora

@@ -14,15 +14,16 @@ inline constexpr char kFileLineEnd[] = "\r\n";
 // The first line of turtle and population files, which readers skip.
 inline constexpr int kFileVersion = 1;
 
-// Says on the error log that a file could not be written.
+// Reports on the error log that a file could not be written.
 void log_failed_save(const std::string& path, int error);
 
-// A whole file whose failure is a line on the error log, unless `path` could not be opened at all.
+// A file replaced as a whole. Failures are reported on the error log, unless `path` may not be
+// written at all.
 class SavedFile {
   public:
     explicit SavedFile(const std::string& path);
 
-    // Where to write; null when there is nothing to write to.
+    // The stream to write to; null when the file cannot be opened.
     [[nodiscard]] std::FILE* stream() const { return file_.stream(); }
 
     // Completes the file. False when something could not be written.

@@ -1,4 +1,4 @@
-// What the commands that exchange one turtle need of the window it is selected in.
+// The selected turtle of a window, for the commands that exchange it.
 #pragma once
 
 #include "model/expr.h"
@@ -8,11 +8,11 @@
 
 namespace pelmora {
 
-// Valid for as long as the window lives: after a dialog ask IsWindow() before touching it.
+// Valid while the window exists: check IsWindow() after a dialog.
 struct SelectedTurtle {
     DrawContext* drawContext;
     const ExprNode* program; // null: an empty program
-    // Makes the tree, which it takes over, the selected lifer's program.
+    // Makes `tree`, which it then owns, the selected lifer's program.
     std::function<void(ExprNode* tree)> replace;
 };
 

@@ -1,4 +1,4 @@
-// Turtle program files: one program as indented text behind one line that readers drop ("1").
+// Turtle program files: a first line that readers skip ("1"), then one program as indented text.
 #pragma once
 
 #include "model/expr.h"
@@ -8,13 +8,13 @@
 
 namespace pelmora {
 
-// Asks for a name and writes `tree` (null: an empty program) under it. A file that cannot be
-// written is not mentioned to the user; when it was, the status line says so.
+// Asks for a name and writes `tree` (null: an empty program) to it. The status line reports
+// success; the user is not told of a failure.
 void SaveTurtleFile(HWND owner, const ExprNode* tree);
 
 // Asks for a file and returns its program, which the caller owns; null when there is none. The user
-// is told when the file cannot be read, the error log when its text does not parse. The owner may
-// be gone afterwards.
+// is told when the file cannot be read; the error log says when its text does not parse. The owner
+// may be destroyed afterwards.
 ExprNode* LoadTurtleFile(HWND owner);
 
 // The program of a file's text: without its first line if it has a line break. The caller owns it;

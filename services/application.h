@@ -9,7 +9,7 @@ namespace pelmora {
 HINSTANCE AppInstance();
 void SetAppInstance(HINSTANCE instance);
 
-// The main window; null until it was created. It stays set after the window was destroyed.
+// The main window; null before it is created. It stays set after the window is destroyed.
 HWND MainWindow();
 void SetMainWindow(HWND window);
 

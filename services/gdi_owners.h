@@ -1,4 +1,4 @@
-// Owners of graphics objects and devices, and scopes for what must be given back.
+// RAII owners of graphics objects and devices.
 #pragma once
 
 #include "platform/win32.h"
@@ -25,7 +25,7 @@ using OwnedDevice = std::unique_ptr<std::remove_pointer_t<HDC>, DeviceRelease>;
 // A bitmap stays alive while a device has it selected: release the device first.
 using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, GdiObjectRelease<HBITMAP>>;
 
-// A window's device, for drawing outside painting.
+// A window's device, for drawing outside WM_PAINT.
 class WindowDevice {
   public:
     explicit WindowDevice(HWND window) : window_(window), device_(GetDC(window)) {}
@@ -40,7 +40,7 @@ class WindowDevice {
     HDC device_;
 };
 
-// The answer to one paint message.
+// BeginPaint() and EndPaint() for one WM_PAINT.
 class PaintScope {
   public:
     explicit PaintScope(HWND window) : window_(window) { BeginPaint(window, &paint_); }
@@ -55,8 +55,8 @@ class PaintScope {
     PAINTSTRUCT paint_{};
 };
 
-// The answer to WM_ERASEBKGND of a window that shows drawings. Their paper is white whatever
-// colours the user chose for windows: with a dark one, dark drawings would not be seen.
+// Handles WM_ERASEBKGND of a window that shows drawings. The background is white whatever window
+// colour the user chose: on a dark one, dark drawings would be invisible.
 inline LRESULT EraseWhite(HWND window, WPARAM device) {
     RECT client{};
     GetClientRect(window, &client);

@@ -6,11 +6,11 @@ namespace pelmora {
 
 void DropHeldPresses() {
     MSG next;
-    const auto look = [&next](UINT remove) {
+    const auto peek = [&next](UINT remove) {
         return PeekMessageA(&next, nullptr, WM_KEYDOWN, WM_KEYDOWN, remove) != FALSE;
     };
-    while (look(PM_NOREMOVE) && (HIWORD(static_cast<UINT_PTR>(next.lParam)) & KF_REPEAT) != 0) {
-        look(PM_REMOVE);
+    while (peek(PM_NOREMOVE) && (HIWORD(static_cast<UINT_PTR>(next.lParam)) & KF_REPEAT) != 0) {
+        peek(PM_REMOVE);
     }
 }
 

@@ -1,11 +1,11 @@
-// Keys that are held down.
+// Auto-repeat of held keys.
 #pragma once
 
 namespace pelmora {
 
-// Drops the presses that a held key has sent and that still wait, so that a command that takes
-// longer than the key's repeat does not go on after the key was let go. Separate presses stay, and
-// so does what comes behind them.
+// Removes the auto-repeat presses at the head of the message queue, so that a command that takes
+// longer than the repeat interval stops when the key is released. Separate presses and what is
+// queued after them stay.
 void DropHeldPresses();
 
 } // namespace pelmora

@@ -14,14 +14,14 @@ bool can_write(const char* path) {
 
 // The path, or the null device when it cannot be written. A failed freopen() would leave the stream
 // closed and its descriptor free: the next file opened, maybe a user's drawing, would get it and
-// with it the log lines. So a path is tried out first.
+// with it the log lines. So the path is tested first.
 const char* log_target(const char* path) {
     return can_write(path) ? path : platform::kNullDevice;
 }
 
 void open_log(std::FILE* stream, const char* path) {
     if (std::freopen(log_target(path), "w", stream) != nullptr) {
-        // Unbuffered: a line is in the file when it was written, whatever happens next.
+        // Unbuffered: a written line is in the file even if the program crashes next.
         std::setvbuf(stream, nullptr, _IONBF, 0);
         std::fputs("------ THIS IS PELMORA ----------\n", stream);
     }

@@ -3,9 +3,8 @@
 
 namespace pelmora {
 
-// Sends standard error to "stderr.txt" and standard output to "stdout.txt", both emptied first and
-// opened with the banner line. What goes to a file that cannot be opened is lost; nothing is
-// reported.
+// Sends standard error to "stderr.txt" and standard output to "stdout.txt", both truncated and
+// started with the banner line. Output to a file that cannot be opened is lost without a report.
 void OpenLogFiles();
 
 } // namespace pelmora

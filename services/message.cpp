@@ -18,8 +18,8 @@ INT_PTR CALLBACK MessageDlgProc(HWND dialog, UINT message, WPARAM wparam, LPARAM
         SetDlgItemTextA(dialog, IDC_MESSAGE_TEXT, message_text);
         return TRUE;
     }
-    // Escape and the close box send the cancel command, which is left alone on purpose: a message
-    // goes away only when it is acknowledged.
+    // Escape and the close box send the cancel command, which is ignored on purpose: only OK closes
+    // an alert.
     if (message == WM_COMMAND && LOWORD(wparam) == IDOK) {
         EndDialog(dialog, IDOK);
         return TRUE;

@@ -19,7 +19,7 @@ void SetStatusText(const char* text) {
     if (text != nullptr) {
         std::snprintf(status_text, sizeof status_text, "%s", text);
     }
-    // To Windows a null handle means every window there is.
+    // To Windows a null handle means all windows.
     if (IsWindow(MainWindow())) {
         const RECT line = StatusRect(MainWindow());
         InvalidateRect(MainWindow(), &line, TRUE);

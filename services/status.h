@@ -6,7 +6,7 @@
 namespace pelmora {
 
 // Puts `text`, cut to 255 bytes, into the status line; the next paint shows it. Null keeps the text
-// and only asks for the paint.
+// and only invalidates the line.
 void SetStatusText(const char* text);
 
 // What the status line says; "Ready." at start.

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
 
-// Not isspace(), which goes by the locale.
+// Not isspace(), which depends on the locale.
 bool is_blank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }

@@ -5,9 +5,8 @@
 
 namespace pelmora {
 
-// The decimal integer at the beginning of `text`: blanks, a sign if any, digits; what follows is
-// ignored, and without digits it is 0. Larger numbers than 2147483647 of either sign saturate
-// there.
+// The decimal integer at the beginning of `text`: blanks, a sign if any, digits; the rest is
+// ignored, and without digits it is 0. Saturates at 2147483647 of either sign.
 std::int32_t TypedNumber(const char* text);
 
 // The number that is `steps` below `number`, saturating likewise.

@@ -1,4 +1,4 @@
-// The cursor of a program at work.
+// The wait cursor.
 #pragma once
 
 #include "platform/win32.h"

@@ -16,7 +16,7 @@ void set_all_flags(LogoWindow* record, std::uint16_t flags) {
     std::fill_n(record->lifeFlags.get(), record->lifeCount, flags);
 }
 
-// Scores without pictures, for generations that nobody sees.
+// Scores without pictures, for generations that are not shown.
 void measure_population(DrawContext* ctx, Population* pop) {
     for (int i = 0; i < pop->size; ++i) {
         draw_measure(ctx, pop->lifers[i].program);
@@ -24,10 +24,10 @@ void measure_population(DrawContext* ctx, Population* pop) {
     }
 }
 
-// Lets the single-turtle view show a lifer; null: none.
+// Shows a lifer in the single-turtle view; null: none.
 void zoom(LogoWindow* record, const Lifer* lifer) {
     record->zoomTree = lifer != nullptr ? lifer->program : nullptr;
-    if (record->showGrid == 0) { // another drawing takes the place of the one in view
+    if (record->showGrid == 0) { // the view shows another drawing
         RedrawWindow(record->hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
     }
 }
@@ -40,8 +40,8 @@ bool is_zoomed(const LogoWindow* record, int index) {
     return record->zoomTree == record->current->lifers[index].program;
 }
 
-// Puts picture and view right after a lifer's program changed. `zoomed`: it is the one that the
-// single-turtle view shows.
+// Updates picture and view after a lifer's program changed. `zoomed`: the single-turtle view shows
+// that lifer.
 void show_new_program(HWND window, LogoWindow* record, int index, bool zoomed) {
     if (zoomed) {
         zoom(record, &record->current->lifers[index]);
@@ -70,7 +70,7 @@ void LogoEvolveGenerations(HWND window, LogoWindow* record, int generations) {
     const WaitCursor wait;
     bool zoom_lost = false;
     pop_weigh_parents(record->current.get(), record->lifeFlags.get());
-    set_all_flags(record, LIVE_FLAG); // only now: where scores are equal, they tell who was retired
+    set_all_flags(record, LIVE_FLAG); // only now: pop_weigh_parents() reads them
     for (int g = 1; g <= generations; ++g) {
         zoom_lost = LogoReleasePrograms(record, record->previous.get()) || zoom_lost;
         pop_next_generation(&record->current, &record->previous, [&](Population* pop) {

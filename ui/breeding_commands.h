@@ -13,33 +13,32 @@ void LogoMarkRetiredForBreeding(LogoWindow* record);
 // children.
 void LogoEvolvePop(HWND window, LogoWindow* record);
 
-// Breeds `generations` (1 or more) generations and shows the last. The marks count for the first;
-// the later ones go by the scores of their drawings.
+// Breeds `generations` (1 or more) generations and shows the last. The marks count for the first
+// only; the later ones depend on scores alone.
 void LogoEvolveGenerations(HWND window, LogoWindow* record, int generations);
 void LogoEvolveFive(HWND window, LogoWindow* record);
 
-// Exchanges the population shown with the one before. Refused while there is none.
+// Exchanges the shown population with the previous one. Refused while there is none.
 void LogoRevertPop(HWND window, LogoWindow* record);
 
 void LogoAllLive(HWND window, LogoWindow* record);
 void LogoAllRetire(HWND window, LogoWindow* record);
 
-// Replaces a random subtree of the selected lifer's program by a random one. Only while a lifer is
-// selected.
+// Replaces a random subtree of the selected lifer's program by a random one. Needs a selected
+// lifer.
 void LogoMutateTurtle(HWND window, LogoWindow* record);
 
-// Gives the selected lifer the program `tree` and takes it over. Only while a lifer is selected.
-// Returns true.
+// Makes `tree` the selected lifer's program and owns it. Needs a selected lifer. Returns true.
 bool LogoReplaceTurtle(HWND window, LogoWindow* record, ExprNode* tree);
 
-// The same for any lifer: the one that was selected before a dialog.
+// The same for any lifer, such as the one that was selected before a dialog.
 void LogoReplaceLifer(HWND window, LogoWindow* record, int index, ExprNode* tree);
 
-// Releases all programs of one of the window's populations. True when the single-turtle view shows
-// one of them: once the window has its new population, the caller then calls LogoZoomSelected().
+// Releases all programs of one of the window's populations. True when the single-turtle view showed
+// one of them: the caller must then call LogoZoomSelected() once the window has its new population.
 [[nodiscard]] bool LogoReleasePrograms(LogoWindow* record, Population* pop);
 
-// Lets the single-turtle view show the selected lifer.
+// Shows the selected lifer in the single-turtle view.
 void LogoZoomSelected(LogoWindow* record);
 
 } // namespace pelmora

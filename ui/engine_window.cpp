@@ -56,7 +56,7 @@ void EngineDestroy(HWND window) {
 
 // --- The keyboard --------------------------------------------------------------------------------
 
-// The tab key walks from the window itself to the limit, to the button and back.
+// Tab moves the focus from the window itself to the limit, to the button and back.
 void move_focus(HWND window, HWND from) {
     HWND round[] = {window, GetDlgItem(window, IDC_LIMIT), GetDlgItem(window, IDC_REDRAW)};
     constexpr std::size_t kPlaces = std::size(round);
@@ -65,7 +65,7 @@ void move_focus(HWND window, HWND from) {
     SetFocus(round[(here + step) % kPlaces]);
 }
 
-// What the controls' own procedures would not do outside a dialog.
+// Handles the keys that controls ignore outside a dialog.
 LRESULT CALLBACK ControlKeysProc(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
                                  DWORD_PTR editor) {
     HWND window = reinterpret_cast<HWND>(editor);
@@ -83,7 +83,7 @@ LRESULT CALLBACK ControlKeysProc(HWND control, UINT message, WPARAM wparam, LPAR
     return DefSubclassProc(control, message, wparam, lparam);
 }
 
-// --- What the window does ------------------------------------------------------------------------
+// --- Painting and commands -----------------------------------------------------------------------
 
 void draw_turtle(HWND window, EngineWindow* record, HDC device) {
     RECT client{};
@@ -91,7 +91,7 @@ void draw_turtle(HWND window, EngineWindow* record, HDC device) {
     record->drawContext.max_steps = record->stepLimit;
     const int height = client.bottom - kBandHeight;
     if (client.right > 0 && height > 0) {
-        const DevicePen take_back(device);
+        const DevicePen pen_guard(device);
         draw_fit(device, &record->drawContext, record->tree.get(), client.right, height,
                  FitMode::stretch, kBandHeight);
     }
@@ -118,7 +118,7 @@ void take_limit(HWND window, EngineWindow* record) {
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
 }
 
-// The window may be closed while one of these commands waits for its dialog: they work on copies.
+// The window may be closed while the dialog of one of these commands is open: they work on copies.
 void EnginePrint(HWND window, EngineWindow* record) {
     if (record->tree == nullptr) {
         ShowMessage(window, "FATAL, turtle expression is NULL!");

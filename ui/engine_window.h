@@ -1,6 +1,6 @@
 // The turtle editor: a window that shows one program's drawing large, up to a limit of steps that
-// the user sets, so that the drawing can be watched while it grows. It owns its program and stands
-// alone once it is open.
+// the user sets, so that the drawing can be watched while it grows. It owns its program and does
+// not depend on the population window.
 #pragma once
 
 #include "model/expr.h"
@@ -20,8 +20,8 @@ struct EngineWindow {
     ExprTree tree;
 };
 
-// A new hidden editor, which takes over the program. Null when that failed, which the user was
-// told; the program is then released.
+// A new hidden editor, which owns the program. Null when it could not be created: the user is told
+// and the program released.
 HWND CreateEngineWindow(HINSTANCE instance, ExprTree tree);
 
 // The procedure of the editor's class.

@@ -21,16 +21,16 @@ const ExprNode* selected_program(const LogoWindow* record) {
     return LogoSelectedLifer(record)->program;
 }
 
-// A copy of the program, for a command that opens dialogs: while another window's dialog keeps the
-// command from going on, this window may be used again and the program be replaced.
+// A copy of the program, for a command that opens dialogs: while another window's modal loop delays
+// the command, the user may replace the program.
 ExprTree copied_program(const LogoWindow* record) {
     const ExprNode* program = selected_program(record);
     return ExprTree(program != nullptr ? expr_copy_tree(program) : nullptr);
 }
 
-// The population that the window shows by the end of a dialog: breeding may have put another in the
-// place of the first. Null when the window is gone.
-PopulationAsked shown_population(HWND window, const LogoWindow* record) {
+// The population that the window shows after a dialog, during which breeding may replace it. Null
+// when the window is gone.
+PopulationGetter shown_population(HWND window, const LogoWindow* record) {
     return
         [window, record] { return LogoIsOpen(window, record) ? record->current.get() : nullptr; };
 }
@@ -51,7 +51,7 @@ void LogoEditTurtle(HWND, LogoWindow* record) {
 }
 
 AfterDialogs LogoLoadTurtle(HWND window, LogoWindow* record) {
-    const int target = record->selected; // by the end of the dialog another may be, or none
+    const int target = record->selected; // the selection may change during the dialog
     const auto tree = std::make_shared<ExprTree>(LoadTurtleFile(window));
     return [=] {
         if (*tree != nullptr) {

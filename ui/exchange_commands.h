@@ -1,5 +1,5 @@
-// The commands that move turtles in and out of a population. Those that name one turtle are given
-// only while a lifer is selected. None of them changes the selection.
+// The commands that move turtles in and out of a population. Those for one turtle need a selected
+// lifer. None of them changes the selection.
 #pragma once
 
 #include "ui/population_record.h"
@@ -8,8 +8,7 @@
 
 namespace pelmora {
 
-// What a command has still to do after its dialogs, in which the window may have been closed: it is
-// done only if the window is still open. Null: nothing.
+// The rest of a command after its dialogs. It runs only if the window is still open. Null: nothing.
 using AfterDialogs = std::function<void()>;
 
 // Opens an editor on a copy of the selected lifer's program.
@@ -23,11 +22,11 @@ void LogoCopyTurtle(HWND window, LogoWindow* record);
 void LogoPasteTurtle(HWND window, LogoWindow* record);
 void LogoPrintTurtle(HWND window, LogoWindow* record);
 
-// The programs of the whole population shown.
+// Saves the programs of the whole shown population.
 void LogoSavePop(HWND window, LogoWindow* record);
 
-// Replaces the programs of the first lifers by those of a file; scores and pictures are made anew
-// whether a file was loaded or not. Marks and `previous` stay.
+// Replaces the programs of the first lifers by those of a file; scores and pictures are made again
+// even if no file was loaded. Marks and `previous` stay.
 AfterDialogs LogoLoadPop(HWND window, LogoWindow* record);
 
 } // namespace pelmora

@@ -1,4 +1,4 @@
-// The small main window: its menu, and the status line.
+// The main window, with its menu and the status line.
 #pragma once
 
 #include "platform/win32.h"

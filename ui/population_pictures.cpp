@@ -16,11 +16,11 @@ void make_offscreen_surface(HDC screen, LogoWindow* record) {
     SelectObject(record->offscreenDC.get(), record->offscreenBitmap.get());
 }
 
-// A process may have but so many graphics objects, on Windows 10,000, and each cell takes two. This
-// many stay free for pens, dialogs and printing.
+// Windows limits a process to 10,000 graphics objects, and each cell takes two. This many stay free
+// for pens, dialogs and printing.
 constexpr std::size_t kSpareObjects = 200;
 
-// False when there is nothing left to make it of; the cell then stays without a picture.
+// False when no graphics objects are left; the cell then has no picture.
 bool make_cell_surface(HDC screen, const RECT& cell, OwnedDevice* device, Bitmap* bitmap) {
     device->reset(CreateCompatibleDC(screen));
     bitmap->reset(CreateCompatibleBitmap(screen, cell.right - cell.left, cell.bottom - cell.top));
@@ -34,10 +34,10 @@ bool make_cell_surface(HDC screen, const RECT& cell, OwnedDevice* device, Bitmap
     return true;
 }
 
-// Ends at the first cell for which nothing is left: each of the next ones would wait for a refusal.
+// Stops at the first failure: each further cell would only cost the time to fail again.
 void make_cell_surfaces(HDC screen, LogoWindow* record) {
     const RECT cell = LogoCellRect(record, 0);
-    std::array<OwnedDevice, kSpareObjects> spare; // given back at the end
+    std::array<OwnedDevice, kSpareObjects> spare; // released at the end
     for (OwnedDevice& device : spare) {
         device.reset(CreateCompatibleDC(screen));
     }
@@ -66,7 +66,7 @@ void LogoMakePict(HWND, LogoWindow* record, int index) {
     HDC offscreen = record->offscreenDC.get();
     HDC cell_device = record->cellDCs[index].get();
 
-    FillRect(offscreen, &picture, white); // nothing more of it is copied
+    FillRect(offscreen, &picture, white); // only this part is copied
     draw_fit(offscreen, &record->drawContext, lifer.program, width, height, FitMode::stretch, 0);
     lifer.score = draw_score(&record->drawContext);
     if (!BitBlt(cell_device, 0, 0, width, height, offscreen, 0, 0, SRCCOPY)) {

@@ -5,8 +5,8 @@
 
 namespace pelmora {
 
-// Makes the surfaces that pictures are drawn on, as far as there is something left to make them of:
-// a cell without one stays without a picture.
+// Makes the surfaces that pictures are drawn on, while graphics objects are left: a cell without a
+// surface has no picture.
 void LogoMakeSurfaces(HWND window, LogoWindow* record);
 
 // Makes the picture of one lifer and stores the score of its drawing.

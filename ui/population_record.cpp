@@ -9,9 +9,9 @@ HBRUSH retiredBrush;
 
 LogoWindow::~LogoWindow() {
     if (offscreenDC != nullptr) {
-        const DevicePen take_back(offscreenDC.get());
+        const DevicePen pen_guard(offscreenDC.get());
     }
-    // Devices before the bitmaps that they hold.
+    // Devices before the bitmaps that are selected into them.
     offscreenDC.reset();
     offscreenBitmap.reset();
     current.reset();

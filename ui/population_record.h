@@ -19,14 +19,14 @@ struct LogoWindow {
     std::int16_t columns = 0;   // 0 until the first layout
     DrawContext drawContext{};
     ExprNode* zoomTree = nullptr; // borrowed from a lifer of one of the populations
-    OwnedDevice offscreenDC;      // as large as a cell, whose picture is drawn on it
+    OwnedDevice offscreenDC;      // cell-sized; pictures are drawn on it
     Bitmap offscreenBitmap;
     std::int16_t lifeCount = 0;
     std::uint16_t busy = 0;                     // 1: no selection frame is painted
     std::int16_t selected = -1;                 // -1: none
     std::unique_ptr<std::uint16_t[]> lifeFlags; // LIVE_FLAG or 0
     std::unique_ptr<Bitmap[]> cellBitmaps;      // null: the cell has no picture
-    std::unique_ptr<OwnedDevice[]> cellDCs;     // each holds its cell's bitmap
+    std::unique_ptr<OwnedDevice[]> cellDCs;     // each has its cell's bitmap selected
     PopulationOwner current;
     PopulationOwner previous; // the generation before, without programs until the first breeding
 
@@ -37,18 +37,18 @@ struct LogoWindow {
 };
 
 // The frames of live and retired lifers, shared by all population windows; null before the first.
-// They are kept to the end of the process, which takes them back.
+// They are never deleted: the system frees them with the process.
 extern HBRUSH liveBrush;
 extern HBRUSH retiredBrush;
 
-// Whether the window is still the one with this record: it may be gone after a dialog, and on
-// Windows another one may have its handle by then.
+// Whether the window still exists and has this record: a dialog may outlast the window, and Windows
+// may reuse its handle.
 bool LogoIsOpen(HWND window, const LogoWindow* record);
 
 // The selected lifer, or null.
 Lifer* LogoSelectedLifer(const LogoWindow* record);
 
-// Marks a window as busy for as long as its populations or pictures are being rebuilt.
+// Marks a window as busy while its populations or pictures are rebuilt.
 class BusyScope {
   public:
     BusyScope(HWND window, LogoWindow* record)
@@ -66,7 +66,7 @@ class BusyScope {
   private:
     HWND window_;
     LogoWindow* record_;
-    std::uint16_t before_; // a command may run while another one waits for its dialog
+    std::uint16_t before_; // commands nest while a dialog is open
 };
 
 } // namespace pelmora

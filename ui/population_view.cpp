@@ -103,7 +103,7 @@ void paint_single_turtle(HDC device, const RECT& client, LogoWindow* record) {
     if (record->zoomTree == nullptr || client.right <= 0 || client.bottom <= 0) {
         return;
     }
-    const DevicePen take_back(device);
+    const DevicePen pen_guard(device);
     draw_fit(device, &record->drawContext, record->zoomTree, client.right, client.bottom,
              FitMode::stretch, 0);
 }

@@ -1,4 +1,4 @@
-// What a population window shows: the grid of cells or one lifer alone; and the mouse on it.
+// What a population window shows, the grid of cells or one lifer alone, and its mouse input.
 //
 // Rectangles and points are in pixels of the window's client area.
 #pragma once
@@ -7,27 +7,27 @@
 
 namespace pelmora {
 
-// Goes by the width of the client area; at least one column.
+// Sets the columns from the width of the client area; at least one.
 void LogoLayoutGrid(HWND window, LogoWindow* record);
 
-// The cell of the lifer at `index`, also when it is outside the client area. Before the first
-// layout all cells are in one column.
+// The cell of the lifer at `index`, even outside the client area. Before the first layout all cells
+// are in one column.
 RECT LogoCellRect(const LogoWindow* record, int index);
 
 // The lifer whose cell contains the point, or -1.
 int LogoHitTest(HWND window, const LogoWindow* record, POINT point);
 
-// Asks for the cell with its frames to be painted again, without erasing.
+// Invalidates the cell and its frames, without erasing.
 void LogoInvalidateCell(const LogoWindow* record, int index);
 
 // The frames of a selection, drawn at once.
 void LogoDrawSelection(HDC device, const LogoWindow* record, int index);
 void LogoEraseSelection(HDC device, const LogoWindow* record, int index);
 
-// The answer to a paint message.
+// Handles WM_PAINT.
 void LogoPaint(HWND window, LogoWindow* record);
 
-// The answer to a button message; `flags` are those that come with it.
+// Handles a mouse button message; `flags` is its wParam.
 void LogoMouse(HWND window, LogoWindow* record, UINT message, WPARAM flags, POINT point);
 
 } // namespace pelmora

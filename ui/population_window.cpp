@@ -83,8 +83,8 @@ void LogoInitDrawContext(DrawContext* ctx, const EvolveParams& params) {
                         params.CLRMULT, params.RPTMULT,  params.REPMULT};
 }
 
-// False when the populations could not be made, which the user was told; the record then goes with
-// its window, whether the user closed that meanwhile or not.
+// False when the populations could not be made: the user is told, and may have closed the window,
+// which destroys the record.
 bool LogoInitPopulations(HWND window, LogoWindow* record, const EvolveParams& params) {
     record->busy = 1;
     record->current.reset(pop_create(params));
@@ -107,7 +107,7 @@ void LogoDestroy(HWND window) {
     detach_record<LogoWindow>(window).reset();
 }
 
-// Fills the record of a new window. False after the user was told of a failure.
+// Fills the record of a new window. False on failure; the user is told.
 bool set_up(HWND window, LogoWindow* record, const EvolveParams& params) {
     LogoInitDrawContext(&record->drawContext, params);
     record->showGrid = 1;
@@ -149,9 +149,9 @@ HWND CreateLogoWindow(HINSTANCE instance, const EvolveParams& params) {
 
 namespace {
 
-// A command that is over when it returns.
+// Adapts a command that has nothing left to do after its dialogs.
 template <void (*run)(HWND, LogoWindow*)>
-AfterDialogs whole(HWND window, LogoWindow* record) {
+AfterDialogs complete(HWND window, LogoWindow* record) {
     run(window, record);
     return nullptr;
 }
@@ -164,21 +164,21 @@ struct LogoCommand {
 
 // To add a command, add its row; its menu entry and shortcut are resources.
 constexpr LogoCommand kLogoCommands[] = {
-    {IDM_EVOLVE, whole<LogoEvolvePop>, nullptr},
-    {IDM_EVOLVE_FIVE, whole<LogoEvolveFive>, nullptr},
-    {IDM_REVERT, whole<LogoRevertPop>, nullptr},
-    {IDM_ALL_RETIRE, whole<LogoAllRetire>, nullptr},
-    {IDM_ALL_LIVE, whole<LogoAllLive>, nullptr},
-    {IDM_MUTATE, whole<LogoMutateTurtle>, "You must select a turtle to mutate."},
-    {IDM_EDIT_TURTLE, whole<LogoEditTurtle>, "You must select a turtle to copy."},
+    {IDM_EVOLVE, complete<LogoEvolvePop>, nullptr},
+    {IDM_EVOLVE_FIVE, complete<LogoEvolveFive>, nullptr},
+    {IDM_REVERT, complete<LogoRevertPop>, nullptr},
+    {IDM_ALL_RETIRE, complete<LogoAllRetire>, nullptr},
+    {IDM_ALL_LIVE, complete<LogoAllLive>, nullptr},
+    {IDM_MUTATE, complete<LogoMutateTurtle>, "You must select a turtle to mutate."},
+    {IDM_EDIT_TURTLE, complete<LogoEditTurtle>, "You must select a turtle to copy."},
     {IDM_LOAD_TURTLE, LogoLoadTurtle, "You must select a turtle to load into."},
-    {IDM_SAVE_TURTLE, whole<LogoSaveTurtle>, "You must select a turtle to save."},
-    {IDM_SAVE_EPS, whole<LogoSaveEPS>, "You must select a turtle to save."},
-    {IDM_SAVE_METAFILE, whole<LogoSaveMetafile>, "You must select a turtle to save."},
-    {IDM_COPY, whole<LogoCopyTurtle>, "You must select a turtle to copy."},
-    {IDM_PASTE, whole<LogoPasteTurtle>, "You must select a turtle to paste onto."},
-    {IDM_PRINT_TURTLE, whole<LogoPrintTurtle>, "You must select a turtle to print."},
-    {IDM_SAVE_POPULATION, whole<LogoSavePop>, nullptr},
+    {IDM_SAVE_TURTLE, complete<LogoSaveTurtle>, "You must select a turtle to save."},
+    {IDM_SAVE_EPS, complete<LogoSaveEPS>, "You must select a turtle to save."},
+    {IDM_SAVE_METAFILE, complete<LogoSaveMetafile>, "You must select a turtle to save."},
+    {IDM_COPY, complete<LogoCopyTurtle>, "You must select a turtle to copy."},
+    {IDM_PASTE, complete<LogoPasteTurtle>, "You must select a turtle to paste onto."},
+    {IDM_PRINT_TURTLE, complete<LogoPrintTurtle>, "You must select a turtle to print."},
+    {IDM_SAVE_POPULATION, complete<LogoSavePop>, nullptr},
     {IDM_LOAD_POPULATION, LogoLoadPop, nullptr},
 };
 
@@ -201,10 +201,10 @@ bool run_command(HWND window, LogoWindow* record, WORD id) {
     }
     if (rest != nullptr) {
         rest();
-        rest = nullptr; // the window is busy as long as it lives
+        rest = nullptr; // its end may clear the busy mark
     }
-    // A held key gives commands faster than they are done: the user sees each one's outcome, and no
-    // more follow once the key is let go.
+    // A held key sends commands faster than they run. The result of each is painted, and none
+    // follow once the key is released.
     UpdateWindow(window);
     DropHeldPresses();
     return true;

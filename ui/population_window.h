@@ -1,4 +1,4 @@
-// The population window: its life and its commands.
+// Creation and window procedure of the population window.
 #pragma once
 
 #include "evolve/params.h"
@@ -6,7 +6,8 @@
 
 namespace pelmora {
 
-// A new hidden window with a random population. Null when that failed, which the user was told.
+// A new hidden window with a random population. Null when it could not be created; the user is
+// told.
 HWND CreateLogoWindow(HINSTANCE instance, const EvolveParams& params);
 
 // The procedure of the population window's class.

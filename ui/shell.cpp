@@ -17,7 +17,7 @@
 namespace pelmora {
 namespace {
 
-// What tells the window classes apart.
+// What differs between the window classes.
 struct ClassDesign {
     const char* name;
     WNDPROC procedure;
@@ -25,7 +25,7 @@ struct ClassDesign {
     int extra_bytes;
 };
 
-// Room for the record of a window, with a word to spare.
+// The pointer to a window's record, and a spare word.
 constexpr int kRecordBytes = 16;
 
 bool register_class(HINSTANCE instance, const ClassDesign& design) {
@@ -44,8 +44,7 @@ bool register_class(HINSTANCE instance, const ClassDesign& design) {
     return RegisterClassExA(&window_class) != 0;
 }
 
-// Memory that runs out where nobody can be told any more, deep in a library, ends the program as it
-// does for a program node.
+// An uncaught std::bad_alloc, from deep in a library, ends the program as for a program node.
 [[noreturn]] void end_after_exception() {
     const std::exception_ptr thrown = std::current_exception();
     if (thrown == nullptr) {
@@ -60,7 +59,7 @@ bool register_class(HINSTANCE instance, const ClassDesign& design) {
     }
 }
 
-// The main window on screen; false when there is none.
+// Shows the main window; false when it could not be created.
 bool InitInstance(HINSTANCE instance, int show) {
     HWND window = CreateMainWindow(instance);
     if (window == nullptr) {
@@ -75,7 +74,7 @@ bool InitInstance(HINSTANCE instance, int show) {
 int run_message_loop(HACCEL accelerators) {
     MSG message{};
     while (GetMessageA(&message, nullptr, 0, 0) > 0) {
-        // A shortcut goes to the window that the key was addressed to, and to no other.
+        // A shortcut goes only to the window that has the key message.
         if (TranslateAcceleratorA(message.hwnd, accelerators, &message) == 0) {
             TranslateMessage(&message);
             DispatchMessageA(&message);

@@ -5,13 +5,13 @@
 
 namespace pelmora {
 
-// Registers the classes of the main, the population and the editor window, whose names must have
-// been loaded, and makes those of the controls in their dialogs known. A failure with one of the
-// latter two windows is shown to the user.
+// Registers the classes of the main, the population and the editor window, and of the controls in
+// their dialogs. Needs LoadWindowNames() before. The user is told when the class of the population
+// or the editor window could not be registered.
 void RegisterWindowClasses(HINSTANCE instance);
 
-// Runs the program; `show` is how the main window is to appear. Returns the exit code, 0 too when
-// the main window could not be created. To be called once in a process.
+// Runs the program; `show` is the SW_ value of the main window. Returns the exit code, also 0 when
+// the main window could not be created. Call it once per process.
 int PelmoraMain(HINSTANCE instance, int show);
 
 } // namespace pelmora

@@ -1,4 +1,4 @@
-// Titles and class names of the program's windows, from its text resources.
+// Titles and class names of the program's windows, from its string resources.
 #pragma once
 
 #include "platform/win32.h"

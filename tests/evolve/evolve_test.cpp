@@ -191,8 +191,8 @@ TEST(Random, StreamsOfASeed) {
 }
 
 TEST(Params, NumbersAskedForAreBroughtIntoBounds) {
-    for (auto [asked, size] : {std::pair{-3, 8}, {9, 10}, {48, 48}, {2147483647, 32766}}) {
-        EXPECT_EQ(params_population_size(asked), size);
+    for (auto [requested, size] : {std::pair{-3, 8}, {9, 10}, {48, 48}, {2147483647, 32766}}) {
+        EXPECT_EQ(params_population_size(requested), size);
     }
     EXPECT_TRUE(params_max_depth(-5) == 1 && params_max_child(64) == 63);
 }
