@@ -1,5 +1,4 @@
-# Compiler options that every target of the project shares: an interface library, so that a target
-# states that it is ours by linking it.
+# Compiler options of the project: an interface library that every target of the project links.
 
 add_library(pelmora_options INTERFACE)
 target_compile_features(pelmora_options INTERFACE cxx_std_20)
@@ -7,8 +6,7 @@ target_include_directories(pelmora_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(pelmora_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
     -Wcast-align -Woverloaded-virtual -Werror
-    # Scores and pictures are the same on every machine only when no compiler fuses a product
-    # and a sum into one rounding.
+    # Scores and pictures are the same on every machine only without fused multiply-add.
     -ffp-contract=off)
 
 if(PELMORA_SANITIZE)
@@ -18,15 +16,15 @@ if(PELMORA_SANITIZE)
     target_link_options(pelmora_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# pelmora_library(NAME SOURCES... [USES library...]): one room of the house. USES are the arrows:
-# the rooms that this one knows.
+# pelmora_library(NAME SOURCES file... [USES library...]): a component of the project. USES are the
+# libraries that it links, and whose headers it may include.
 function(pelmora_library name)
     cmake_parse_arguments(arg "" "" "SOURCES;USES" ${ARGN})
     add_library(${name} STATIC ${arg_SOURCES})
     target_link_libraries(${name} PUBLIC pelmora_options ${arg_USES})
 endfunction()
 
-# Fuzzers need clang; everything they run is instrumented for them.
+# Fuzzers need clang, and instrument all code that they run.
 if(PELMORA_FUZZERS)
     target_compile_options(pelmora_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()

@@ -7,15 +7,15 @@ if(NOT PELMORA_WINDRES)
         "the package binutils-mingw-w64-x86-64. Elsewhere name it with -DPELMORA_WINDRES=PATH.")
 endif()
 
-# pelmora_resources(TARGET SCRIPT): links the resources of the script into the target: for Windows as
-# it wants them, elsewhere as bytes that the layer finds between the symbols pelmora_resources_begin
-# and pelmora_resources_end.
+# pelmora_resources(TARGET SCRIPT): links the resources of the script into the target. On Windows
+# they are native resources, elsewhere bytes between the symbols pelmora_resources_begin and
+# pelmora_resources_end.
 function(pelmora_resources target script)
     cmake_path(ABSOLUTE_PATH script NORMALIZE)
     cmake_path(GET script PARENT_PATH folder)
     cmake_path(GET script STEM name)
 
-    # What a script includes and embeds lies beside it.
+    # The files that a script includes and embeds are in its folder.
     file(GLOB parts CONFIGURE_DEPENDS ${folder}/*.h ${folder}/*.ico ${folder}/*.manifest)
     if(WIN32)
         target_sources(${target} PRIVATE ${script})

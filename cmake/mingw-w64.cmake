@@ -14,5 +14,5 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# No library of the compiler's lies beside the program.
+# The compiler's libraries are linked statically, so that the program needs no DLL of theirs.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")

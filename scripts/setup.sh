@@ -1,7 +1,8 @@
-# Sourced by the other scripts: makes sure of the Debian packages that a job needs.
+# Sourced by the other scripts: installs the Debian packages that a job needs, and builds.
 
-# pelmora_packages PACKAGE...: installs what is missing, with sudo when not root. On a system without
-# apt it lists what is wanted and goes on, since the programs may be there under other names.
+# pelmora_packages PACKAGE...: installs what is missing, with sudo when not root. On a system
+# without apt it lists the packages and continues, since the programs may be installed under other
+# names.
 pelmora_packages() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
         echo "This is no Debian or Ubuntu; make sure that you have the equivalents of: $*" >&2
@@ -9,7 +10,7 @@ pelmora_packages() {
     fi
     local missing=() package
     for package in "$@"; do
-        # A package may be there for several architectures: a line for each.
+        # A package may be installed for several architectures, with a line for each.
         if ! dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null |
             grep -qx installed; then
             missing+=("$package")
@@ -26,36 +27,36 @@ pelmora_packages() {
         as_root=(sudo)
     fi
     echo "Installing: ${missing[*]}"
-    # An update that runs by itself holds a lock for a while.
+    # An automatic update may hold the lock for a while.
     local apt_get=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive
         apt-get -q -o DPkg::Lock::Timeout=300)
     "${apt_get[@]}" update
     "${apt_get[@]}" install -y --no-install-recommends "${missing[@]}"
 }
 
-# What building and starting the program needs.
+# Needed to build and start the program.
 pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutils-mingw-w64-x86-64
     fonts-dejavu-core x11-utils)
 
-# What the tests and the guided tour need besides.
+# Needed in addition for the tests and the guided tour.
 pelmora_test_packages=(libgtest-dev xvfb openbox
-    # Reads the includes.
+    # For check_includes.
     python3
-    # The sources of the locale in which the tour is taken once more.
+    # The sources of the locale of the second run of the tour.
     locales
-    # Programs that read what ours writes, and write what ours reads.
+    # Programs that read the files that Pelmora writes, and write what it reads.
     ghostscript emf2svg librsvg2-bin poppler-utils xclip)
 
-# What building for Windows and running that needs besides.
+# Needed in addition to build for Windows and run that.
 pelmora_windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb zip
-    # What Wine uses where it is there: of X, for printers, and fonts.
+    # Optional for Wine: X extensions, printers and fonts.
     libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libcups2
     fonts-wine fonts-liberation)
 
-# What the fuzzers need besides.
+# Needed in addition for the fuzzers.
 pelmora_fuzz_packages=(clang libclang-rt-dev)
 
-# pelmora_build ROOT PRESET [TARGET...]: configures and builds; nothing to do is quick.
+# pelmora_build ROOT PRESET [TARGET...]: configures and builds.
 pelmora_build() {
     local root=$1 preset=$2
     shift 2
@@ -66,7 +67,7 @@ pelmora_build() {
     )
 }
 
-# pelmora_display: prints the toolkit's platform for a display that answers; fails when there is none.
+# pelmora_display: prints the toolkit's platform for a working display; fails without one.
 pelmora_display() {
     if [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; then
         echo xcb

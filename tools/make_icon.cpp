@@ -1,5 +1,5 @@
 // Draws a turtle program as an icon file with a transparent background, in all sizes that desktops
-// ask for. The same program always gives the same bytes.
+// use. The same program always gives the same bytes.
 #include "model/expr.h"
 #include "model/parse.h"
 #include "turtle/draw.h"
@@ -17,11 +17,11 @@ namespace {
 
 using namespace pelmora;
 
-// Strokes are drawn without smoothing on a canvas so many times finer than the icon, and averaged
-// down: no seams where strokes meet, and whole numbers only.
+// Strokes are drawn without smoothing on a canvas this many times finer than the icon, and averaged
+// down: no seams where strokes meet, and only integers.
 constexpr int kFineness = 8;
 
-// The width of a stroke as a part of the icon; small icons need bolder strokes to be told.
+// The width of a stroke as a part of the icon; small icons need bolder strokes to be recognised.
 int stroke_width(int size) {
     const int percent = size <= 24 ? 9 : 7;
     return std::max(size * kFineness * percent / 100, 1);
@@ -44,7 +44,7 @@ std::uint32_t& canvas_cell(int x, int y) {
 
 // --- The drawing device --------------------------------------------------------------------------
 
-// Pens are numbers: their colour, with a bit that tells black from none.
+// Pens are numbers: their colour, and a bit so that black is not null.
 constexpr std::uintptr_t kPenBit = 0x1000000;
 
 std::uint32_t pen_cell() {
@@ -121,7 +121,7 @@ namespace {
 
 // --- The picture ---------------------------------------------------------------------------------
 
-// Any handle but null: there is but one canvas.
+// Any non-null handle: there is only one canvas.
 HDC canvas_device() {
     return reinterpret_cast<HDC>(&canvas);
 }
@@ -148,7 +148,7 @@ void draw_canvas(const ExprNode* program, int size) {
     draw_run(canvas_device(), &ctx, program, nullptr);
 }
 
-// One pixel of the icon, 0xAARRGGBB: the mean of what is drawn, as opaque as it covers.
+// One pixel of the icon, 0xAARRGGBB: the mean of the drawn cells, with their coverage as alpha.
 std::uint32_t mean_pixel(int x, int y) {
     std::uint32_t drawn = 0;
     std::uint32_t sums[3] = {};
@@ -178,9 +178,8 @@ void put(FileBytes* out, std::uint32_t value, int bytes) {
     }
 }
 
-// The canvas as the bitmap of an icon: a header with the double height that stands for pixels and
-// mask, the pixels with the bottom row first, and the mask for systems that know no transparency in
-// between.
+// The canvas as the bitmap of an icon: a header whose height counts pixels and mask, the pixels
+// with the bottom row first, and the mask for systems without partial transparency.
 FileBytes icon_bitmap(int size) {
     const auto side = static_cast<std::uint32_t>(size);
     FileBytes pixels;

@@ -1,10 +1,10 @@
 // Grows and breeds populations from a fixed seed and writes down what the program draws, scores and
-// saves of them, so that two platforms can be held against each other:
+// saves of them, so that two platforms can be compared:
 //
 //     pelmora_agreement REPORT [POPULATIONS]
 //
-// All populations, the default, are 1,280 programs. Fails when a population is not as it is known
-// to be; where two reports differ shows why.
+// The default is all populations, 1,280 programs. Fails when a digest is not the known one; where
+// two reports differ shows why.
 #include "dialogs/metafile_dialog.h"
 #include "evolve/random.h"
 #include "files/clipboard.h"
@@ -40,7 +40,7 @@ using namespace pelmora;
 constexpr std::int32_t kLifers = 64;
 
 // A population, and the digest of its lines in the report, which is the same everywhere. It changes
-// with whatever is drawn, scored or saved of any of its programs.
+// when anything that is drawn, scored or saved of a program changes.
 struct Known {
     EvolveParams params;
     std::uint64_t digest;
@@ -60,7 +60,7 @@ constexpr Known kPopulations[] = {
      0xB8DC72C3510B3C0CU},
 };
 
-// Fowler, Noll and Vo's hash, on whole values: a single one that differs always shows.
+// Fowler, Noll and Vo's hash, on whole values: a single different value always changes it.
 template <class Values>
 std::uint64_t hash_of(const Values& values) {
     std::uint64_t hash = 0xCBF29CE484222325U;
@@ -70,8 +70,8 @@ std::uint64_t hash_of(const Values& values) {
     return hash;
 }
 
-// Writes a line for each thing of a program: "12 single 640x480 6d5f…", its kind with parameters
-// and a hash of it.
+// Writes a line for each result of a program, such as "12 single 640x480 6d5f…": its kind with
+// parameters, and its hash.
 class Report {
   public:
     explicit Report(const std::string& path) : file_(path, std::ios::binary) {}
@@ -85,7 +85,7 @@ class Report {
     void file(int program, const std::string& kind, const std::string& bytes) {
         line(program, kind + " " + std::to_string(bytes.size()), hash_of(bytes));
     }
-    // Without what depends on the size and the resolution of the screen, in the header: bounds and
+    // Clears what depends on the size and the resolution of the screen, in the header: bounds and
     // frame; the screen in pixels, in millimetres, in micrometres.
     void metafile(int program, const std::string& kind, std::string bytes) {
         for (const auto& [first, end] : {std::pair(8, 40), {72, 88}, {100, 108}}) {
@@ -115,7 +115,7 @@ class Report {
     }
 
     std::ofstream file_;
-    std::vector<std::uint64_t> values_; // of the lines that the next digest is of
+    std::vector<std::uint64_t> values_; // of the lines since the last digest
 };
 
 template <class Record>
@@ -125,7 +125,7 @@ Record* record_of(HWND window) {
 
 // --- What the windows show ----------------------------------------------------------------------
 
-// The editor's controls, which look different on each platform, and their frame end above.
+// The editor's controls and their frame, which look different on each platform, end above this.
 constexpr LONG kEditorTop = 38;
 
 // Of a client area, in pixels.
@@ -146,7 +146,7 @@ bool has_size(HWND window, const Size& client) {
     return now.right == client.width && now.bottom == client.height;
 }
 
-// Handles what is waiting, until the window's client area has this size.
+// Runs the event loop until the window's client area has this size.
 void settle(HWND window, const Size& client) {
     user::Script script([](const std::string& failure) {
         if (!failure.empty()) {
@@ -165,7 +165,7 @@ void settle(HWND window, const Size& client) {
 }
 
 void resize(HWND window, const Size& size) {
-    // A window manager may have its own idea of a new window's size, a little later.
+    // A window manager may change a new window's size a little later.
     do {
         user::resize(window, size.width, size.height);
         settle(window, size);
@@ -177,7 +177,7 @@ void redraw(HWND window) {
     UpdateWindow(window);
 }
 
-// Puts the cells' pictures where they are shown, but whole: their frames hide a part.
+// Shows the whole pictures of the cells: their frames hide a part.
 void uncover(HWND window, const LogoWindow* record) {
     const WindowDevice device(window);
     for (int i = 0; i < record->lifeCount; ++i) {
@@ -233,7 +233,7 @@ void report_editors(Report* report, int first, HWND editor, const LogoWindow* re
     }
 }
 
-// --- What others get ----------------------------------------------------------------------------
+// --- What is exchanged --------------------------------------------------------------------------
 
 constexpr char kFile[] = "agreement.tmp";
 constexpr const char* kMapModes[] = {"LM", "HM", "LE", "HE", "TX"};
@@ -318,7 +318,7 @@ void mark(LogoWindow* record) {
     }
 }
 
-// Looks at a population when it was grown, and again after it was bred.
+// Reports a population after it was grown, and again after it was bred.
 void report_population(Report* report, int first, const EvolveParams& params, HWND editor) {
     HWND window = CreateLogoWindow(AppInstance(), params);
     ShowWindow(window, SW_SHOW);
@@ -332,7 +332,7 @@ void report_population(Report* report, int first, const EvolveParams& params, HW
     DestroyWindow(window);
 }
 
-// Whether all was as it is known to be.
+// True when all digests are the known ones.
 bool report_all(const std::string& path, std::size_t populations) {
     Report report(path);
     rng_seed(0.25);

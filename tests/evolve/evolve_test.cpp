@@ -18,13 +18,13 @@ namespace {
 
 using namespace pelmora;
 
-// A second reading of growth and breeding to hold the first against: recursive, on programs that
-// grow as lines of text, with no thought for depth or speed. It goes on from where the stream
-// stands, which its last 55 numbers tell, so one wrong or missing draw parts the two for good.
-struct Reading {
+// A reference implementation of growth and breeding: recursive, on programs as lines of text, slow
+// and without a bound on depth. It continues the random stream from its last 55 numbers, so one
+// wrong or missing draw makes all later ones differ.
+struct Reference {
     std::deque<double> last;
 
-    Reading() { std::generate_n(std::back_inserter(last), 55, rng_draw); }
+    Reference() { std::generate_n(std::back_inserter(last), 55, rng_draw); }
     double draw() {
         last.push_back(last[0] - last[31] + (last[0] < last[31] ? 1.0 : 0.0));
         last.pop_front();
@@ -41,7 +41,7 @@ struct Reading {
         const int most = op < 47 || op > 53 ? 0 : op == 48 || op == 49 ? 2 : pop.MAX_CHILD;
         std::string line = "( ";
         line.append(op_name(op));
-        for (int kids = most == 0 ? 0 : range(2, most); kids > 0; --kids) {
+        for (int count = most == 0 ? 0 : range(2, most); count > 0; --count) {
             line.append(" ").append(grow(pop, depth - 1));
         }
         return line.append(" )");
@@ -52,7 +52,7 @@ struct Reading {
         return functions ? expr_nth_function(root, range(0, expr_count_functions(root) - 1))
                          : expr_nth_node(root, range(0, expr_count_nodes(root) - 1));
     }
-    // Exchanges what the nodes hold, and leaves the slots wrong.
+    // Exchanges the contents of the nodes. Their slots are then wrong.
     void cross(const Population& pop, const ExprTree& a, const ExprTree& b) {
         const bool mutate = coin(pop.PMUTATE) && pop.MAX_DEPTH > 1;
         const ExprTree mutant = mutate ? tree_of(grow(pop, pop.MAX_DEPTH / 2)) : nullptr;
@@ -74,9 +74,9 @@ struct Reading {
     }
 };
 
-void expect_program(const Lifer& lifer, const ExprTree& read) {
+void expect_program(const Lifer& lifer, const ExprTree& reference) {
     ASSERT_TRUE(lifer.program->slot == &lifer.program && links_hold(lifer.program));
-    ASSERT_EQ(line_of(lifer.program), line_of(read.get()));
+    ASSERT_EQ(line_of(lifer.program), line_of(reference.get()));
 }
 
 constexpr EvolveParams params(int size, int depth, int child, double cross, double mutate,
@@ -85,28 +85,28 @@ constexpr EvolveParams params(int size, int depth, int child, double cross, doub
 }
 constexpr EvolveParams kFirstUse = params(48, 9, 4, 0.8F, 0.2F, 0.75F);
 
-void expect_generation(Reading& read, const Population& cur, const Population& next) {
+void expect_generation(Reference& reference, const Population& cur, const Population& next) {
     for (std::int32_t i = 0; i < cur.size; i += 2) {
-        const ExprTree a = read.parent(cur);
-        const ExprTree b = read.parent(cur);
-        if (read.coin(cur.PCROSS)) {
-            read.cross(cur, a, b);
+        const ExprTree a = reference.parent(cur);
+        const ExprTree b = reference.parent(cur);
+        if (reference.coin(cur.PCROSS)) {
+            reference.cross(cur, a, b);
         }
         expect_program(next.lifers[i], b);
         expect_program(next.lifers[i + 1], a);
     }
 }
 
-TEST(Evolution, EveryProgramIsAsReadForFiftyGenerations) {
+TEST(Evolution, EveryProgramMatchesTheReferenceForFiftyGenerations) {
     for (const EvolveParams& p :
          {kFirstUse, params(8, 8, 1, 1, 1, 0.9), params(10, 3, 4, 0, 0.5, 1),
           params(8, 1, 4, 0.5, 1, 1), params(8, 5, 6, 1, 0.5, 0)}) {
         PopulationOwner cur(pop_create(p));
         PopulationOwner next(pop_create(p));
-        Reading read;
+        Reference reference;
         pop_randomize(cur.get());
         for (std::int32_t i = 0; i < p.size; ++i) {
-            expect_program(cur->lifers[i], tree_of(read.grow(*cur, p.MAX_DEPTH)));
+            expect_program(cur->lifers[i], tree_of(reference.grow(*cur, p.MAX_DEPTH)));
         }
         for (int generation = 0; generation < 50 && !testing::Test::HasFailure(); ++generation) {
             for (std::int32_t i = 0; i < p.size; ++i) {
@@ -115,14 +115,14 @@ TEST(Evolution, EveryProgramIsAsReadForFiftyGenerations) {
             pop_statistics(cur.get());
             pop_free_programs(next.get());
             pop_breed(cur.get(), next.get());
-            expect_generation(read, *cur, *next);
+            expect_generation(reference, *cur, *next);
             std::swap(cur, next);
             Lifer& lifer = cur->lifers[1];
             const ExprTree tree(expr_copy_tree(lifer.program));
             EXPECT_EQ(expr_mutate(lifer.program, 0, p.MAX_CHILD, p.PFNODE, p.PCOLOR), 0);
             EXPECT_EQ(expr_mutate(lifer.program, 3, p.MAX_CHILD, p.PFNODE, p.PCOLOR), 1);
-            const ExprTree mutant = tree_of(read.grow(*cur, 3));
-            std::swap(*read.cut(tree, read.coin(p.PFNODE)), *mutant);
+            const ExprTree mutant = tree_of(reference.grow(*cur, 3));
+            std::swap(*reference.cut(tree, reference.coin(p.PFNODE)), *mutant);
             expect_program(lifer, tree);
         }
     }
@@ -154,8 +154,8 @@ TEST(Population, ScoresBecomeFitness) {
             EXPECT_DOUBLE_EQ(pop->lifers[i].fitness, fitness[i]);
         }
     }
-    // The next pick is reached exactly, on a wheel of 1.
-    pop->lifers[0].fitness = Reading().draw();
+    // The next pick equals the first running sum, on a wheel of 1.
+    pop->lifers[0].fitness = Reference().draw();
     pop->lifers[3].fitness = 1.0 - pop->lifers[0].fitness;
     pop->lifers[1].fitness = pop->lifers[2].fitness = 0.0;
     pop_sum_fitness(pop.get());
@@ -173,13 +173,13 @@ TEST(Population, OutOfMemory) {
 }
 
 TEST(Random, StreamsOfASeed) {
-    rng_restore({}); // as at the program's start: the first stream finds table entry 34 at 0
+    rng_restore({}); // as at the program's start: table entry 34 is 0 for the first stream
     std::array<double, 116> numbers{};
     for (auto number = numbers.begin(); number != numbers.end(); number += 58) {
         rng_seed(0.0);
         std::generate_n(number, 58, rng_draw);
     }
-    // Worked out in whole multiples of 1e-9; in doubles the rounding grows to 1e-5.
+    // Computed in whole multiples of 1e-9; in doubles the rounding error grows to 1e-5.
     for (auto [draw, value] : {std::pair{1, 0.51282},
                                {54, 0.84720},
                                {55, 0.68296},
@@ -190,7 +190,7 @@ TEST(Random, StreamsOfASeed) {
     }
 }
 
-TEST(Params, NumbersAskedForAreBroughtIntoBounds) {
+TEST(Params, RequestedNumbersAreClamped) {
     for (auto [requested, size] : {std::pair{-3, 8}, {9, 10}, {48, 48}, {2147483647, 32766}}) {
         EXPECT_EQ(params_population_size(requested), size);
     }

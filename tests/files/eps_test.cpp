@@ -1,4 +1,4 @@
-// The PostScript document; what is the same in all of them is held by tests/agreement.
+// The PostScript document; tests/agreement covers what all documents share.
 #include "files/eps.h"
 
 #include "tests/support/trees.h"
@@ -15,7 +15,7 @@ namespace {
 using namespace pelmora;
 using namespace pelmora_test;
 
-// A text whose lines end with CR LF, and all of them, with "\n" for legibility here.
+// Checks that every line ends with CR LF, and returns the text with "\n".
 std::string without_returns(const std::string& text) {
     std::string legible;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -34,7 +34,7 @@ std::string body(const std::string& program) {
     return without_returns(written(eps_write_expr, tree.get()));
 }
 
-TEST(Eps, TellsWhenItWasMade) {
+TEST(Eps, HasItsCreationDate) {
     const std::time_t start = std::time(nullptr);
     const std::string text = without_returns(written(
         [](const ExprNode* root, std::FILE* file) {
@@ -42,19 +42,19 @@ TEST(Eps, TellsWhenItWasMade) {
         },
         tree_of("( FWD_10 )").get()));
     const std::time_t end = std::time(nullptr);
-    const auto tells = [&text](std::time_t time) {
+    const auto has_date = [&text](std::time_t time) {
         std::string date = std::ctime(&time); // in English everywhere, the day without a zero
         std::replace(date.begin() + 8, date.begin() + 9, ' ', '0');
         return text.find("%%CreationDate: " + date) != std::string::npos;
     };
     std::time_t time = start;
-    while (time < end && !tells(time)) {
+    while (time < end && !has_date(time)) {
         ++time;
     }
-    EXPECT_TRUE(tells(time)) << text;
+    EXPECT_TRUE(has_date(time)) << text;
 }
 
-TEST(Eps, ABranchHasJustTwoChildren) {
+TEST(Eps, ABranchHasExactlyTwoChildren) {
     const auto branch = [](const std::string& first, const std::string& second) {
         return "   ispendown\n   {\n      " + first + "\n   }\n   {\n      " + second +
                "\n   }\n   ifelse\n";

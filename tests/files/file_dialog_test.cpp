@@ -21,8 +21,9 @@ class NameDialogs : public Windows {
         return name;
     }
 
-    // Expects to be asked or told something, and answers.
-    static void told(Answers& answers, const std::string& text, const std::string& button) {
+    // Expects a message and answers it with `button`; empty: with Return.
+    static void expect_message(Answers& answers, const std::string& text,
+                               const std::string& button) {
         answers.question([text, button] {
             EXPECT_EQ(user::question(), text);
             button.empty() ? user::answer_with_return() : user::answer(button);
@@ -39,9 +40,9 @@ TEST_F(NameDialogs, AskAboutTheFileThatWillBeReplaced) {
     write_file(folder_.path("nodot"), "another");
     {
         Answers answers;
-        told(answers.file(folder_.path("spiral")), question, "");
-        told(answers.file(path), question, "No");
-        told(answers.file(folder_.path("spiral")), question, "Yes");
+        expect_message(answers.file(folder_.path("spiral")), question, "");
+        expect_message(answers.file(path), question, "No");
+        expect_message(answers.file(folder_.path("spiral")), question, "Yes");
         EXPECT_EQ(save(answers), path);
     }
     {

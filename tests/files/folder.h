@@ -13,7 +13,7 @@
 
 namespace pelmora_test {
 
-// A new empty folder, whose path has no "." in it; at the end it goes with all that is in it.
+// A new empty folder, whose path has no "." in it; deleted with its contents at the end.
 class Folder {
   public:
     Folder() {
@@ -59,7 +59,7 @@ inline bool save(const std::string& path, const std::string& text) {
     if (file.stream() == nullptr) {
         return false;
     }
-    std::fputs(text.c_str(), file.stream()); // commit() tells of what failed
+    std::fputs(text.c_str(), file.stream()); // commit() reports failures
     return file.commit();
 }
 

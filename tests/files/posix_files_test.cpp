@@ -1,5 +1,4 @@
-// Files of the kinds that POSIX systems have: links, pipes, devices, limits and the rights of
-// users.
+// Files on POSIX systems: links, pipes, devices, limits and permissions.
 #include "files/loaded_text.h"
 #include "tests/files/read_only.h"
 
@@ -24,7 +23,7 @@ namespace fs = std::filesystem;
 TEST(PosixFiles, PipesAndDevicesAreNotLoaded) {
     const Folder folder;
     ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
-    EXPECT_EQ(load_text(folder.path("pipe")).failure.find("Error "), 0U); // and does not wait
+    EXPECT_EQ(load_text(folder.path("pipe")).failure.find("Error "), 0U); // and does not block
     EXPECT_EQ(load_text("/dev/zero").failure.find("Error "), 0U);
     const std::string attribute = "/sys/devices/system/cpu/online"; // shorter than its size
     if (fs::exists(attribute)) {
@@ -61,7 +60,7 @@ TEST(PosixFiles, WritesDevicesAndPipesInPlace) {
 
     const std::string pipe = folder.path("pipe");
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    EXPECT_FALSE(save(pipe, "nobody reads")); // and does not wait
+    EXPECT_FALSE(save(pipe, "nobody reads")); // and does not block
     std::string read;
     std::thread reader([&] { read = content_of(pipe); });
     while (!save(pipe, "a reader")) {
@@ -115,7 +114,7 @@ TEST(PosixFiles, NoRoomForAnotherFileLeavesTheOldOne) {
     const Folder folder;
     const SmallDisk disk(folder.path(), 2);
     if (!disk.mounted()) {
-        GTEST_SKIP() << "only root has a disk to fill";
+        GTEST_SKIP() << "only root may mount a disk";
     }
     write_file(folder.path("old"), "old content");
     testing::internal::CaptureStderr();
@@ -126,8 +125,8 @@ TEST(PosixFiles, NoRoomForAnotherFileLeavesTheOldOne) {
     EXPECT_EQ(folder.count(), 1);
 }
 
-// In a folder such as /tmp a file that all may write keeps its name for its owner.
-TEST(PosixFiles, WhatMayNotBeReplacedIsWrittenInPlace) {
+// In a sticky folder such as /tmp only the owner of a file may replace it.
+TEST(PosixFiles, AFileThatMayNotBeReplacedIsWrittenInPlace) {
     const Folder folder;
     for (const char* name : {"shorter", "longer"}) {
         write_file(folder.path(name), "old content");
@@ -144,7 +143,7 @@ TEST(PosixFiles, WhatMayNotBeReplacedIsWrittenInPlace) {
     EXPECT_EQ(folder.count(), 2);
 }
 
-TEST(PosixFiles, WhatAKilledSaveLeftGoesWithTheNext) {
+TEST(PosixFiles, TheNextSaveRemovesTheLeftoverOfAKilledOne) {
     const Folder folder;
     const std::string path = folder.path("file");
     write_file(path, "old content");

@@ -1,4 +1,4 @@
-// The page that comes out of printing a turtle, as another program shows it.
+// The page that printing a turtle produces, rendered by another program.
 #include "dialogs/print_dialog.h"
 #include "files/printing.h"
 #include "tests/files/folder.h"
@@ -16,11 +16,11 @@ using namespace pelmora;
 using namespace pelmora_test;
 
 bool runs(std::string command) {
-    return std::system(command.append(" >told.txt 2>&1").c_str()) == 0;
+    return std::system(command.append(" >output.txt 2>&1").c_str()) == 0;
 }
 
-// The page in "printed.pdf" with 300 pixels an inch. Places are counted from the top left corner;
-// those beyond an edge are at it.
+// The page in "printed.pdf" at 300 pixels per inch. Coordinates start at the top left corner and
+// are clamped to the page.
 class Page {
   public:
     Page() {
@@ -47,7 +47,7 @@ class Page {
     std::size_t first_ = 0;
 };
 
-// Where pages go; nobody answers whether one is to be replaced.
+// The file of a page. It is removed first, as the test answers no overwrite question.
 std::string new_page() {
     std::remove("printed.pdf");
     return std::filesystem::absolute("printed.pdf").string();
@@ -80,14 +80,13 @@ Page printed(HWND owner, const ExprNode* tree, int width) {
         .print_to(new_page())
         .during([&] { EXPECT_EQ(PrintTurtleTree(owner, &ctx, tree), 1); });
     EXPECT_TRUE(runs("pdfinfo printed.pdf"));
-    const std::string told = content_of("told.txt");
-    EXPECT_NE(told.find("Pages:           1\n"), std::string::npos) << told;
-    EXPECT_NE(told.find("Title:           Pelmora Print\n"), std::string::npos) << told;
+    const std::string output = content_of("output.txt");
+    EXPECT_NE(output.find("Pages:           1\n"), std::string::npos) << output;
+    EXPECT_NE(output.find("Title:           Pelmora Print\n"), std::string::npos) << output;
     return {};
 }
 
-// Expects that along a row or a column of the page, in pixels, so much has a colour, and where the
-// middle of that is.
+// Expects a length of colour along a row or a column of the page, and its middle, in pixels.
 void expect_ink(const Page& page, bool row, double at, double length, double middle, double near) {
     constexpr double kWhite = 255.0; // of green: both colours have none
     double ink = 0.0;
@@ -102,7 +101,7 @@ void expect_ink(const Page& page, bool row, double at, double length, double mid
     EXPECT_NEAR(moment / ink, middle, 1.0);
 }
 
-TEST(PrintedPage, HasItsScalePlaceAndPen) {
+TEST(PrintedPage, HasTheRightScalePositionAndPen) {
     if (!runs("command -v pdftoppm && command -v pdfinfo")) {
         GTEST_SKIP() << "no program that reads PDF";
     }
@@ -120,7 +119,7 @@ TEST(PrintedPage, HasItsScalePlaceAndPen) {
     for (const auto& [pen, by_width] : cases) {
         SCOPED_TRACE(std::to_string(pen) + (by_width ? " wide" : " high"));
         const Page page = printed(owner, (by_width ? wide : high).get(), pen);
-        const double dot = 1.0 * page.width / sheet.width; // pixels of a device pixel
+        const double dot = 1.0 * page.width / sheet.width; // page pixels per device pixel
         EXPECT_NEAR(sheet.height * dot, page.height, 1.0);
         // The bounds of both drawings begin at -2 and end 2 beyond their ends.
         const double unit = dot * (by_width ? (sheet.width - 2 * sheet.margin_x) / 104.0
@@ -130,7 +129,7 @@ TEST(PrintedPage, HasItsScalePlaceAndPen) {
         const double across = (by_width ? 100 : 10) * unit;
         const double down = (by_width ? 60 : 200) * unit;
         const double right = left + across;
-        const double thick = std::max(pen * dot, 1.0); // renderers thicken what is thinner
+        const double thick = std::max(pen * dot, 1.0); // renderers widen thinner lines
         expect_ink(page, false, left + across / 2, thick, top, 0.6);
         expect_ink(page, true, top + down / 2, thick, right, 0.6);
         if (pen > 0) { // the ends of thin lines are blurred; they are rounded by half a pen

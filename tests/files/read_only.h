@@ -1,4 +1,4 @@
-// A folder or a disk that cannot be written, where rights and limits are as POSIX has them.
+// Folders and disks on POSIX systems that cannot be written.
 #pragma once
 
 #include "tests/files/folder.h"
@@ -13,7 +13,7 @@
 
 namespace pelmora_test {
 
-// While it lives, a test that root runs has the rights of a user who owns nothing.
+// Scope guard: gives a test that root runs the permissions of a user who owns nothing.
 class NotRoot {
   public:
     NotRoot() : user_(::geteuid()) {
@@ -34,7 +34,7 @@ class NotRoot {
     uid_t user_;
 };
 
-// Makes a folder one that cannot be written, also for a test that root runs.
+// Scope guard: makes a folder read-only, even for a test that root runs.
 class ReadOnly {
   public:
     explicit ReadOnly(const Folder& folder) : path_(folder.path()) {
@@ -53,7 +53,7 @@ class ReadOnly {
     std::optional<NotRoot> user_;
 };
 
-// A disk for so many files, the folder itself being one. Only root may mount one.
+// A mounted disk for `files` files, the folder itself included. Only root may mount one.
 class SmallDisk {
   public:
     SmallDisk(const std::string& path, int files)
@@ -74,7 +74,7 @@ class SmallDisk {
     bool mounted_;
 };
 
-// While it lives, writing beyond so many bytes of a file fails, as on a full disk.
+// Scope guard: writing a file beyond `bytes` fails, as on a full disk.
 class FullDisk {
   public:
     explicit FullDisk(rlim_t bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {

@@ -40,7 +40,7 @@ std::vector<std::string> lines_of(const Population& pop) {
     return lines;
 }
 
-// Stores a text in a population of 4 that holds FWD_1 everywhere; what it then holds.
+// Stores a text in a population of 4 FWD_1 programs; returns its programs afterwards.
 std::vector<std::string> stored(std::string text, int count) {
     const PopulationOwner pop = population(4, std::vector<std::string>(4, "( FWD_1 )"));
     int replaced = 0;
@@ -76,7 +76,7 @@ TEST(PopulationText, FillsTheLifersInOrderWithWhatParses) {
     EXPECT_EQ(stored("", 0), Lines(4, one));
 }
 
-TEST(PopulationText, ABreakAtTheBeginningIsLogged) {
+TEST(PopulationText, ALineBreakAtTheBeginningIsLogged) {
     testing::internal::CaptureStderr();
     stored("\r\n( FWD_2 )\r\nmore than sixteen", 0);
     const std::string log = testing::internal::GetCapturedStderr();
@@ -84,7 +84,7 @@ TEST(PopulationText, ABreakAtTheBeginningIsLogged) {
         << log;
 }
 
-TEST(PopulationText, ItsFaultsAreLoggedUpToOneBoundForAllLines) {
+TEST(PopulationText, FaultsOfAllLinesShareOneLimit) {
     testing::internal::CaptureStderr();
     stored("1\n" + times(2 * kMostParseFaults, "( NONSENSE )\n"), 0);
     const std::string log = testing::internal::GetCapturedStderr();
@@ -100,7 +100,7 @@ TEST(PopulationFile, IsWrittenByteForByteAndReadBack) {
     std::string text = content_of(path);
     EXPECT_EQ(text, "1\r\n ( FWD_1 ) \r\n ( BLOCK  ( FWD_10 )  ( LEFT_90 )  ) \r\n\r\n"
                     " ( REPEAT_3  ( RIGHT_45 )  ) \r\n");
-    // The lifer without a program leaves no hole: those behind it move up.
+    // The lifer without a program leaves no gap: the later ones move up.
     const PopulationOwner again = population(4, {});
     EXPECT_EQ(store_population_text(text.data(), again.get(), [](const ExprNode*) {}), 3);
     EXPECT_EQ(lines_of(*again),
@@ -108,7 +108,7 @@ TEST(PopulationFile, IsWrittenByteForByteAndReadBack) {
                                         "( REPEAT_3 ( RIGHT_45 ) )", "none"}));
 }
 
-TEST(PopulationFile, AProgramAMillionLevelsDeepTravels) {
+TEST(PopulationFile, AProgramAMillionLevelsDeepIsSavedAndLoaded) {
     const Folder folder;
     const std::string path = folder.path("deep.lpf");
     constexpr int kLevels = 1'000'000;
@@ -123,7 +123,7 @@ TEST(PopulationFile, AProgramAMillionLevelsDeepTravels) {
     EXPECT_EQ(line_of(again->lifers[1].program), "( FWD_5 )");
 }
 
-TEST(TurtleFile, DropsOnlyAFirstLineThatEnds) {
+TEST(TurtleFile, SkipsAFirstLineOnlyIfItHasALineBreak) {
     const std::pair<const char*, const char*> cases[] = {
         {" ( FWD_1 ) ", "( FWD_1 )"},
         {" ( FWD_1 ) \n", "none"},

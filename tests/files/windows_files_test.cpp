@@ -1,4 +1,4 @@
-// Files as Windows has them: held by others, read-only, with the names of devices; printers that
+// Files on Windows: open in other processes, read-only, with the names of devices. Printers that
 // make copies.
 #include "files/loaded_text.h"
 #include "files/printing.h"
@@ -22,7 +22,7 @@ namespace {
 using namespace pelmora;
 using namespace pelmora_test;
 
-TEST(WindowsFiles, WhatOthersHoldOrProtectIsKept) {
+TEST(WindowsFiles, OpenAndReadOnlyFilesAreKept) {
     const Folder folder;
     const std::string path = folder.path("old");
     write_file(path, "old content");
@@ -38,7 +38,7 @@ TEST(WindowsFiles, WhatOthersHoldOrProtectIsKept) {
         EXPECT_EQ(content_of(path), "old content");
         EXPECT_EQ(folder.count(), 1);
     }
-    // Most let go soon. Others of these are scanners, which look at whatever is new.
+    // Most processes close a file soon, such as virus scanners, which open every new file.
     for (const DWORD shared : {DWORD{0}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
         HANDLE other = CreateFileA(path.c_str(), GENERIC_READ, shared, nullptr, OPEN_EXISTING,
                                    FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -51,7 +51,7 @@ TEST(WindowsFiles, WhatOthersHoldOrProtectIsKept) {
         EXPECT_EQ(content_of(path), "new " + std::to_string(shared));
         EXPECT_EQ(folder.count(), 1);
     }
-    // Who denies writing, but not that the file loses its name, is in nobody's way.
+    // A handle that denies writing, but not deletion, does not prevent a save.
     {
         HANDLE other = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -59,7 +59,7 @@ TEST(WindowsFiles, WhatOthersHoldOrProtectIsKept) {
         CloseHandle(other);
         EXPECT_EQ(content_of(path), "beside a holder");
     }
-    // A reader that lets others write, as most do, only keeps the file's place.
+    // A reader that shares writing, as most do, only prevents a rename.
     {
         std::ifstream reader(path);
         EXPECT_TRUE(save(path, "new"));
@@ -77,7 +77,7 @@ TEST(WindowsFiles, WhatOthersHoldOrProtectIsKept) {
     }
 }
 
-// Two minutes old, as what a killed program left.
+// Two minutes old, like the leftover of a killed program.
 HANDLE make_leftover(const std::string& path, DWORD shared) {
     HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, shared, nullptr, CREATE_NEW,
                               FILE_ATTRIBUTE_HIDDEN, nullptr);
@@ -90,7 +90,7 @@ HANDLE make_leftover(const std::string& path, DWORD shared) {
     return file;
 }
 
-TEST(WindowsFiles, WhatAKilledSaveLeftGoesWithTheNext) {
+TEST(WindowsFiles, TheNextSaveRemovesTheLeftoverOfAKilledOne) {
     const Folder folder;
     const std::string path = folder.path("file");
     CloseHandle(make_leftover(folder.path(".pelmora-saving-1"), 0));
@@ -111,7 +111,7 @@ TEST(WindowsFiles, WhatAKilledSaveLeftGoesWithTheNext) {
     EXPECT_EQ(folder.count(), 2);
 }
 
-TEST(WindowsFiles, PathsAreAsLongAsTheSystemHasThem) {
+TEST(WindowsFiles, PathsMayHaveTheSystemsMaximumLength) {
     const Folder folder;
     const std::string path = folder.path(std::string(255 - folder.path("").size(), 'n'));
     EXPECT_TRUE(save(path, "old"));
@@ -119,7 +119,7 @@ TEST(WindowsFiles, PathsAreAsLongAsTheSystemHasThem) {
     EXPECT_EQ(content_of(path), "new");
 }
 
-TEST(WindowsFiles, DevicesAndImpossibleNamesAreNoFiles) {
+TEST(WindowsFiles, DevicesAndInvalidNamesAreNotFiles) {
     const Folder folder;
     EXPECT_TRUE(save("NUL", std::string(100000, 'x')));
     EXPECT_EQ(load_text("NUL").failure, "Error 2 stat-ing 'NUL'.");
@@ -130,8 +130,8 @@ TEST(WindowsFiles, DevicesAndImpossibleNamesAreNoFiles) {
     EXPECT_EQ(folder.count(), 0);
 }
 
-// Wine's PostScript tells the system how many copies to make.
-TEST_F(Windows, APrinterMakesTheCopiesAndNothingIsOfferedThatHasNoEffect) {
+// Wine's PostScript contains the number of copies.
+TEST_F(Windows, ThePrinterMakesCopiesAndOptionsWithoutEffectAreDisabled) {
     const Folder folder;
     const std::string path = folder.path("page.ps");
     DeleteDC(printer_to(window_, path)); // where it prints to from now on

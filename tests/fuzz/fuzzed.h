@@ -15,7 +15,8 @@ namespace pelmora_fuzz {
 
 using Text = pelmora::OwnedText;
 
-// The input with a zero behind it, in a block of just that size: reading further is found.
+// The input with a zero appended, in a block of exactly that size, so that reading further is
+// found.
 inline Text text_of(const std::uint8_t* data, std::size_t size) {
     Text text(static_cast<char*>(std::malloc(size + 1)));
     std::memcpy(text.get(), data, size);
@@ -23,21 +24,21 @@ inline Text text_of(const std::uint8_t* data, std::size_t size) {
     return text;
 }
 
-// Ends the run as a finding.
+// Aborts, which the fuzzer reports as a finding.
 inline void require(bool holds) {
     if (!holds) {
         std::abort();
     }
 }
 
-// A block of 64 children is read only when its ")" follows them without a blank, as nobody writes
-// it; 63 is the most that programs have.
+// A block of 64 children is read only when its ")" follows them without a blank, which the program
+// never writes; 63 is the most that it writes.
 inline bool has_full_block(const pelmora::ExprNode* tree) {
     return !pelmora::expr_walk_preorder(
         tree, [](const pelmora::ExprNode* node) { return node->count < 64; });
 }
 
-// Whatever was read can be written, and read back the same.
+// What was read can be written and is read back unchanged.
 inline void require_round_trip(const pelmora::ExprNode* tree) {
     if (has_full_block(tree)) {
         return;

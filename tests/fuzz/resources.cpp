@@ -6,7 +6,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace platform;
     const ResourceFile file(Bytes(data, size));
-    // The numbers that the program's own resources have, and each entry read as every kind.
+    // The ids of the program's own resources. Each entry is read as every kind.
     for (std::uint16_t id = 1; id < 160; ++id) {
         for (const ResourceType type : {ResourceType::menu, ResourceType::accelerators,
                                         ResourceType::dialog, ResourceType::string_table}) {

@@ -57,7 +57,7 @@ TEST(Expr, ArraysOfEverySizeAreEmpty) {
     EXPECT_TRUE(expr_free_node(nullptr));
 }
 
-// Slabs come and go in every order; what is still live must not move or change.
+// Slabs are allocated and freed in every order; live nodes must not move or change.
 TEST(Expr, ManyTreesReleasedOutOfOrder) {
     const std::string text = "( BLOCK" + times(60, std::string(" ") + kProgram) + " )";
     std::vector<ExprTree> trees(300);

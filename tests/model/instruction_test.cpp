@@ -5,7 +5,7 @@
 namespace pelmora {
 namespace {
 
-TEST(Instruction, EveryNameLeadsBackToItsCode) {
+TEST(Instruction, EveryNameIsFoundWithItsCode) {
     for (const Instruction& row : kInstructions) {
         EXPECT_EQ(op_lookup(row.name), row.code) << row.name;
         EXPECT_STREQ(op_name(row.code), row.name);

@@ -16,7 +16,7 @@ TEST(MemoryDeathTest, NodesArraysAndDepthAreFatal) {
     ExprNode* copy = expr_copy_tree(deep.get());
     const auto without_memory = [](const auto& work) {
         const FailingNew none(0);
-        for (;;) { // the slab at hand may have something left
+        for (;;) { // the current slab may have memory left
             work();
         }
     };
@@ -30,8 +30,8 @@ TEST(MemoryDeathTest, NodesArraysAndDepthAreFatal) {
     expr_free_tree(copy);
 }
 
-// Wherever memory runs out, what is returned is a whole program: a beginning of the full text, then
-// the closing lines of the functions that were open.
+// Wherever memory runs out, the result is a whole program: a prefix of the full text, then the
+// closing lines of the functions that were open.
 TEST(Memory, TextOfProgramIsCutAtAChild) {
     const std::string child = "( REPEAT_2 ( FWD_1 ) ( BLOCK ( RED_1 ) ) ) ";
     const ExprTree tree = tree_of("( BLOCK " + times(60, child) + ")");

@@ -67,12 +67,12 @@ TEST(Parse, ReportsFaultsOfBlocks) {
               " ) )>\nEXPR:  ( RED_1 ) ( NO ) )\n" + failed},
          {"( BLOCK ( FWD_1 FWD_2 ) )", "( BLOCK )",
           "ERROR: TERMINAL Not terminated! <( FWD_1 FWD_2 ) )>\n" + odd + "FWD_2 ) )>\n" + failed},
-         // A block that failed is a child all the same, and the one around it goes on.
+         // A failed block is still a child, and its parent continues.
          {"( BLOCK ( BLOCK ( FWD_1 ) x", "( BLOCK )", times(2, odd + "x>\n" + failed)},
          {"( BLOCK ( REPEAT_2 ( ) ( FWD_2 ) )", "( BLOCK ( REPEAT_2 ) ( FWD_2 ) )",
           "ERROR: EMPTY EXPRESSION <( ) ( FWD_2 ) )>\n" + bad +
               ") ( FWD_2 ) )>\nEXPR:  ( ) ( FWD_2 ) )\n"},
-         // Of 64 children the last has to touch the closing parenthesis.
+         // After 64 children the closing parenthesis must follow without a blank.
          {"( BLOCK" + forward + " )", "( BLOCK )", failed + many + " )>\nEXPR: " + start},
          {"( BLOCK" + forward + ") )", "( BLOCK" + forward + " )", many + " )>\nEXPR: " + start}});
 }

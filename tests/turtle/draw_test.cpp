@@ -14,7 +14,7 @@ namespace {
 
 using namespace pelmora;
 
-TEST(Draw, LeavesTheDeviceItsOwnPen) {
+TEST(Draw, RestoresTheDevicesOwnPen) {
     DrawContext ctx{};
     ctx.max_steps = kDefaultMaxSteps;
     ctx.pen_width = 3;
@@ -30,19 +30,18 @@ TEST(Draw, LeavesTheDeviceItsOwnPen) {
                              "pen 3,65538\nselect 3\ndelete 2\nstock 7\nselect 0\ndelete 3\n");
 }
 
-// The summands are in the digests of tests/agreement.
-TEST(Draw, ScoresEndAtAHundredEach) {
+// The digests of tests/agreement cover the summands.
+TEST(Draw, ScoreTermsAreCappedAtAHundred) {
     DrawContext ctx{};
     ctx.distance = 60000;
     ctx.turns = ctx.circles = ctx.color_changes = ctx.repeats = ctx.repetitions = INT32_MAX;
     ctx.multipliers = {1, 2, 4, 8, 16, 32};
     EXPECT_DOUBLE_EQ(draw_score(&ctx), 6300);
-    ctx.color_changes = 0; // in a population they often weigh what the repeats do
+    ctx.color_changes = 0; // in a population their weight is often that of the repeats
     EXPECT_DOUBLE_EQ(draw_score(&ctx), 5500);
 }
 
-// C libraries differ in the last bit, which is what the table is for: so its bits are held by a
-// sum.
+// C libraries differ in the last bit, so a checksum verifies the bits of the table.
 TEST(HeadingTable, HoldsTheCosinesAndSines) {
     constexpr double kLastBit = 1.2e-16;
     std::uint64_t sum = 0;

@@ -18,7 +18,7 @@ namespace {
 
 using namespace pelmora;
 
-// Trees of any shape, sound or not; a node may hang in several places.
+// Owner of trees of any shape, valid or not; a node may have several parents.
 class Grove {
   public:
     ExprNode* node(int kind, int op, std::vector<ExprNode*> children = {}) {
@@ -32,7 +32,7 @@ class Grove {
     ExprNode* call(int op, std::vector<ExprNode*> children) {
         return node(FUNCTION, op, std::move(children));
     }
-    // `n` functions around `inner`, and 32,767 times `n` of one beside each other.
+    // `n` functions nested around `inner`; 32,767 times `n` siblings.
     ExprNode* nested(int op, int n, ExprNode* inner) {
         for (; n > 0; --n) {
             inner = call(op, {inner});
@@ -59,7 +59,7 @@ class Dice {
     std::mt19937 random_;
 };
 
-// Few kinds of terminals, so that the pen changes often; all kinds of faults, each now and then.
+// Few kinds of terminals, so that the pen changes often; all kinds of faults, each of them rare.
 ExprNode* random_tree(Grove& grove, Dice& dice, int depth) {
     if (dice.one_in(40)) {
         return dice.one_in(2) ? nullptr : grove.node(2, dice.below(60));
@@ -80,7 +80,7 @@ ExprNode* random_tree(Grove& grove, Dice& dice, int depth) {
     return node;
 }
 
-// Repeats of turns alone, large and small ones, so that circles close at every place.
+// Repeats of turns alone, large and small ones, so that the heading wraps at every place.
 ExprNode* random_spins(Grove& grove, Dice& dice) {
     constexpr OpCode kOps[] = {RIGHT_45, RIGHT_90, LEFT_45, LEFT_90,
                                RIGHT_1,  LEFT_2,   RED_64,  PEN_UP};
@@ -119,7 +119,7 @@ ExprNode* random_program(Grove& grove, Dice& dice) {
     return dice.one_in(5) ? random_spins(grove, dice) : random_tree(grove, dice, 1 + dice.below(7));
 }
 
-TEST(Interp, DoesWhatThePlainOneDoes) {
+TEST(Interp, MatchesThePlainInterpreter) {
     for (unsigned seed = 0; seed < 20000; ++seed) {
         Dice dice(seed);
         Grove grove;
@@ -146,7 +146,7 @@ TEST(Interp, DoesWhatThePlainOneDoes) {
     }
 }
 
-// What can be seen of a record: the lines that have a length, each in its colour.
+// The visible part of a record: the lines that have a length, each in its colour.
 std::string visible(const std::string& record) {
     std::istringstream in(record);
     std::string lines, color, at;
@@ -161,7 +161,7 @@ std::string visible(const std::string& record) {
     return lines;
 }
 
-TEST(Interp, DrawsInOneRunWhatTwoPlainOnesDo) {
+TEST(Interp, DrawsInOneRunLikeTwoPlainRuns) {
     for (unsigned seed = 0; seed < 5000; ++seed) {
         Dice dice(seed);
         Grove grove;
@@ -204,7 +204,7 @@ DrawContext run(const ExprNode* tree, int max_steps = kDefaultMaxSteps) {
     return ctx;
 }
 
-// The nodes that a run walks, which bounds its work beside the steps.
+// The nodes that a run walks: with the steps they bound its work.
 std::int64_t nodes_walked(const ExprNode* tree, std::int64_t steps) {
     History history(tree, 0, steps);
     while (!history.next().empty()) {
@@ -212,7 +212,7 @@ std::int64_t nodes_walked(const ExprNode* tree, std::int64_t steps) {
     return history.nodes_walked();
 }
 
-// Each would take hours, or more memory than there is, if what costs no step cost time.
+// Without this bound each of these would take hours or exhaust the memory.
 TEST(Interp, WalksANodeOnceForEachPenStateAndInThePassThatIsCut) {
     Grove grove;
     ExprNode* step = grove.leaf(FWD_1);
@@ -230,19 +230,19 @@ TEST(Interp, WalksANodeOnceForEachPenStateAndInThePassThatIsCut) {
     holds(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {branches, step})), 2 * 7 * 32'767 + 13,
           kDefaultMaxSteps);
 
-    // A pass that lifts the pen and leaves nothing to do for the next, a million times around.
+    // A pass that lifts the pen and leaves nothing to do for the next, repeated a million times.
     ExprNode* lift = grove.call(IF_PEN_DOWN, {grove.leaf(PEN_UP), grove.call(BLOCK, {})});
     ExprNode* lifts = grove.nested(REPEAT_2, 200'000, lift);
     holds(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {grove.leaf(PEN_DOWN), lifts})), 200'010,
           kDefaultMaxSteps);
 
-    // Every pass leaves the pen as the pass before did not.
+    // Every pass inverts the pen.
     ExprNode* toggle = grove.call(IF_PEN_UP, {grove.leaf(PEN_DOWN), grove.leaf(PEN_UP)});
     ExprNode* toggles = grove.nested(REPEAT_3, 200'000, grove.call(BLOCK, {toggle, step}));
     holds(toggles, 200'005, INT16_MAX);
     EXPECT_EQ(run(toggles, INT16_MAX).distance, 16383);
 
-    // Every repeat has children that are left out, and ends in another pen state than it begins.
+    // Every repeat has children without steps, and changes the pen state.
     ExprNode* idle = grove.call(BLOCK, {});
     ExprNode* never = grove.call(IF_PEN_UP, {idle, idle});
     ExprNode* deep = grove.leaf(PEN_UP);
@@ -252,8 +252,8 @@ TEST(Interp, WalksANodeOnceForEachPenStateAndInThePassThatIsCut) {
     holds(deep, 600'001, kDefaultMaxSteps);
 }
 
-// More terminals than are remembered, whatever a pass is long.
-TEST(Interp, GoesOnWhereTheHistoryIsFull) {
+// More terminals than the history holds, with passes of any length.
+TEST(Interp, ContinuesWhenTheHistoryIsFull) {
     Grove grove;
     ExprNode* toggle = grove.call(IF_PEN_UP, {grove.leaf(PEN_DOWN), grove.leaf(PEN_UP)});
     ExprNode* pass = grove.call(
@@ -287,7 +287,7 @@ TEST(Interp, RunsAMillionLevels) {
     EXPECT_EQ(run(grove.nested(REPEAT_2, 1'000'000, chain)).steps, kDefaultMaxSteps + 1);
 }
 
-TEST(Interp, EndsTheLogOfARun) {
+TEST(Interp, LimitsTheLogOfARun) {
     Grove grove;
     ExprNode* fault = grove.call(IF_PEN_UP, {});
     testing::internal::CaptureStderr();
@@ -298,7 +298,7 @@ TEST(Interp, EndsTheLogOfARun) {
     EXPECT_EQ(log.substr(0, 39), "ERROR INTERPLOGO: NUM CHILDREN is 0!\nER");
 }
 
-TEST(Interp, EndsTheProgramWhenMemoryDoes) {
+TEST(Interp, EndsTheProgramOutOfMemory) {
     Grove grove;
     const ExprNode* deep = grove.nested(BLOCK, 100, grove.leaf(FWD_1));
     const auto fail = [&] {

@@ -14,7 +14,7 @@ struct Plain {
     HDC device;
     DrawContext& c;
     RECT* bounds;
-    // A C library may have another last bit than the table, which has a test of its own.
+    // Uses the table, as a C library may differ in the last bit. The table has its own test.
     bool whole = std::abs(c.heading) <= 360 && c.heading == std::trunc(c.heading) &&
                  !(c.heading == 0 && std::signbit(c.heading));
     std::string lines{};

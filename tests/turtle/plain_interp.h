@@ -1,5 +1,5 @@
-// The interpreter in its plainest form: a recursive walk that takes every step singly. Slow, and
-// only for trees of modest depth and repetition; the true one is held against it.
+// A reference interpreter: a recursive walk, step by step. It is slow, and only for trees of modest
+// depth and repetition.
 #pragma once
 
 #include "turtle/draw.h"

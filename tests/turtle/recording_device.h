@@ -1,5 +1,5 @@
-// A device that writes down what is done to it: "pen WIDTH COLOUR", "select PEN", "delete PEN",
-// "move X,Y", "line X,Y". Pens are numbered as they are made; 0 is the stock pen.
+// A device that records the calls to it: "pen WIDTH COLOUR", "select PEN", "delete PEN", "move
+// X,Y", "line X,Y". Pens are numbered as they are made; 0 is the stock pen.
 #pragma once
 
 #include "platform/win32.h"
@@ -10,7 +10,7 @@ namespace pelmora_test {
 
 HDC recording_device();
 
-// What was written since the last call. Starts a new record, its pens numbered from 1.
+// What was recorded since the last call. Starts a new record, its pens numbered from 1.
 std::string take_record();
 
 } // namespace pelmora_test

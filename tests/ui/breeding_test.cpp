@@ -38,7 +38,7 @@ std::vector<double> scores(const Population& pop) {
     return all;
 }
 
-// What a population without pictures would score.
+// The scores of the population when measured without pictures.
 std::vector<double> measured_scores(const PopulationWindow& window) {
     std::vector<double> all;
     DrawContext ctx = window.record()->drawContext;
@@ -51,7 +51,7 @@ std::vector<double> measured_scores(const PopulationWindow& window) {
     return all;
 }
 
-// Only copies are bred, so that a child tells its parent.
+// Only copies are bred, so that a child identifies its parent.
 EvolveParams copying_params(bool weights) {
     EvolveParams params = small_params(32);
     params.PCROSS = 0.0;
@@ -83,7 +83,7 @@ TEST(Breeding, RetiredTurtlesHaveNoChildrenWhateverTheScores) {
     }
 }
 
-TEST(Breeding, WithEveryoneRetiredEveryoneHasTheSameChance) {
+TEST(Breeding, WhenAllAreRetiredAllHaveTheSameChance) {
     const PopulationWindow window(copying_params(false));
     const std::vector<std::string> parents = window.programs();
     window.command(IDM_ALL_RETIRE);
@@ -93,7 +93,7 @@ TEST(Breeding, WithEveryoneRetiredEveryoneHasTheSameChance) {
     EXPECT_TRUE(all_live(window));
 }
 
-TEST(Breeding, FiveGenerationsHeedTheMarksOnceAndMeasureTheFourUnseen) {
+TEST(Breeding, FiveGenerationsUseTheMarksOnceAndMeasureTheFourNotShown) {
     const PopulationWindow window(copying_params(true));
     const std::vector<std::string> parents = window.programs();
     retire_all_but(window, {4, 9});
@@ -116,7 +116,7 @@ TEST(Breeding, FiveGenerationsHeedTheMarksOnceAndMeasureTheFourUnseen) {
     EXPECT_TRUE(all_live(window));
 }
 
-TEST(Breeding, MutateAndReplaceTouchTheSelectedTurtleAlone) {
+TEST(Breeding, MutateAndReplaceChangeOnlyTheSelectedTurtle) {
     const PopulationWindow window(small_params(8));
     LogoWindow* record = window.record();
     const std::vector<std::string> before = window.programs();
@@ -138,7 +138,7 @@ TEST(Breeding, MutateAndReplaceTouchTheSelectedTurtleAlone) {
     EXPECT_TRUE(after == before);
 }
 
-TEST(Breeding, TheSingleViewNeverShowsAProgramThatIsGone) {
+TEST(Breeding, TheSingleViewNeverShowsAReleasedProgram) {
     const PopulationWindow window(small_params(8));
     LogoWindow* record = window.record();
     const RECT cell = LogoCellRect(record, 2);
@@ -167,13 +167,13 @@ TEST(Breeding, TheSingleViewNeverShowsAProgramThatIsGone) {
     const auto alone = view();
     InvalidateRect(window.handle(), nullptr, TRUE);
     settle();
-    EXPECT_TRUE(view() == alone); // without anything of the drawing before
+    EXPECT_TRUE(view() == alone); // without remains of the previous drawing
     record->selected = -1;
     window.command(IDM_EVOLVE);
     window.command(IDM_EVOLVE);
     window.command(IDM_EVOLVE);
     settle();
-    EXPECT_EQ(record->zoomTree, nullptr); // nobody is selected, so nobody is shown
+    EXPECT_EQ(record->zoomTree, nullptr); // no lifer is selected, so none is shown
 }
 
 } // namespace

@@ -47,8 +47,8 @@ class Editor {
     HWND window_;
 };
 
-// What a limit draws is looked at in the tour.
-TEST(EngineWindow, TheLimitCountsOnceRedrawIsPressed) {
+// The tour checks what a limit draws.
+TEST(EngineWindow, TheLimitTakesEffectWhenRedrawIsPressed) {
     const Editor editor("( BLOCK ( FWD_10 ) ( LEFT_90 ) ( FWD_10 ) ( LEFT_90 ) ( FWD_100 ) )");
     int last = 10240;
     for (const auto& [typed, limit] : {std::pair("", 0),
@@ -72,7 +72,7 @@ TEST(EngineWindow, TheLimitCountsOnceRedrawIsPressed) {
     settle();
 }
 
-TEST(EngineWindow, TheTabKeyWalksAroundAndReturnRedraws) {
+TEST(EngineWindow, TabMovesTheFocusAndReturnRedraws) {
     const Editor editor("( FWD_10 )");
     const auto press = [&editor](const std::vector<std::string>& keys) {
         for (const std::string& key : keys) {
@@ -82,7 +82,7 @@ TEST(EngineWindow, TheTabKeyWalksAroundAndReturnRedraws) {
         return user::text(editor.handle(), IDC_LIMIT);
     };
     EXPECT_EQ(press({"Tab", "Home", "7"}), "710240");
-    EXPECT_EQ(press({"Return", "End", "1"}), "7102401"); // the field keeps the keyboard
+    EXPECT_EQ(press({"Return", "End", "1"}), "7102401"); // the field keeps the focus
     EXPECT_EQ(editor.record()->stepLimit, 710240);
     EXPECT_EQ(press({"Tab", "Space", "2"}), "7102401");
     EXPECT_EQ(editor.record()->stepLimit, 7102401);
@@ -93,7 +93,7 @@ TEST(EngineWindow, TheTabKeyWalksAroundAndReturnRedraws) {
     EXPECT_FALSE(IsWindow(editor.handle()));
 }
 
-TEST(EngineWindow, EditorsStandAloneOnCopies) {
+TEST(EngineWindow, EditorsOwnIndependentCopies) {
     prepare_program();
     HWND first = nullptr;
     std::string shown;
@@ -122,7 +122,7 @@ TEST(EngineWindow, EditorsStandAloneOnCopies) {
     EXPECT_FALSE(IsWindow(first));
 }
 
-TEST(EngineWindow, NoMemoryIsTold) {
+TEST(EngineWindow, OutOfMemoryIsReported) {
     prepare_program();
     const auto texts = alerts_of([] {
         ExprTree tree = tree_of("( FWD_1 )");

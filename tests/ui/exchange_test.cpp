@@ -1,5 +1,4 @@
-// The commands that move turtles in and out, through their menus' numbers and the desktop's
-// dialogs.
+// The commands that move turtles in and out, by their menu ids and with the desktop's dialogs.
 #include "dialogs/metafile_dialog.h"
 #include "files/metafile.h"
 #include "files/printing.h"
@@ -65,7 +64,7 @@ TEST(Exchange, ATurtleIsSavedAndLoadedOntoAnother) {
     EXPECT_EQ(window.record()->current->lifers[6].score, window.record()->current->lifers[1].score);
     EXPECT_EQ(window.record()->selected, 6);
 
-    // An old file is asked about, and stays when the answer is no.
+    // Replacing a file needs a confirmation; after No it stays.
     give_program(window, 1, "( FWD_1 )");
     Answers().file(folder.path("spiral.txt")).question("No").cancel().to(window, IDM_SAVE_TURTLE);
     EXPECT_EQ(content_of(folder.path("spiral.txt")), text);
@@ -77,7 +76,7 @@ TEST(Exchange, ATurtleIsSavedAndLoadedOntoAnother) {
     EXPECT_EQ(program(window, 1), "( FWD_1 )");
 }
 
-TEST(Exchange, ALoadOfFewTurtlesLeavesTheOthersAndRemakesAll) {
+TEST(Exchange, ALoadOfFewTurtlesKeepsTheOthersAndRedrawsAll) {
     const Folder folder;
     const PopulationWindow window(small_params(8));
     LogoWindow* record = window.record();
@@ -97,7 +96,7 @@ TEST(Exchange, ALoadOfFewTurtlesLeavesTheOthersAndRemakesAll) {
                     EXPECT_EQ(user::text(alert, IDC_MESSAGE_TEXT), "Loaded 2 turtles.");
                     EXPECT_EQ(record->busy, 1);
                     EXPECT_EQ(line_of(record->zoomTree), "( FWD_1 )");
-                    user::resize(window.handle(), 500, 400); // it paints meanwhile
+                    user::resize(window.handle(), 500, 400); // it paints during the alert
                 })
         .press("Dialog", "Return")
         .gone("Dialog")
@@ -127,7 +126,7 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
         EXPECT_EQ(user::text(dialog, IDC_PEN_SIZE), pen);
         EXPECT_TRUE(user::checked(dialog, mode));
     };
-    const std::string three = std::string(30, '0') + '3'; // as much as is taken of what is typed
+    const std::string three = std::string(30, '0') + '3'; // the most that is read of the field
     metaPenSize = "1";
     metaMapCode = "LM";
     Answers()
@@ -162,8 +161,8 @@ TEST(Exchange, TheMappingDialogRemembersWhatWasConfirmed) {
     metaMapCode = "LM";
 }
 
-// In blocks of as many children as the text form has.
-TEST(Exchange, AMillionLeavesGoOutAndIn) {
+// In blocks of 63 children, the most that the text form allows.
+TEST(Exchange, AMillionLeavesAreSavedAndLoaded) {
     const Folder folder;
     const PopulationWindow window(small_params(8));
     LogoWindow* record = window.record();
@@ -190,11 +189,11 @@ TEST(Exchange, AMillionLeavesGoOutAndIn) {
     window.command(IDM_PASTE);
     record->selected = 4;
     Answers().file(folder.path("million.txt")).to(window, IDM_LOAD_TURTLE);
-    EXPECT_TRUE(program(window, 3) == million); // without a list of differences
+    EXPECT_TRUE(program(window, 3) == million); // EXPECT_EQ would print both
     EXPECT_TRUE(program(window, 4) == million);
 }
 
-// Whatever a dialog stands over may go while it is open.
+// A window may be destroyed while a dialog of its command is open.
 TEST(Exchange, ClosingTheWindowEndsItsCommand) {
     const Folder folder;
     for (const int command :
@@ -217,9 +216,9 @@ TEST(Exchange, ClosingTheWindowEndsItsCommand) {
     }
 }
 
-// A command goes on only when every dialog that was opened later is closed; its window may be used
-// before that. What is written is the turtle as it was when the command was given.
-TEST(Exchange, WhatIsSelectedMayChangeWhileItsDialogIsOpen) {
+// A command continues only when every dialog that was opened later is closed; its window may be
+// used before that. It writes the turtle as it was when the command started.
+TEST(Exchange, TheSelectionMayChangeWhileADialogIsOpen) {
     const Folder folder;
     const PopulationWindow window(small_params(8));
     const auto saved = [&](int command, bool change) {
@@ -232,21 +231,22 @@ TEST(Exchange, WhatIsSelectedMayChangeWhileItsDialogIsOpen) {
         }
         if (command == IDM_PRINT_TURTLE) {
             answers.press("Print Pensize", "Return").print_to(name).to(window, command);
-            return std::to_string(content_of(name).size()); // it tells the time
+            return std::to_string(content_of(name).size()); // it contains the time
         }
         answers.file(name);
         if (command == IDM_SAVE_METAFILE) {
             answers.press("Enhanced Metafile Mapping", "Return");
         }
         answers.to(window, command);
-        const std::string timed = content_of(name + ".eps"); // which tells the time, too
+        const std::string timed = content_of(name + ".eps"); // contains the time, too
         return command == IDM_SAVE_EPS ? std::to_string(timed.size()) : content_of(name + ".txt");
     };
     for (const int command : {IDM_SAVE_TURTLE, IDM_SAVE_EPS, IDM_SAVE_METAFILE, IDM_PRINT_TURTLE}) {
         EXPECT_EQ(saved(command, true), saved(command, false)) << command;
     }
 
-    // What is read goes where the command was given for, and into the population that is shown.
+    // A loaded turtle replaces the one selected at the start; a loaded population replaces the one
+    // shown.
     write_file(folder.path("read.txt"), "1\n( FWD_5 )\n");
     window.record()->selected = 3;
     Answers()

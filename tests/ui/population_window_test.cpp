@@ -59,7 +59,7 @@ TEST(PopulationWindow, CellsFillRowAfterRow) {
     EXPECT_EQ(LogoHitTest(window.handle(), record, {0xFFFF, 5}), -1);
 }
 
-TEST(PopulationWindow, ShiftTogglesMarksAlsoUnseenAndTwiceInADoubleClick) {
+TEST(PopulationWindow, ShiftTogglesMarksAlsoInTheSingleViewAndTwiceInADoubleClick) {
     const PopulationWindow window(small_params(8));
     const LogoWindow* record = window.record();
     const RECT cell = LogoCellRect(record, 1);
@@ -85,36 +85,36 @@ TEST(PopulationWindow, ShiftTogglesMarksAlsoUnseenAndTwiceInADoubleClick) {
     EXPECT_EQ(user::pixel(window.handle(), cell.left - 4, cell.top), RGB(0, 0, 0));
 }
 
-// What a window is told of commands and painting.
-Texts told;
+// The commands and paints that a window receives.
+Texts received;
 
-LRESULT CALLBACK NotingProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
-                            DWORD_PTR) {
+LRESULT CALLBACK RecordingProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                               DWORD_PTR) {
     if (message == WM_COMMAND) {
-        told.push_back(LOWORD(wparam) == IDM_EVOLVE ? "evolve" : "revert");
+        received.push_back(LOWORD(wparam) == IDM_EVOLVE ? "evolve" : "revert");
     } else if (message == WM_PAINT) {
-        told.emplace_back("paint");
+        received.emplace_back("paint");
     }
     return DefSubclassProc(window, message, wparam, lparam);
 }
 
-TEST(PopulationWindow, OnePressOfAHeldKeyWaitsAndEachOutcomeIsShown) {
+TEST(PopulationWindow, AHeldKeyQueuesOnePressAndEachResultIsPainted) {
     const PopulationWindow window(small_params(8));
     const Texts first = window.programs();
-    SetWindowSubclass(window.handle(), NotingProc, 0, 0);
-    told.clear();
+    SetWindowSubclass(window.handle(), RecordingProc, 0, 0);
+    received.clear();
     user::hold(window.handle(), "Ctrl+E", 5);
     user::let_go(window.handle(), "Ctrl+E");
     user::press(window.handle(), "Ctrl+R");
     settle();
-    EXPECT_EQ(told, (Texts{"evolve", "paint", "revert", "paint"}));
+    EXPECT_EQ(received, (Texts{"evolve", "paint", "revert", "paint"}));
     EXPECT_EQ(window.programs(), first);
-    told.clear();
+    received.clear();
     for (int taps = 0; taps < 2; ++taps) {
         user::press(window.handle(), "Ctrl+E");
     }
     settle();
-    EXPECT_EQ(told, (Texts{"evolve", "paint", "evolve", "paint"}));
+    EXPECT_EQ(received, (Texts{"evolve", "paint", "evolve", "paint"}));
 }
 
 TEST(PopulationWindow, PaintsWithoutTheSelectionWhileBusy) {
@@ -131,13 +131,13 @@ TEST(PopulationWindow, PaintsWithoutTheSelectionWhileBusy) {
     }
 }
 
-TEST(PopulationDialog, TakesASliderWhoseKeyIsLetGoElsewhere) {
+TEST(PopulationDialog, ReadsASliderWhoseKeyIsReleasedElsewhere) {
     prepare_program();
     const char* title = "Population Description";
     Answers()
         .dialog(title,
                 [](HWND dialog) {
-                    for (int i = 0; i < 10; ++i) { // each slider another
+                    for (int i = 0; i < 10; ++i) { // each slider a different one
                         SendMessageA(GetDlgItem(dialog, IDC_FWDMULT + i), TBM_SETPOS, TRUE,
                                      LPARAM{10} * i);
                     }
@@ -171,8 +171,8 @@ TEST(PopulationDialog, TakesASliderWhoseKeyIsLetGoElsewhere) {
     settle();
 }
 
-// Its loop goes on only when the alert is closed that another window has opened meanwhile.
-TEST(PopulationDialog, OneThatWaitsKeepsItsAnswerAndItsSettings) {
+// Its modal loop continues only when the alert that another window opened later is closed.
+TEST(PopulationDialog, ADelayedOneKeepsItsAnswerAndItsSettings) {
     const PopulationWindow window(small_params(8));
     const char* title = "Population Description";
     const auto end = [](WPARAM button) {
@@ -201,7 +201,7 @@ TEST(PopulationDialog, OneThatWaitsKeepsItsAnswerAndItsSettings) {
     settle();
 }
 
-TEST(PopulationWindow, CreationThatRunsOutOfMemoryTellsSoAndLeavesNothing) {
+TEST(PopulationWindow, CreationOutOfMemoryIsReportedAndLeavesNothing) {
     prepare_program();
     for (std::size_t good = 0; good < 5; ++good) {
         const auto texts = alerts_of([good] {

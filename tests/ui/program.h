@@ -1,4 +1,4 @@
-// The program's windows in the hands of a test, without its start-up.
+// The program's windows for tests, without its start-up.
 #pragma once
 
 #include "tests/support/user_loop.h"
@@ -30,7 +30,7 @@ class PopulationWindow {
     // The programs of its current population, each as one line.
     std::vector<std::string> programs() const;
 
-    // Gives a command as its menu does.
+    // Sends a command as its menu does.
     void command(int id) const {
         SendMessageA(window_, WM_COMMAND, MAKEWPARAM(unsigned(id), 0), 0);
     }

@@ -39,7 +39,7 @@ TEST(Services, TheStatusTextFitsItsLine) {
     SetStatusText(before.c_str());
 }
 
-TEST(Services, DialogsStandInTheUpperMiddle) {
+TEST(Services, DialogsOpenInTheUpperMiddle) {
     RECT desktop{};
     GetWindowRect(GetDesktopWindow(), &desktop);
     alerts_of(
@@ -47,13 +47,13 @@ TEST(Services, DialogsStandInTheUpperMiddle) {
         [&desktop](HWND alert) {
             RECT place{};
             GetWindowRect(alert, &place);
-            constexpr int kSlimmer = 4; // a dialog's frame may be, than the main window's
-            EXPECT_NEAR(place.left, (desktop.right - (place.right - place.left)) / 2.0, kSlimmer);
-            EXPECT_NEAR(place.top, (desktop.bottom - (place.bottom - place.top)) / 3.0, kSlimmer);
+            constexpr int kThinner = 4; // a dialog's frame may be thinner than a main window's
+            EXPECT_NEAR(place.left, (desktop.right - (place.right - place.left)) / 2.0, kThinner);
+            EXPECT_NEAR(place.top, (desktop.bottom - (place.bottom - place.top)) / 3.0, kThinner);
         });
 }
 
-TEST(Services, TypedNumbersReadAsFarAsTheyGo) {
+TEST(Services, TypedNumbersAreReadUpToTheFirstOtherCharacter) {
     const std::pair<const char*, int> cases[] = {{"48", 48},
                                                  {" \t\n7", 7},
                                                  {"-5", -5},
@@ -73,13 +73,13 @@ TEST(Services, TypedNumbersReadAsFarAsTheyGo) {
     EXPECT_EQ(SteppedNumber(-INT_MAX, 20), -INT_MAX);
 }
 
-TEST(Services, ALogFileThatCannotBeOpenedSwallowsItsLines) {
+TEST(Services, ALogFileThatCannotBeOpenedDiscardsItsLines) {
     namespace fs = std::filesystem;
     const Folder folder;
     fs::create_directory(path_of(folder.path("stderr.txt"))); // cannot be written as a file
     const fs::path before = fs::current_path();
     fs::current_path(path_of(folder.path()));
-    testing::internal::CaptureStderr(); // so that the streams are put right afterwards
+    testing::internal::CaptureStderr(); // which restores the streams afterwards
     testing::internal::CaptureStdout();
     OpenLogFiles();
     std::FILE* drawing = std::fopen("drawing.txt", "w");

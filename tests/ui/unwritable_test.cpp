@@ -11,7 +11,7 @@ namespace {
 using namespace pelmora;
 using namespace pelmora_test;
 
-TEST(Unwritable, FilesAreNotMentioned) {
+TEST(Unwritable, FailuresAreNotReported) {
     const Folder folder;
     const PopulationWindow window(small_params(8));
     window.record()->selected = 0;
