@@ -10,7 +10,7 @@
 namespace pelmora {
 namespace {
 
-constexpr std::int32_t kFewestChildren = 2; // of a function that has children
+constexpr std::int32_t kMinChildren = 2; // of a function that has children
 
 // A pending child: counted in its parent, not grown yet.
 struct OpenCell {
@@ -38,7 +38,7 @@ std::int32_t random_child_count(OpCode op, std::int32_t maxChild) {
     case REPEAT_100:
         return 0;
     default:
-        return rng_range(kFewestChildren, maxChild);
+        return rng_range(kMinChildren, maxChild);
     }
 }
 
@@ -70,8 +70,8 @@ ExprNode* expr_random_tree(std::int32_t depth, std::int32_t maxChild, double pfn
     if (depth < 1) {
         return nullptr;
     }
-    const std::int32_t widest = std::clamp<std::int32_t>(maxChild, kFewestChildren,
-                                                         std::numeric_limits<std::int16_t>::max());
+    const std::int32_t widest =
+        std::clamp<std::int32_t>(maxChild, kMinChildren, std::numeric_limits<std::int16_t>::max());
     const std::int64_t limit =
         budget == nullptr ? kProgramNodeBudget : std::min(kProgramNodeBudget, budget->nodes);
     std::int64_t made = 0;

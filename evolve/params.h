@@ -6,7 +6,7 @@
 
 namespace pelmora {
 
-// Bounds that keep everything loadable, drawable and finite.
+// Bounds that keep populations loadable, drawable and finite.
 inline constexpr std::int32_t kMinPopulation = 8;
 inline constexpr std::int32_t kMaxPopulation = 32766; // the largest even 16-bit lifer count
 inline constexpr std::int32_t kMaxGrownChildren = 63; // the most that the text form reads back

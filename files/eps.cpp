@@ -82,7 +82,7 @@ void write_lines(std::FILE* file, const char* const (&lines)[count]) {
     }
 }
 
-// Now, in local time, as "Sun Nov 08 09:05:03 2026": in English whatever the locale.
+// Now, in local time, as "Sun Nov 08 09:05:03 2026": in English, independent of the locale.
 std::string creation_date() {
     constexpr const char* kDays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
     constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",

@@ -91,7 +91,7 @@ int store_population_text(char* text, Population* pop, const ProgramReplaced& re
     }
     int stored = 0;
     bool first = true;
-    int faults_left = kMostParseFaults; // of the whole file
+    int faults_left = kMaxParseFaults; // of the whole file
     for (char* line = text; *line != '\0' && stored < pop->size; first = false) {
         char* end = line + std::strcspn(line, kLineBreaks);
         char* next = end + std::strspn(end, kLineBreaks);

@@ -15,7 +15,7 @@ struct ExprNode {
     OpCode op;
     std::int16_t count;  // number of children
     ExprNode** children; // null while the node has no array
-    ExprNode** slot;     // the cell that holds this node; null for a root that nothing holds yet
+    ExprNode** slot;     // the cell that holds this node; null for a root without a cell
 };
 
 // Nodes and children arrays that are allocated.

@@ -210,7 +210,7 @@ ExprNode* parse_sub_tree(const char*& cursor, Faults faults) {
 } // namespace
 
 ExprNode* parse_expr(const char* text) {
-    int faults_left = kMostParseFaults;
+    int faults_left = kMaxParseFaults;
     return parse_expr(text, &faults_left);
 }
 

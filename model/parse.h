@@ -11,7 +11,7 @@ namespace pelmora {
 
 // The most faults that are reported, so that no text can fill the disk. Reading continues after
 // them.
-inline constexpr int kMostParseFaults = 10'240;
+inline constexpr int kMaxParseFaults = 10'240;
 
 // The first tree of the zero-terminated `text`; what follows it is ignored. The caller owns the
 // tree; null when the outermost node could not be read.

@@ -4,7 +4,7 @@
 
 namespace pelmora {
 
-void DropHeldPresses() {
+void DropRepeatedPresses() {
     MSG next;
     const auto peek = [&next](UINT remove) {
         return PeekMessageA(&next, nullptr, WM_KEYDOWN, WM_KEYDOWN, remove) != FALSE;

@@ -3,9 +3,9 @@
 
 namespace pelmora {
 
-// Removes the auto-repeat presses at the head of the message queue, so that a command that takes
-// longer than the repeat interval stops when the key is released. Separate presses and what is
-// queued after them stay.
-void DropHeldPresses();
+// Removes the queued auto-repeat presses up to the first separate press, so that a command that
+// takes longer than the repeat interval stops when the key is released. Separate presses and what
+// is queued after them stay.
+void DropRepeatedPresses();
 
 } // namespace pelmora

@@ -6,7 +6,7 @@
 namespace pelmora {
 namespace {
 
-constexpr std::int64_t kMostTerminals = 1'000'000;
+constexpr std::int64_t kMaxTerminals = 1'000'000;
 
 // The key of a pass of `repeat`, whose address is even, that begins with `pen`.
 std::uintptr_t key(const ExprNode& repeat, PenState pen) {
@@ -55,7 +55,7 @@ bool History::terminal(OpCode op) {
         open_.shrink(0);
         return false;
     }
-    if (now_.steps - first_ == kMostTerminals) {
+    if (now_.steps - first_ == kMaxTerminals) {
         return false;
     }
     ++now_.steps;
@@ -112,10 +112,10 @@ bool History::begin_pass(Open& top) {
             top.next = top.node->children;
             return true;
         }
-        if (now_.steps - first_ + steps > kMostTerminals) {
+        if (now_.steps - first_ + steps > kMaxTerminals) {
             return false;
         }
-        const bool logs = pass.end.faults != pass.start.faults && faults_.size() < kMostFaultLines;
+        const bool logs = pass.end.faults != pass.start.faults && faults_.size() < kMaxFaultLines;
         const std::int32_t times = steps == 0 && !logs ? top.passes : 1;
         replay(pass, times);
         top.passes -= times;
@@ -162,7 +162,7 @@ void History::count(std::int64_t repeats, std::int64_t repetitions) {
 }
 
 void History::fault(const char* line, std::ptrdiff_t number) {
-    if (faults_.size() < kMostFaultLines) {
+    if (faults_.size() < kMaxFaultLines) {
         faults_.push({line, static_cast<int>(number)});
         now_.faults = faults_.size();
     }

@@ -22,7 +22,7 @@ namespace pelmora {
 using PenState = std::uint8_t;
 
 // The most faults that a run logs: it may visit a faulty node any number of times.
-inline constexpr std::size_t kMostFaultLines = 10240;
+inline constexpr std::size_t kMaxFaultLines = 10240;
 
 class History {
   public:
@@ -44,7 +44,7 @@ class History {
     [[nodiscard]] std::int64_t repetitions() const { return now_.repetitions; }
     [[nodiscard]] std::int64_t nodes_walked() const { return nodes_walked_; }
 
-    // The faulty nodes that the run visited, in order, up to kMostFaultLines.
+    // The faulty nodes that the run visited, in order, up to kMaxFaultLines.
     [[nodiscard]] bool has_faults() const { return !faults_.empty(); }
     // Writes a line on the error log for each.
     void report_faults() const;

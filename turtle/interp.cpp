@@ -49,7 +49,8 @@ class Turtle {
           distance_(ctx.distance), path_(path), heading_(ctx.heading), pen_up_(ctx.pen_up),
           color_(turtle_color(ctx)) {}
 
-    // Executes terminals to `end`, or through the next colour change. Returns where it stopped.
+    // Executes terminals to `end`, or with kStopsAtColors through the next colour change; returns
+    // where it stopped.
     //
     // The loop calls nothing except for lines and fractional headings: any call, however rare,
     // makes the compiler keep the turtle in memory. So the caller makes new pens.
@@ -178,7 +179,7 @@ int interp_logo(HDC device, DrawContext* ctx, const ExprNode* node, RECT* bounds
 }
 
 bool interp_trace(DrawContext* ctx, const ExprNode* node, RECT* bounds, Trace* trace) {
-    if (std::int64_t{ctx->max_steps} - ctx->steps > kMostTracedMoves ||
+    if (std::int64_t{ctx->max_steps} - ctx->steps > kMaxTracedMoves ||
         !WholeHeading::takes(ctx->heading)) {
         return false;
     }

@@ -11,7 +11,7 @@ namespace pelmora {
 namespace {
 
 // Points in one Polyline() call.
-constexpr int kMostPoints = 256;
+constexpr int kMaxPoints = 256;
 
 // Makes a pen only when a line needs it.
 class Pens {
@@ -29,7 +29,7 @@ class Pens {
   private:
     HDC device_;
     int width_;
-    std::uint32_t color_ = kTracedPenUp; // the colour of no pen
+    std::uint32_t color_ = kTracedPenUp; // no pen's colour
 };
 
 // x and y in one SIMD register.
@@ -80,7 +80,7 @@ class Walker {
 void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
     Pens pens(device, ctx->pen_width);
     Walker walker(*ctx);
-    POINT points[kMostPoints + 1];
+    POINT points[kMaxPoints + 1];
     const TracedMove* move = trace.moves;
     const TracedMove* const end = move + trace.count;
     while (move != end) {
@@ -96,7 +96,7 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
             // Before the first line the colour may change.
             return next.color == color || (count == 1 && next.color < kTracedPenUp);
         };
-        for (; move != end && goes_on(*move) && count <= kMostPoints; ++move) {
+        for (; move != end && goes_on(*move) && count <= kMaxPoints; ++move) {
             color = move->color;
             walker.go(*move);
             const PackedPoint to = walker.point();

@@ -20,11 +20,11 @@ static_assert(sizeof(TracedMove) == 8);
 inline constexpr std::uint32_t kTracedPenUp = 1U << 31U;
 
 // Runs of more steps are not traced.
-inline constexpr std::int32_t kMostTracedMoves = kDefaultMaxSteps;
+inline constexpr std::int32_t kMaxTracedMoves = kDefaultMaxSteps;
 
 struct Trace {
     std::int32_t count = 0;
-    TracedMove moves[kMostTracedMoves];
+    TracedMove moves[kMaxTracedMoves];
 };
 
 // Measures and records the moves.

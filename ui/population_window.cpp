@@ -37,7 +37,7 @@ bool allocate(std::unique_ptr<T[]>& array, std::int16_t count) {
     return array != nullptr;
 }
 
-// A record with its arrays; null after the user was told that there is no memory for it.
+// A record with its arrays. Null when there is no memory for it; the user is told.
 std::unique_ptr<LogoWindow> new_record(const EvolveParams& params) {
     std::unique_ptr<LogoWindow> record(new (std::nothrow) LogoWindow);
     if (record == nullptr) {
@@ -206,7 +206,7 @@ bool run_command(HWND window, LogoWindow* record, WORD id) {
     // A held key sends commands faster than they run. The result of each is painted, and none
     // follow once the key is released.
     UpdateWindow(window);
-    DropHeldPresses();
+    DropRepeatedPresses();
     return true;
 }
 

@@ -74,7 +74,7 @@ bool InitInstance(HINSTANCE instance, int show) {
 int run_message_loop(HACCEL accelerators) {
     MSG message{};
     while (GetMessageA(&message, nullptr, 0, 0) > 0) {
-        // A shortcut goes only to the window that has the key message.
+        // A shortcut goes only to the window of the key message.
         if (TranslateAcceleratorA(message.hwnd, accelerators, &message) == 0) {
             TranslateMessage(&message);
             DispatchMessageA(&message);

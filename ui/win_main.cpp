@@ -1,4 +1,4 @@
-// The program: nothing but its entry point, so that other programs can start the shell themselves.
+// The entry point alone, so that other programs can start the shell themselves.
 #include "ui/shell.h"
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {

@@ -86,9 +86,9 @@ TEST(PopulationText, ALineBreakAtTheBeginningIsLogged) {
 
 TEST(PopulationText, FaultsOfAllLinesShareOneLimit) {
     testing::internal::CaptureStderr();
-    stored("1\n" + times(2 * kMostParseFaults, "( NONSENSE )\n"), 0);
+    stored("1\n" + times(2 * kMaxParseFaults, "( NONSENSE )\n"), 0);
     const std::string log = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), kMostParseFaults);
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), kMaxParseFaults);
 }
 
 TEST(PopulationFile, IsWrittenByteForByteAndReadBack) {

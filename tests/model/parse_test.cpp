@@ -84,7 +84,7 @@ TEST(Parse, MalformedTextEndsInTime) {
     EXPECT_EQ(parse_expr(times(1000, std::string(100'000, ')')).c_str()), nullptr);
     const std::string log = testing::internal::GetCapturedStderr();
     EXPECT_EQ(line_of(open.get()), "( BLOCK )");
-    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), kMostParseFaults + 1); // not 2 * kDepth
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), kMaxParseFaults + 1); // not 2 * kDepth
 }
 
 } // namespace
