@@ -1,4 +1,4 @@
-// Selection, crossover of two parents, and the generation step.
+// Selection, crossover of two parents, and breeding of a generation.
 #pragma once
 
 #include "evolve/grow.h"

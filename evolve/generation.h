@@ -22,7 +22,7 @@ void pop_weigh_parents(Population* pop, const std::uint16_t* marks);
 // Scores every lifer of a population.
 using Scoring = std::function<void(Population* pop)>;
 
-// Releases the programs of `previous` and breeds `current`, whose fitness must be known, into it.
+// Releases the programs of `previous` and breeds `current`, whose fitness must be set, into it.
 // Then swaps the two, and sets the scores and the fitness of the new generation.
 void pop_next_generation(PopulationOwner* current, PopulationOwner* previous, const Scoring& score);
 

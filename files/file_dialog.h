@@ -10,7 +10,7 @@
 
 namespace pelmora {
 
-// What a save dialog does when the file exists.
+// What a save dialog does when the file to be written exists.
 enum class Overwrite { ask, silently };
 
 // Lets the user choose an existing file. `filter` holds pairs of a text and a pattern, each with

@@ -226,7 +226,7 @@ TEST(Interp, WalksANodeOnceForEachPenStateAndInThePassThatIsCut) {
     EXPECT_EQ(nodes_walked(nothing, kDefaultMaxSteps), 10);
 
     ExprNode* skipped = grove.call(IF_PEN_UP, {step, grove.call(REPEAT_2, {})});
-    ExprNode* branches = grove.many(7, skipped); // each with the child that it chooses
+    ExprNode* branches = grove.many(7, skipped); // each with its chosen child
     holds(grove.nested(REPEAT_100, 3, grove.call(BLOCK, {branches, step})), 2 * 7 * 32'767 + 13,
           kDefaultMaxSteps);
 

@@ -1,5 +1,5 @@
-// A device that records the calls to it: "pen WIDTH COLOUR", "select PEN", "delete PEN", "move
-// X,Y", "line X,Y". Pens are numbered as they are made; 0 is the stock pen.
+// A device that records the calls to it: "pen WIDTH COLOUR", "select PEN", "delete PEN",
+// "move X,Y", "line X,Y". Pens are numbered as they are made; 0 is the stock pen.
 #pragma once
 
 #include "platform/win32.h"
