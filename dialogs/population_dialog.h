@@ -6,9 +6,9 @@
 
 namespace pelmora {
 
-// Asks for the parameters of a population. False when the user cancelled. They are this dialog's
-// values even if another one changes the settings before this returns: a nested modal loop can
-// delay that.
+// Asks for the parameters of a population. False when the user cancelled or the main window is
+// gone. They are this dialog's values even if another one changes the settings before this returns:
+// a nested modal loop can delay that.
 bool AskPopulation(EvolveParams* params);
 
 // The procedure of the dialog.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 
 namespace pelmora {
 namespace {
@@ -152,8 +153,12 @@ void History::replay(const Pass& pass, std::int32_t times) {
     now_.pen = pass.end.pen;
 }
 
-void History::remember(const Pass& pass, const ExprNode& repeat) noexcept {
-    passes_[key(repeat, pass.start.pen)] = pass;
+void History::remember(const Pass& pass, const ExprNode& repeat) {
+    try {
+        passes_[key(repeat, pass.start.pen)] = pass;
+    } catch (const std::bad_alloc&) {
+        fatal_out_of_memory();
+    }
 }
 
 void History::count(std::int64_t repeats, std::int64_t repetitions) {

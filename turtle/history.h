@@ -5,8 +5,8 @@
 //
 // Passes of a repeat that start with the same pen state do the same. The first is walked; later
 // ones are copied within the history, and those without a step are only counted. So the size of the
-// tree and the number of steps bound the work: a node is walked at most once for each pen state,
-// and once more in the pass that the step limit cuts.
+// tree and the number of steps bound the work: a node is walked at most once for each pen state
+// and million steps, and once more in the pass that the step limit cuts.
 #pragma once
 
 #include "model/node.h"
@@ -84,8 +84,7 @@ class History {
     void replay(const Pass& pass, std::int32_t times);
     void count(std::int64_t repeats, std::int64_t repetitions);
     void fault(const char* line, std::ptrdiff_t number);
-    // Out of memory ends the program.
-    void remember(const Pass& pass, const ExprNode& repeat) noexcept;
+    void remember(const Pass& pass, const ExprNode& repeat);
 
     const ExprNode* root_;
     const std::int64_t limit_;

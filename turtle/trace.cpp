@@ -5,32 +5,13 @@
 
 #include <array>
 #include <bit>
-#include <cstddef>
+#include <utility>
 
 namespace pelmora {
 namespace {
 
 // Points in one Polyline() call.
 constexpr int kMaxPoints = 256;
-
-// Makes a pen only when a line needs it.
-class Pens {
-  public:
-    Pens(HDC device, int width) : device_(device), width_(width) {}
-
-    void draw(const POINT* points, int count, std::uint32_t color) {
-        if (color != color_) {
-            pen_renew(device_, width_, color);
-            color_ = color;
-        }
-        Polyline(device_, points, count);
-    }
-
-  private:
-    HDC device_;
-    int width_;
-    std::uint32_t color_ = kTracedPenUp; // no pen's colour
-};
 
 // x and y in one SIMD register.
 using Pair [[gnu::vector_size(16)]] = double;
@@ -78,8 +59,8 @@ class Walker {
 } // namespace
 
 void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
-    Pens pens(device, ctx->pen_width);
     Walker walker(*ctx);
+    std::uint32_t pen_color = kTracedPenUp; // no pen's colour
     POINT points[kMaxPoints + 1];
     const TracedMove* move = trace.moves;
     const TracedMove* const end = move + trace.count;
@@ -108,7 +89,10 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
             last = to;
         }
         if (count > 1) {
-            pens.draw(points, count, color);
+            if (std::exchange(pen_color, color) != color) { // only now, as a line needs it
+                pen_renew(device, ctx->pen_width, color);
+            }
+            Polyline(device, points, count);
         }
     }
     walker.finish(ctx);

@@ -50,9 +50,13 @@ void make_cell_surfaces(HDC screen, LogoWindow* record) {
 
 } // namespace
 
-void LogoMakeSurfaces(HWND window, LogoWindow* record) {
+void LogoMakeOffscreenSurface(HWND window, LogoWindow* record) {
     const WindowDevice screen(window);
     make_offscreen_surface(screen.get(), record);
+}
+
+void LogoMakeCellSurfaces(HWND window, LogoWindow* record) {
+    const WindowDevice screen(window);
     make_cell_surfaces(screen.get(), record);
 }
 

@@ -5,9 +5,12 @@
 
 namespace pelmora {
 
-// Makes the surfaces that pictures are drawn on, while graphics objects are left: a cell without a
-// surface has no picture.
-void LogoMakeSurfaces(HWND window, LogoWindow* record);
+// Makes the surface on which pictures are drawn.
+void LogoMakeOffscreenSurface(HWND window, LogoWindow* record);
+
+// Makes the surfaces that hold the cells' pictures, while graphics objects are left: a cell without
+// a surface has no picture.
+void LogoMakeCellSurfaces(HWND window, LogoWindow* record);
 
 // Makes the picture of one lifer and stores the score of its drawing.
 void LogoMakePict(HWND window, LogoWindow* record, int index);

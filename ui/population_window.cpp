@@ -95,7 +95,7 @@ bool LogoInitPopulations(HWND window, LogoWindow* record, const EvolveParams& pa
     }
     const WaitCursor wait;
     std::fill_n(record->lifeFlags.get(), record->lifeCount, LIVE_FLAG);
-    LogoMakeSurfaces(window, record);
+    LogoMakeCellSurfaces(window, record);
     pop_randomize(record->current.get());
     LogoMakePopPicts(window, record);
     pop_statistics(record->current.get());
@@ -111,6 +111,7 @@ void LogoDestroy(HWND window) {
 bool set_up(HWND window, LogoWindow* record, const EvolveParams& params) {
     LogoInitDrawContext(&record->drawContext, params);
     record->showGrid = 1;
+    LogoMakeOffscreenSurface(window, record);
     make_frame_brushes();
     if (LogoInitPopulations(window, record, params)) {
         return true;

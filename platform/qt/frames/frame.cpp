@@ -1,6 +1,7 @@
 #include "frames/frame.h"
 
 #include "controls/child_controls.h"
+#include "gdi/device_context.h"
 #include "resources/resources.h"
 #include "user/keys.h"
 #include "user/message_loop.h"

@@ -8,7 +8,7 @@ namespace platform {
 namespace {
 
 // Schedules the drawn part of a window's surface to be shown on the screen.
-void show_drawing(const WindowDevice& device) {
+void show_drawing(const WindowContext& device) {
     const PixelRect area = intersect(device.touched, device.surface->bounds());
     if (!area.empty()) {
         device.window->show_surface(
@@ -42,7 +42,7 @@ void erase_now(Window& window) {
 using namespace platform;
 
 HDC GetDC(HWND handle) {
-    auto device = std::unique_ptr<WindowDevice>(new (std::nothrow) WindowDevice);
+    auto device = std::unique_ptr<WindowContext>(new (std::nothrow) WindowContext);
     if (device == nullptr) {
         return nullptr;
     }
@@ -61,7 +61,8 @@ HDC GetDC(HWND handle) {
 }
 
 int ReleaseDC(HWND, HDC handle) {
-    const std::unique_ptr<WindowDevice> device(dynamic_cast<WindowDevice*>(device_context(handle)));
+    const std::unique_ptr<WindowContext> device(
+        dynamic_cast<WindowContext*>(device_context(handle)));
     if (device == nullptr) {
         return 0;
     }

@@ -2,10 +2,9 @@
 
 #include <QPainter>
 
-#include <algorithm>
-#include <cstring>
 #include <map>
 #include <new>
+#include <utility>
 
 namespace platform {
 
@@ -42,7 +41,7 @@ QImage new_image(QSize size, std::uint32_t background) {
 Window::Window() : handle_(next_handle()) {}
 
 Window::~Window() {
-    for (WindowDevice* device : devices_) {
+    for (WindowContext* device : devices_) {
         device->window = nullptr;
         device->surface = nullptr;
         device->on_window = false;
@@ -82,7 +81,7 @@ void Window::resize_surface(QSize size, std::uint32_t background) noexcept {
     }
     surface_.replace(std::move(image));
     update_.region &= QRect(QPoint(0, 0), size);
-    for (WindowDevice* device : devices_) {
+    for (WindowContext* device : devices_) {
         device->clip_to_surface();
     }
 }

@@ -31,7 +31,7 @@ struct WindowClass {
 };
 
 // A device context that draws on a window.
-struct WindowDevice final : DeviceContext {
+struct WindowContext final : DeviceContext {
     Window* window = nullptr; // null once destroyed
 };
 
@@ -96,8 +96,8 @@ class Window : public std::enable_shared_from_this<Window> {
     void unblock() { --blockers_; }
 
     // Registers the device contexts of this window.
-    void open(WindowDevice* device) { devices_.push_back(device); }
-    void close(WindowDevice* device) { std::erase(devices_, device); }
+    void open(WindowContext* device) { devices_.push_back(device); }
+    void close(WindowContext* device) { std::erase(devices_, device); }
 
     std::vector<std::byte>& extra() { return extra_; }
 
@@ -118,7 +118,7 @@ class Window : public std::enable_shared_from_this<Window> {
     Surface surface_;
     Update update_;
     int blockers_ = 0;
-    std::vector<WindowDevice*> devices_;
+    std::vector<WindowContext*> devices_;
     std::vector<HWND> dialogs_;
     std::vector<std::byte> extra_; // of SetWindowLongPtrA
 };
