@@ -32,8 +32,8 @@ ExprNode** new_array(int n) {
 }
 
 // `n` nodes without values and the array that points to them.
-ExprNode** new_brothers(int n) {
-    ExprNode** children = node_store_new_brothers(static_cast<std::size_t>(n));
+ExprNode** new_siblings(int n) {
+    ExprNode** children = node_store_new_siblings(static_cast<std::size_t>(n));
     if (children == nullptr) {
         fatal_out_of_memory();
     }
@@ -90,7 +90,7 @@ ExprNode* expr_copy_tree(const ExprNode* root, ExprCounts* counts) {
         const Family family = open.pop();
         const int count = family.from->count;
         prefetch_after(family.from->children);
-        ExprNode** children = new_brothers(count);
+        ExprNode** children = new_siblings(count);
         family.copy->children = children;
         Family* room = open.room(static_cast<std::size_t>(count));
         std::size_t inner = 0;

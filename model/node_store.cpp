@@ -17,7 +17,7 @@ void* take(std::size_t bytes) {
     return ::operator new(bytes, std::nothrow);
 }
 
-bool renew_for_brothers(std::size_t /*n*/) {
+bool renew_for_siblings(std::size_t /*n*/) {
     return false;
 }
 
@@ -30,15 +30,16 @@ constexpr std::size_t kSlabBytes = kSlabSpan - 64;
 // A larger array that does not fit into the slab at hand gets one of its own, so that little of
 // the one at hand is wasted.
 constexpr std::size_t kLargestShared = kSlabSpan / 8;
-// 16 MiB of empty slabs are kept for the next generation: memory fresh from the system costs more
-// than everything else in a copy.
-constexpr std::size_t kMaxSpares = 32;
+// Besides as many as are in use: 16 MiB.
+constexpr std::size_t kFewestSpares = 32;
 constexpr auto kSlabAlign = static_cast<std::align_val_t>(kSlabSpan);
 
 static_assert(sizeof(Slab) % alignof(ExprNode) == 0 && sizeof(ExprNode) % sizeof(void*) == 0);
 
-constinit Slab* spare = nullptr; // the first of the empty ones kept
+// Of the shared slabs: those in use, with the one at hand, and the free ones that are kept.
+constinit std::size_t in_use = 0;
 constinit std::size_t spares = 0;
+constinit Slab* spare = nullptr; // the one freed last, which is the first to be used again
 
 Slab* new_slab(std::size_t bytes, bool own) {
     void* memory = ::operator new(bytes, kSlabAlign, std::nothrow);
@@ -58,17 +59,17 @@ void* take_own(std::size_t bytes) {
     return first_byte(slab);
 }
 
+Slab* take_spare() {
+    --spares;
+    return std::exchange(spare, spare->next);
+}
+
 bool next_slab() {
-    Slab* slab = spare;
-    if (slab != nullptr) {
-        spare = slab->next;
-        --spares;
-    } else {
-        slab = new_slab(kSlabBytes, false);
-    }
+    Slab* slab = spares != 0 ? take_spare() : new_slab(kSlabBytes, false);
     if (slab == nullptr) {
         return false;
     }
+    ++in_use;
     at_hand = {slab, first_byte(slab), reinterpret_cast<char*>(slab) + kSlabBytes};
     return true;
 }
@@ -88,20 +89,30 @@ void* take(std::size_t bytes) {
     return memory;
 }
 
+void delete_slab(Slab* slab) {
+    ::operator delete(slab, kSlabAlign);
+}
+
 void release(Slab* slab) {
+    if (slab->own) {
+        delete_slab(slab);
+        return;
+    }
     if (slab == at_hand.slab) {
         at_hand.cursor = first_byte(slab);
-    } else if (spares < kMaxSpares && !slab->own) {
-        slab->next = std::exchange(spare, slab);
-        ++spares;
-    } else {
-        ::operator delete(slab, kSlabAlign);
+        return;
+    }
+    slab->next = std::exchange(spare, slab);
+    ++spares;
+    --in_use;
+    while (spares > in_use + kFewestSpares) {
+        delete_slab(take_spare());
     }
 }
 
 // Whether a fresh slab is at hand now, and they fit into it.
-bool renew_for_brothers(std::size_t n) {
-    return n * kBrotherBytes <= kLargestShared && next_slab();
+bool renew_for_siblings(std::size_t n) {
+    return n * kSiblingBytes <= kLargestShared && next_slab();
 }
 
 void give_back(std::uintptr_t address, std::size_t count) {
@@ -128,9 +139,9 @@ void* node_store_new_array(std::size_t n) {
     return memory;
 }
 
-ExprNode** node_store_detail::new_brothers_apart(std::size_t n) {
-    if (renew_for_brothers(n)) {
-        return node_store_new_brothers(n);
+ExprNode** node_store_detail::new_siblings_apart(std::size_t n) {
+    if (renew_for_siblings(n)) {
+        return node_store_new_siblings(n);
     }
     auto** children = static_cast<ExprNode**>(node_store_new_array(n));
     for (std::size_t i = 0; children != nullptr && i < n; ++i) {

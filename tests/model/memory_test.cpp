@@ -1,3 +1,4 @@
+#include "model/node_store.h"
 #include "model/print.h"
 #include "model/text.h"
 #include "tests/support/failing_new.h"
@@ -5,6 +6,7 @@
 
 #include <cstring>
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace pelmora {
 namespace {
@@ -54,6 +56,43 @@ TEST(Memory, TextOfProgramIsCutAtAChild) {
         }
     }
 }
+
+#ifndef PELMORA_SANITIZE // which allocates every node singly
+
+// What can be had without memory from the system.
+std::size_t kept_bytes() {
+    const FailingNew none(0);
+    std::vector<ExprNode*> nodes;
+    while (void* memory = node_store_new_node()) {
+        nodes.push_back(static_cast<ExprNode*>(memory));
+    }
+    NodeReturn store;
+    for (ExprNode* node : nodes) {
+        store.node(node);
+    }
+    return nodes.size() * sizeof(ExprNode);
+}
+
+// A generation's memory is there for the next one, and goes with the last window.
+TEST(Memory, AsMuchIsKeptAsIsInUse) {
+    const std::string row = "( BLOCK " + times(60, "( FWD_1 ) ") + ") ";
+    const ExprTree program = tree_of("( BLOCK " + times(60, row) + ")");
+    const auto generation = [&] { // 33 MiB
+        std::vector<ExprTree> trees(300);
+        for (ExprTree& tree : trees) {
+            tree.reset(expr_copy_tree(program.get()));
+        }
+        return trees;
+    };
+    std::vector<ExprTree> current = generation();
+    std::vector<ExprTree> next = generation();
+    next.clear();
+    EXPECT_GE(kept_bytes(), std::size_t{33} << 20U);
+    current.clear();
+    EXPECT_LE(kept_bytes(), std::size_t{18} << 20U);
+}
+
+#endif
 
 TEST(Memory, TextsAreJoinedAndCopied) {
     EXPECT_STREQ(OwnedText(StrJoin("ab", "c")).get(), "abc");
