@@ -1,7 +1,8 @@
 // What is measured in a process of its own. The argument says which:
 //   start    the program up to its first painted window
 //   memory   a population of 32,766 at generation 7: resident MiB beside its pictures
-//   measure  measuring runs: how many terminals were executed
+//   breed AGE FILE  writes a generation of 48 of this age as a population file
+//   measure FILE    measuring runs of its programs: how many terminals were executed
 //   window SIZE DEPTH CHILDREN PROBABILITY GENERATIONS
 //            a population window with these parameters, all probabilities being the same: a line
 //            for each thing done in it
@@ -9,6 +10,8 @@
 #include "bench/generations.h"
 #include "bench/resident.h"
 #include "evolve/random.h"
+#include "files/loaded_text.h"
+#include "files/population_file.h"
 #include "ui/breeding_commands.h"
 #include "ui/population_window.h"
 #include "ui/shell.h"
@@ -47,17 +50,33 @@ void print_memory() {
     }
 }
 
-void print_terminals() {
-    constexpr int kRuns = 20;
-    Generations generations(48, 0.5, 3);
-    Population* pop = generations.breed();
-    run_often(pop, generations.context(), kRuns);
+bool try_breeding(std::istringstream& arguments) {
+    int age = 0;
+    std::string file;
+    return arguments >> age >> file &&
+           write_population_file(file, Generations(48, 0.5, age).breed());
+}
+
+// Bred in another process, as counting makes one fifty times slower.
+bool try_measuring(std::istringstream& arguments) {
+    constexpr int kRuns = 3;
+    std::string file;
+    arguments >> file;
+    const LoadedText loaded = load_text(file);
+    const PopulationOwner pop(pop_create(first_params(48)));
+    if (loaded.text == nullptr ||
+        store_population_text(loaded.text.get(), pop.get(), [](const ExprNode*) {}) != pop->size) {
+        return false;
+    }
+    DrawContext context = context_of(*pop);
+    run_often(pop.get(), &context, kRuns);
     std::int64_t terminals = 0;
     for (int i = 0; i < pop->size; ++i) {
-        draw_measure(generations.context(), pop->lifers[i].program);
-        terminals += generations.context()->steps;
+        draw_measure(&context, pop->lifers[i].program);
+        terminals += context.steps;
     }
     std::printf("%lld\n", static_cast<long long>(terminals * kRuns));
+    return true;
 }
 
 class Stages {
@@ -125,9 +144,12 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR command_line, int show) 
     }
     if (what == "memory") {
         print_memory();
-    } else if (what == "measure") {
-        print_terminals();
-    } else if (what != "window" || !try_window(arguments)) {
+        return 0;
+    }
+    const bool done = (what == "breed" && try_breeding(arguments)) ||
+                      (what == "measure" && try_measuring(arguments)) ||
+                      (what == "window" && try_window(arguments));
+    if (!done) {
         std::fputs("wrong arguments\n", stderr);
         return 2;
     }

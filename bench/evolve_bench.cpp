@@ -1,23 +1,14 @@
+#include "bench/bred.h"
 #include "bench/figures.h"
-#include "bench/generations.h"
-
-#include <benchmark/benchmark.h>
 
 #include <deque>
-#include <utility>
 
 namespace pelmora_bench {
 namespace {
 
 using namespace pelmora;
 
-constexpr int kSeeds = 4;
-constexpr int kLifers = 48;
 constexpr int kOldAge = 500;
-
-// All that are measured. They are made before anything runs, in order: a seed leaves something of
-// the stream before it.
-std::deque<Generations> all;
 
 void evolve(benchmark::State& state, Generations* generations) {
     std::int32_t size = 0;
@@ -30,50 +21,45 @@ void evolve(benchmark::State& state, Generations* generations) {
     state.counters["unit"] = size;
 }
 
-void breed_alone(benchmark::State& state, Generations* generations) {
+void breed_alone(benchmark::State& state, int seed) {
+    Generations& old = bred(kOldAge, seed);
     for ([[maybe_unused]] auto _ : state) {
-        benchmark::DoNotOptimize(generations->breed());
+        benchmark::DoNotOptimize(old.breed());
     }
     state.counters["unit"] = 1;
 }
 
-void measure_alone(benchmark::State& state, Generations* generations) {
-    Population* pop = generations->breed();
+void measure_alone(benchmark::State& state, int seed) {
+    Generations& old = bred(kOldAge, seed);
+    Population* pop = old.breed();
     for ([[maybe_unused]] auto _ : state) {
-        measure(pop, generations->context());
+        measure(pop, old.context());
     }
     state.counters["unit"] = 1;
 }
 
-Ratio old_breeding(int seed) {
-    Generations* old = &all.emplace_back(kLifers, seed / 8.0, kOldAge);
-    const std::string number = std::to_string(seed);
-    Ratio ratio{"generation 500 bred, seed " + number, "generation 500 measured, seed " + number};
-    benchmark::RegisterBenchmark(ratio.top.c_str(), breed_alone, old);
-    benchmark::RegisterBenchmark(ratio.bottom.c_str(), measure_alone, old);
-    return ratio;
-}
-
-std::string lifer_of(std::int32_t size) {
-    Generations* generations = &all.emplace_back(size, 0.5, 3);
-    std::string name = "a lifer of " + std::to_string(size) + ": Evolve without pictures";
+std::string lifer_of(std::int32_t size, int age) {
+    static std::deque<Generations> all; // made before anything runs
+    Generations* generations = &all.emplace_back(size, 0.5, age);
+    std::string name =
+        "a lifer of " + std::to_string(size) + " evolved, age " + std::to_string(age);
     // As many lifers as it takes for a quiet moment; a large population has them in one go.
-    benchmark::RegisterBenchmark(name.c_str(), evolve, generations)->Repetitions(4 + 20'000 / size);
+    benchmark::RegisterBenchmark(name.c_str(), evolve, generations)->Repetitions(8 + 20'000 / size);
     return name;
 }
 
 } // namespace
 
 void add_evolve_figures(std::vector<Figure>* figures) {
-    Figure old{"releasing and breeding at generation 500 / measuring it, 48 turtles", {}, 1.0};
-    for (int seed = 0; seed < kSeeds; ++seed) {
-        old.ratios.push_back(old_breeding(seed));
+    figures->push_back(figure_of_seeds(
+        "releasing and breeding at generation 500 / measuring it, 48 turtles", 1.0, kBredSeeds,
+        {"generation 500 bred", breed_alone}, {"generation 500 measured", measure_alone}));
+    for (const int age : {3, 7}) {
+        figures->push_back(
+            {"Evolve without pictures: a lifer of 32,766 / of 1,000, age " + std::to_string(age),
+             {{lifer_of(32766, age), lifer_of(1000, age)}},
+             1.3});
     }
-    figures->push_back(std::move(old));
-    const std::string small = lifer_of(1000);
-    const std::string large = lifer_of(32766);
-    figures->push_back(
-        {"Evolve without pictures: a lifer of 32,766 / a lifer of 1,000", {{large, small}}, 1.3});
 }
 
 } // namespace pelmora_bench

@@ -1,11 +1,10 @@
 #include "bench/figures.h"
 
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace pelmora_bench {
 namespace {
@@ -56,6 +55,32 @@ Times run_benchmarks() {
     Collector collector;
     benchmark::RunSpecifiedBenchmarks(&collector);
     return collector.times;
+}
+
+Figure figure_of_seeds(const std::string& text, double target, int seeds, const SeededRun& top,
+                       const SeededRun& bottom) {
+    Figure figure{text, {}, target};
+    for (int seed = 0; seed < seeds; ++seed) {
+        const auto add = [seed](const SeededRun& run) {
+            std::string name = run.first + ", seed " + std::to_string(seed);
+            if (run.second != nullptr) {
+                benchmark::RegisterBenchmark(name.c_str(), run.second, seed);
+            }
+            return name;
+        };
+        figure.ratios.push_back({add(top), add(bottom)});
+    }
+    return figure;
+}
+
+void check_same_run(const char* loop, const pelmora::DrawContext& bare, const RECT& bare_bounds,
+                    const pelmora::DrawContext& run, const RECT& bounds) {
+    // Padding is the same, too. NOLINTNEXTLINE(*-comparison,cert-*)
+    if (std::memcmp(&bare, &run, sizeof bare) != 0 ||
+        std::memcmp(&bare_bounds, &bounds, sizeof bounds) != 0) {
+        std::fprintf(stderr, "the loop %s does other work than its program\n", loop);
+        std::exit(1);
+    }
 }
 
 void print_figures(const std::vector<Figure>& figures, const Times& times) {

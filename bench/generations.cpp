@@ -1,6 +1,7 @@
 #include "bench/generations.h"
 
 #include "evolve/breed.h"
+#include "evolve/generation.h"
 
 namespace pelmora_bench {
 
@@ -30,15 +31,10 @@ Generations::Generations(std::int32_t size, double seed, int age)
       ctx_(context_of(*current_)) {
     rng_seed(seed);
     pop_randomize(current_.get());
-    for (int generation = 0;; ++generation) {
-        measure(current_.get(), &ctx_);
-        pop_statistics(current_.get());
-        if (generation == age) {
-            break;
-        }
-        pop_free_programs(next_.get());
-        pop_breed(current_.get(), next_.get());
-        current_.swap(next_);
+    measure(current_.get(), &ctx_);
+    pop_statistics(current_.get());
+    for (int generation = 0; generation < age; ++generation) {
+        pop_next_generation(&current_, &next_, [this](Population* pop) { measure(pop, &ctx_); });
     }
     random_ = rng_save();
 }

@@ -1,5 +1,5 @@
-// Turtle programs as a programmer would write them by hand: plain loops over the same table of
-// directions, with everything that a measuring run keeps. The interpreter is measured against them.
+// Turtle programs as a programmer would write them by hand: plain nested loops, against which the
+// interpreter is measured.
 #pragma once
 
 #include "turtle/draw.h"

@@ -68,7 +68,7 @@ void add_process_figures(std::vector<Figure>* figures) {
                         mebibytes_of_the_largest});
     figures->push_back({"start to the first painted window / of an empty program with a menu",
                         {},
-                        1.5,
+                        1.1,
                         start_with_menu});
     figures->push_back({"the same / of one without any text", {}, 0, start_without_text});
 }

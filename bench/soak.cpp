@@ -4,7 +4,8 @@
 // than 1.25 times what is alive and 50 MB, 2 when the arguments are wrong.
 #include "bench/generations.h"
 #include "bench/resident.h"
-#include "evolve/breed.h"
+#include "evolve/generation.h"
+#include "evolve/grow.h"
 #include "evolve/random.h"
 
 #include <algorithm>
@@ -52,22 +53,20 @@ bool soak(int generations, std::int32_t size, double seed, const std::string& us
     DrawContext ctx = context_of(*current);
     rng_seed(seed);
     pop_randomize(current.get());
+    measure(current.get(), &ctx);
     const int interval = std::max(generations / 25, 1);
     bool holds = true;
     std::printf("%10s %12s %10s %12s %10s %8s\n", "generation", "nodes", "live MB", "resident MB",
                 "bound MB", "ms each");
     Clock::time_point last = Clock::now();
     for (int generation = 1; generation <= generations; ++generation) {
-        measure(current.get(), &ctx);
         if (user == "retire") {
             retire(current.get());
         } else if (user == "mutate") {
             mutate(current.get());
         }
         pop_statistics(current.get());
-        pop_free_programs(next.get());
-        pop_breed(current.get(), next.get());
-        current.swap(next);
+        pop_next_generation(&current, &next, [&ctx](Population* pop) { measure(pop, &ctx); });
         if (generation % interval == 0) {
             const std::chrono::duration<double, std::milli> time = Clock::now() - last;
             holds = report(generation, *current, time.count() / interval) && holds;

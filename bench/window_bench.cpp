@@ -1,18 +1,14 @@
 #include "bench/bare_lines.h"
+#include "bench/bare_run.h"
 #include "bench/figures.h"
 #include "bench/generations.h"
 #include "evolve/random.h"
-#include "turtle/interp.h"
-#include "turtle/trace.h"
 #include "ui/breeding_commands.h"
 #include "ui/population_window.h"
 #include "ui/shell.h"
 #include "ui/window_names.h"
 
-#include <benchmark/benchmark.h>
-
 #include <cstring>
-#include <utility>
 
 namespace pelmora_bench {
 namespace {
@@ -96,12 +92,12 @@ Pictures seen_lines(BredWindow& bred) {
     return all;
 }
 
-double count_of(const Pictures& all) {
-    std::size_t count = 0;
-    for (const auto& lines : all) {
-        count += lines.size();
+std::vector<Terminals> all_terminals(BredWindow& bred) {
+    std::vector<Terminals> all;
+    for (int i = 0; i < bred.bred().size; ++i) {
+        all.push_back(terminals_of(bred.bred().lifers[i].program, *bred.context()));
     }
-    return static_cast<double>(count);
+    return all;
 }
 
 void evolve_by_command(benchmark::State& state, int seed) {
@@ -114,74 +110,31 @@ void evolve_by_command(benchmark::State& state, int seed) {
 
 constexpr platform::PixelRect kWholeCell{0, 0, kCell, kCell};
 
-template <Pictures (*lines_of_window)(BredWindow&)>
+// What an Evolve cannot do without: the cells are cleared, the lines walked, the cells copied. The
+// lines are all that the programs draw; or the terminals are executed, too, and the lines are those
+// that can be seen.
+template <bool kRuns>
 void evolve_bare(benchmark::State& state, int seed) {
-    const Pictures all = lines_of_window(bred_window(seed));
+    BredWindow& bred = bred_window(seed);
+    const Pictures pictures = kRuns ? seen_lines(bred) : all_lines(bred);
+    const std::vector<Terminals> runs = all_terminals(bred);
+    DrawContext context = context_of(bred.bred());
     std::vector<std::uint32_t> drawing(kCellPixels);
     std::vector<std::uint32_t> cells(kCellPixels * kLifers);
     for ([[maybe_unused]] auto _ : state) {
         std::uint32_t* cell = cells.data();
-        for (const std::vector<BareLine>& lines : all) {
+        for (std::size_t i = 0; i < pictures.size(); ++i) {
+            if (kRuns) {
+                benchmark::DoNotOptimize(bare_run(runs[i], &context));
+            }
             std::fill(drawing.begin(), drawing.end(), 0xFFFFFFFFU);
-            walk(lines, {drawing.data(), kCell}, kWholeCell);
+            walk(pictures[i], {drawing.data(), kCell}, kWholeCell);
             std::memcpy(cell, drawing.data(), kCellPixels * sizeof *cell);
             cell += kCellPixels;
         }
         benchmark::ClobberMemory();
     }
     state.counters["unit"] = 1;
-}
-
-// The drawing of every cell, without the measuring runs before it, which keep the moves for it.
-void draw_moves(benchmark::State& state, int seed) {
-    BredWindow& bred = bred_window(seed);
-    const Population& pop = bred.bred();
-    std::vector<DrawContext> places;
-    std::vector<Trace> traces(static_cast<std::size_t>(pop.size));
-    for (int i = 0; i < pop.size; ++i) {
-        const ExprNode* program = pop.lifers[i].program;
-        places.push_back(placed(program, *bred.context()));
-        DrawContext context = *bred.context();
-        draw_reset(&context);
-        RECT bounds{};
-        interp_trace(&context, program, &bounds, &traces[static_cast<std::size_t>(i)]);
-    }
-    for ([[maybe_unused]] auto _ : state) {
-        for (std::size_t i = 0; i < traces.size(); ++i) {
-            trace_draw(bred.device(), &places[i], traces[i]);
-        }
-    }
-    state.counters["unit"] = count_of(seen_lines(bred));
-}
-
-// Drawing runs of the programs themselves, as for a device that needs every pen and line.
-void draw_all(benchmark::State& state, int seed) {
-    BredWindow& bred = bred_window(seed);
-    const Population& pop = bred.bred();
-    std::vector<DrawContext> places;
-    for (int i = 0; i < pop.size; ++i) {
-        places.push_back(placed(pop.lifers[i].program, *bred.context()));
-    }
-    for ([[maybe_unused]] auto _ : state) {
-        for (int i = 0; i < pop.size; ++i) {
-            DrawContext context = places[static_cast<std::size_t>(i)];
-            draw_run(bred.device(), &context, pop.lifers[i].program, nullptr);
-        }
-    }
-    state.counters["unit"] = count_of(all_lines(bred));
-}
-
-template <Pictures (*lines_of_window)(BredWindow&)>
-void walk_all(benchmark::State& state, int seed) {
-    const Pictures all = lines_of_window(bred_window(seed));
-    std::vector<std::uint32_t> drawing(kCellPixels);
-    for ([[maybe_unused]] auto _ : state) {
-        for (const std::vector<BareLine>& lines : all) {
-            walk(lines, {drawing.data(), kCell}, kWholeCell);
-        }
-        benchmark::ClobberMemory();
-    }
-    state.counters["unit"] = count_of(all);
 }
 
 // The window as large as it takes to see every cell.
@@ -207,25 +160,6 @@ void copy_cells(benchmark::State& state) {
     state.counters["unit"] = 1;
 }
 
-using SeededRun = void (*)(benchmark::State&, int seed);
-
-// A run that is null is one that an earlier figure has.
-Figure figure_of_seeds(const char* text, double target, std::pair<const char*, SeededRun> top,
-                       std::pair<const char*, SeededRun> bottom) {
-    Figure figure{text, {}, target};
-    for (int seed = 0; seed < kSeeds; ++seed) {
-        const auto add = [seed](const std::pair<const char*, SeededRun>& run) {
-            std::string name = std::string(run.first) + ", seed " + std::to_string(seed);
-            if (run.second != nullptr) {
-                benchmark::RegisterBenchmark(name.c_str(), run.second, seed);
-            }
-            return name;
-        };
-        figure.ratios.push_back({add(top), add(bottom)});
-    }
-    return figure;
-}
-
 constexpr const char* kEvolve = "Evolve of 48";
 
 // Of the seeds, in milliseconds.
@@ -245,18 +179,12 @@ void add_window_figures(std::vector<Figure>* figures) {
     LoadWindowNames(nullptr);
     RegisterWindowClasses(nullptr);
     bred_window(0);
-    figures->push_back(figure_of_seeds("line drawn into a cell / walked alone", 2.0,
-                                       {"a line drawn", draw_moves},
-                                       {"a line walked", walk_all<seen_lines>}));
-    figures->push_back(figure_of_seeds("the same, by a run of the program with all its pens", 0,
-                                       {"any line drawn by a run", draw_all},
-                                       {"any line walked", walk_all<all_lines>}));
-    figures->push_back(figure_of_seeds("Evolve of 48 / clearing, walking, copying alone", 3.0,
-                                       {kEvolve, evolve_by_command},
-                                       {"Evolve of 48, bare", evolve_bare<all_lines>}));
-    figures->push_back(figure_of_seeds("the same, walking those lines alone that have a length", 0,
-                                       {kEvolve, nullptr},
-                                       {"Evolve of 48, barest", evolve_bare<seen_lines>}));
+    figures->push_back(figure_of_seeds("Evolve of 48 / clearing, walking, copying alone", 2.5,
+                                       kSeeds, {kEvolve, evolve_by_command},
+                                       {"Evolve of 48, bare", evolve_bare<false>}));
+    figures->push_back(figure_of_seeds("the same / walking what can be seen, and the bare loop", 0,
+                                       kSeeds, {kEvolve, nullptr},
+                                       {"Evolve of 48, bare with runs", evolve_bare<true>}));
     figures->push_back(
         {"milliseconds of an Evolve of 48, a frame of the screen having 16.7", {}, 16.7, slowest});
     benchmark::RegisterBenchmark("grid of 48 painted", paint);
