@@ -117,6 +117,7 @@ inline constexpr auto kInstructions = std::to_array<Instruction>({
     {REPEAT_100, "REPEAT_100", OpFamily::repeat, 100},
 });
 
+static_assert(kInstructions.size() == kLastFunctionOp);
 static_assert([] {
     for (std::size_t i = 0; i < kInstructions.size(); ++i) {
         if (kInstructions[i].code != i + 1) {

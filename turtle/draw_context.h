@@ -20,7 +20,7 @@ enum ScoreTerm : std::size_t {
     kScoreTerms
 };
 
-// The step limit of the windows.
+// The step limit of the windows, which the user of an editor may change.
 inline constexpr std::int32_t kDefaultMaxSteps = 10240;
 
 // A turtle's heading and pen.
@@ -37,7 +37,7 @@ struct DrawContext : TurtleState {
     double x, y;               // the turtle's position
     double origin_x, origin_y; // where a run starts
     double scale_x, scale_y;   // device units per turtle unit; scale_y < 0: turtle y grows upward
-    std::int32_t steps;        // terminals started in this run
+    std::int32_t steps;        // terminals started, the one that the limit refused included
     // The measures of a run.
     std::int32_t turns, right_turns, left_turns;
     std::int32_t circles, circles_right, circles_left; // wraps of the heading by 360 degrees

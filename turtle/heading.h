@@ -24,27 +24,27 @@ class WholeHeading {
         return std::abs(degrees) <= kFullTurn && degrees == std::trunc(degrees) && !negative_zero;
     }
 
-    explicit WholeHeading(double degrees) : place_(static_cast<int>(degrees) + kFullTurn) {}
+    explicit WholeHeading(double degrees) : index_(static_cast<int>(degrees) + kFullTurn) {}
 
     // `degrees` is at most a full turn, so the heading wraps at most once.
     void turn(int degrees) {
-        place_ += degrees;
-        if (static_cast<unsigned>(place_) > 2 * kFullTurn) [[unlikely]] {
-            const bool right = place_ > 0;
-            place_ += right ? -kFullTurn : kFullTurn;
+        index_ += degrees;
+        if (static_cast<unsigned>(index_) > 2 * kFullTurn) [[unlikely]] {
+            const bool right = index_ > 0;
+            index_ += right ? -kFullTurn : kFullTurn;
             ++(right ? circles_.right : circles_.left);
         }
     }
 
     [[nodiscard]] Direction direction() const {
-        return kDirections[static_cast<std::size_t>(place_)];
+        return kDirections[static_cast<std::size_t>(index_)];
     }
-    [[nodiscard]] double degrees() const { return place_ - kFullTurn; }
-    [[nodiscard]] int place() const { return place_; } // index in kDirections
+    [[nodiscard]] double degrees() const { return index_ - kFullTurn; }
+    [[nodiscard]] int direction_index() const { return index_; } // index in kDirections
     [[nodiscard]] const Circles& circles() const { return circles_; }
 
   private:
-    int place_;
+    int index_;
     Circles circles_;
 };
 
@@ -67,7 +67,7 @@ class RealHeading {
         return {std::cos(angle), std::sin(angle)};
     }
     [[nodiscard]] double degrees() const { return degrees_; }
-    [[nodiscard]] int place() const { return 0; } // not in kDirections
+    [[nodiscard]] int direction_index() const { return 0; } // not in kDirections
     [[nodiscard]] const Circles& circles() const { return circles_; }
 
   private:

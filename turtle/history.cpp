@@ -7,8 +7,6 @@
 namespace pelmora {
 namespace {
 
-constexpr std::int64_t kMaxTerminals = 1'000'000;
-
 // The key of a pass of `repeat`, whose address is even, that begins with `pen`.
 std::uintptr_t key(const ExprNode& repeat, PenState pen) {
     return reinterpret_cast<std::uintptr_t>(&repeat) | pen;
@@ -19,7 +17,7 @@ std::uintptr_t key(const ExprNode& repeat, PenState pen) {
 History::History(const ExprNode* root, PenState pen, std::int64_t steps)
     : root_(root), limit_(steps), now_{0, 0, 0, 0, pen} {
     if (root != nullptr) {
-        open_.push({root, &root_, &root_ + 1, 0, {}});
+        open_.push({root, &root_, &root_ + 1, 0, {}}); // the root is its only child
     }
 }
 

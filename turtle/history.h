@@ -6,7 +6,8 @@
 // Passes of a repeat that start with the same pen state do the same. The first is walked; later
 // ones are copied within the history, and those without a step are only counted. So the size of the
 // tree and the number of steps bound the work: a node is walked at most once for each pen state
-// and million steps, and once more in the pass that the step limit cuts.
+// in every batch of half a million to a million steps, and once more in a pass that the end of a
+// batch or the step limit cuts. docs/design.md compares this with what was tried before.
 #pragma once
 
 #include "model/node.h"
@@ -23,6 +24,9 @@ using PenState = std::uint8_t;
 
 // The most faults that a run logs: it may visit a faulty node any number of times.
 inline constexpr std::size_t kMaxFaultLines = 10240;
+
+// The most terminals of a batch.
+inline constexpr std::int64_t kMaxTerminals = 1'000'000;
 
 class History {
   public:

@@ -92,7 +92,7 @@ class Turtle {
         // In this order, as everywhere: pictures and scores depend on the last bit.
         x_ += direction.cos * action.amount * scale_x_;
         y_ += direction.sin * action.amount * scale_y_;
-        path_.go({x_, y_, pen_up_, heading_.place(), action.number, color_});
+        path_.go({x_, y_, pen_up_, heading_.direction_index(), action.number, color_});
         distance_ += action.amount;
     }
 
@@ -178,6 +178,7 @@ int interp_logo(HDC device, DrawContext* ctx, const ExprNode* node, RECT* bounds
     return result;
 }
 
+static_assert(kMaxTracedMoves <= kMaxTerminals); // all in one batch
 bool interp_trace(DrawContext* ctx, const ExprNode* node, RECT* bounds, Trace* trace) {
     if (std::int64_t{ctx->max_steps} - ctx->steps > kMaxTracedMoves ||
         !WholeHeading::takes(ctx->heading)) {

@@ -1,4 +1,5 @@
-// Consumers of a turtle's path: one measures it, one draws it.
+// Consumers of a turtle's path: one measures it, one draws it. A third, in turtle/trace.h, keeps
+// it.
 #pragma once
 
 #include "platform/win32.h"
@@ -10,11 +11,11 @@
 
 namespace pelmora {
 
-// A forward step: its end, and how it is drawn.
+// A forward move: its end, and how it is drawn.
 struct Move {
     double x, y;
     std::int32_t pen_up;
-    int place;             // of the direction in kDirections
+    int direction_index;   // in kDirections
     std::int16_t distance; // turtle units
     COLORREF color;
 };

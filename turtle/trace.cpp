@@ -25,13 +25,13 @@ using PackedPoint = std::uint64_t;
 }
 
 // Replays the turtle's moves on the device.
-class Walker {
+class Replayer {
   public:
-    explicit Walker(const DrawContext& ctx)
+    explicit Replayer(const DrawContext& ctx)
         : at_{ctx.origin_x, ctx.origin_y}, scale_{ctx.scale_x, ctx.scale_y} {}
 
     void go(const TracedMove& move) {
-        const Direction& direction = kDirections[move.place];
+        const Direction& direction = kDirections[move.direction_index];
         const auto distance = static_cast<double>(move.distance);
         // The same operations as in a run: equal to the last bit.
         at_ += Pair{direction.cos, direction.sin} * Pair{distance, distance} * scale_;
@@ -59,7 +59,7 @@ class Walker {
 } // namespace
 
 void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
-    Walker walker(*ctx);
+    Replayer turtle(*ctx);
     std::uint32_t pen_color = kTracedPenUp; // no pen's colour
     POINT points[kMaxPoints + 1];
     const TracedMove* move = trace.moves;
@@ -67,10 +67,10 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
     while (move != end) {
         std::uint32_t color = move->color;
         if (color >= kTracedPenUp) {
-            walker.go(*move++);
+            turtle.go(*move++);
             continue;
         }
-        PackedPoint last = walker.point();
+        PackedPoint last = turtle.point();
         points[0] = std::bit_cast<POINT>(last);
         int count = 1;
         const auto goes_on = [&](const TracedMove& next) {
@@ -79,8 +79,8 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
         };
         for (; move != end && goes_on(*move) && count <= kMaxPoints; ++move) {
             color = move->color;
-            walker.go(*move);
-            const PackedPoint to = walker.point();
+            turtle.go(*move);
+            const PackedPoint to = turtle.point();
             // A line of length 0 shows nothing. It is dropped without a branch, which would be
             // unpredictable.
             const bool moved = to != last;
@@ -95,7 +95,7 @@ void trace_draw(HDC device, DrawContext* ctx, const Trace& trace) {
             Polyline(device, points, count);
         }
     }
-    walker.finish(ctx);
+    turtle.finish(ctx);
 }
 
 } // namespace pelmora

@@ -11,7 +11,7 @@
 namespace pelmora {
 
 struct TracedMove {
-    std::uint16_t place;
+    std::uint16_t direction_index;
     std::int16_t distance;
     std::uint32_t color; // with kTracedPenUp set where no line is drawn
 };
@@ -35,7 +35,7 @@ class TracedPath : public MeasuredPath {
 
     void go(const Move& move) {
         MeasuredPath::go(move);
-        *next_++ = {static_cast<std::uint16_t>(move.place), move.distance,
+        *next_++ = {static_cast<std::uint16_t>(move.direction_index), move.distance,
                     move.color | (move.pen_up == 0 ? 0 : kTracedPenUp)};
     }
 
