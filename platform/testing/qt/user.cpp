@@ -397,15 +397,17 @@ bool run_queued_action() {
 }
 
 struct IdleTimer::State {
-    QObject context; // its destruction cancels the timer
+    QTimer timer;
     std::function<void()> callback;
     const QWidget* awaited = nullptr;
     QElapsedTimer waiting;
 
-    void schedule() {
+    State() {
         constexpr int kPause = 5; // milliseconds
-        QTimer::singleShot(kPause, &context, [this] {
-            schedule(); // first, as a callback may run the loop of a dialog
+        timer.setInterval(kPause);
+        timer.setSingleShot(true);
+        QObject::connect(&timer, &QTimer::timeout, &timer, [this] {
+            timer.start(); // first, as a callback may run the loop of a dialog
             if (platform::message_queue_idle() && focus_settled()) {
                 const auto call = callback; // a copy: the call may destroy this timer
                 call();
@@ -439,7 +441,7 @@ struct IdleTimer::State {
 
 IdleTimer::IdleTimer(std::function<void()> callback) : state_(std::make_unique<State>()) {
     state_->callback = std::move(callback);
-    state_->schedule();
+    state_->timer.start();
 }
 
 IdleTimer::~IdleTimer() = default;
