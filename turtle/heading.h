@@ -54,10 +54,12 @@ class RealHeading {
 
     void turn(int degrees) {
         degrees_ += degrees;
-        for (; degrees_ > kFullTurn; degrees_ -= kFullTurn) {
+        while (degrees_ > kFullTurn) {
+            degrees_ -= kFullTurn;
             ++circles_.right;
         }
-        for (; degrees_ < -kFullTurn; degrees_ += kFullTurn) {
+        while (degrees_ < -kFullTurn) {
+            degrees_ += kFullTurn;
             ++circles_.left;
         }
     }
