@@ -92,13 +92,4 @@ bool expr_walk_preorder(Node* root, Visit visit) {
         [](Cell, const WalkPlace&) { return Walk::on; });
 }
 
-// The same with a node visited after its children.
-template <class Node, class Visit>
-bool expr_walk_postorder(Node* root, Visit visit) {
-    using Cell = Node* const*;
-    return expr_walk(
-        Cell{&root}, [](Cell, const WalkPlace&) { return Walk::on; },
-        [&](Cell cell, const WalkPlace&) { return visit(*cell) ? Walk::on : Walk::stop; });
-}
-
 } // namespace pelmora

@@ -58,7 +58,6 @@ bool History::terminal(OpCode op) {
         return false;
     }
     ++now_.steps;
-    ++nodes_walked_;
     terminals_.push(op);
     now_.pen = op == PEN_UP ? 1 : op == PEN_DOWN ? 0 : now_.pen;
     return true;
@@ -66,7 +65,7 @@ bool History::terminal(OpCode op) {
 
 // Handles a child that is not a terminal.
 void History::child(const ExprNode* node) {
-    ++nodes_walked_;
+    ++others_;
     if (node == nullptr) {
         const ExprNode* const* first = open_.top().node->children;
         fault("ERROR INTERPLOGO: CHILD[%d] is NULL!\n", open_.top().next - 1 - first);
@@ -142,6 +141,7 @@ void History::replay(const Pass& pass, std::int32_t times) {
     std::copy_n(terminals_.at(static_cast<std::size_t>(pass.start.steps - first_)), steps, to);
     terminals_.take(steps);
     now_.steps += pass.end.steps - pass.start.steps;
+    replayed_ += pass.end.steps - pass.start.steps;
     for (std::size_t i = pass.start.faults; i < pass.end.faults; ++i) {
         const Fault again = *faults_.at(i);
         fault(again.line, again.number);

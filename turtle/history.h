@@ -46,7 +46,7 @@ class History {
     [[nodiscard]] bool is_cut() const { return cut_; }
     [[nodiscard]] std::int64_t repeats() const { return now_.repeats; }
     [[nodiscard]] std::int64_t repetitions() const { return now_.repetitions; }
-    [[nodiscard]] std::int64_t nodes_walked() const { return nodes_walked_; }
+    [[nodiscard]] std::int64_t nodes_walked() const { return others_ + now_.steps - replayed_; }
 
     // The faulty nodes that the run visited, in order, up to kMaxFaultLines.
     [[nodiscard]] bool has_faults() const { return !faults_.empty(); }
@@ -95,7 +95,8 @@ class History {
     std::int64_t first_ = 0; // the step number of terminals_[0]
     Mark now_;
     bool cut_ = false;
-    std::int64_t nodes_walked_ = 0;
+    std::int64_t others_ = 0;   // visits of nodes that are no terminals
+    std::int64_t replayed_ = 0; // steps that were copied
     WorkStack<OpCode, 10240> terminals_;
     WorkStack<Fault, 1> faults_;
     WorkStack<Open, 64> open_;

@@ -8,20 +8,12 @@
 namespace pelmora {
 namespace {
 
-void make_offscreen_surface(HDC screen, LogoWindow* record) {
-    record->offscreenDC.reset(CreateCompatibleDC(screen));
-    const RECT cell = LogoCellRect(record, 0);
-    record->offscreenBitmap.reset(
-        CreateCompatibleBitmap(screen, cell.right - cell.left, cell.bottom - cell.top));
-    SelectObject(record->offscreenDC.get(), record->offscreenBitmap.get());
-}
-
 // Windows limits a process to 10,000 graphics objects, and each cell takes two. This many stay free
 // for pens, dialogs and printing.
 constexpr std::size_t kSpareObjects = 200;
 
-// False when no graphics objects are left; the cell then has no picture.
-bool make_cell_surface(HDC screen, const RECT& cell, OwnedDevice* device, Bitmap* bitmap) {
+// False when no graphics objects are left; there is then neither device nor bitmap.
+bool make_surface(HDC screen, const RECT& cell, OwnedDevice* device, Bitmap* bitmap) {
     device->reset(CreateCompatibleDC(screen));
     bitmap->reset(CreateCompatibleBitmap(screen, cell.right - cell.left, cell.bottom - cell.top));
     if (*device == nullptr || *bitmap == nullptr) {
@@ -30,34 +22,32 @@ bool make_cell_surface(HDC screen, const RECT& cell, OwnedDevice* device, Bitmap
         return false;
     }
     SelectObject(device->get(), bitmap->get());
-    SetStretchBltMode(device->get(), HALFTONE);
     return true;
-}
-
-// Stops at the first failure: each further cell would only cost the time to fail again.
-void make_cell_surfaces(HDC screen, LogoWindow* record) {
-    const RECT cell = LogoCellRect(record, 0);
-    std::array<OwnedDevice, kSpareObjects> spare; // released at the end
-    for (OwnedDevice& device : spare) {
-        device.reset(CreateCompatibleDC(screen));
-    }
-    int i = 0;
-    while (i < record->lifeCount &&
-           make_cell_surface(screen, cell, &record->cellDCs[i], &record->cellBitmaps[i])) {
-        ++i;
-    }
 }
 
 } // namespace
 
 void LogoMakeOffscreenSurface(HWND window, LogoWindow* record) {
     const WindowDevice screen(window);
-    make_offscreen_surface(screen.get(), record);
+    make_surface(screen.get(), LogoCellRect(record, 0), &record->offscreenDC,
+                 &record->offscreenBitmap);
 }
 
 void LogoMakeCellSurfaces(HWND window, LogoWindow* record) {
     const WindowDevice screen(window);
-    make_cell_surfaces(screen.get(), record);
+    const RECT cell = LogoCellRect(record, 0);
+    std::array<OwnedDevice, kSpareObjects> spare; // released at the end
+    for (OwnedDevice& device : spare) {
+        device.reset(CreateCompatibleDC(screen.get()));
+    }
+    // Stops at the first failure: each further cell would only cost the time to fail again.
+    for (int i = 0; i < record->lifeCount; ++i) {
+        OwnedDevice& device = record->cellDCs[i];
+        if (!make_surface(screen.get(), cell, &device, &record->cellBitmaps[i])) {
+            return;
+        }
+        SetStretchBltMode(device.get(), HALFTONE);
+    }
 }
 
 void LogoMakePict(HWND, LogoWindow* record, int index) {

@@ -1,6 +1,5 @@
 #include "model/expr.h"
 
-#include "model/walk.h"
 #include "tests/support/trees.h"
 
 #include <gtest/gtest.h>
@@ -22,26 +21,6 @@ TEST(Expr, CountsAndPicks) {
         EXPECT_EQ(expr_nth_node(tree.get(), n)->op, nodes[n]) << n;
         EXPECT_EQ(expr_nth_function(tree.get(), n)->op, functions[std::min(n, 4)]) << n;
     }
-}
-
-TEST(Expr, WalksBeforeAndAfterTheChildrenUntilAVisitStopsIt) {
-    const ExprTree tree = tree_of(kProgram);
-    std::vector<OpCode> visited;
-    const auto visit_until = [&visited](OpCode last) {
-        return [&visited, last](const ExprNode* node) {
-            visited.push_back(node->op);
-            return node->op != last;
-        };
-    };
-    const ExprNode* root = tree.get();
-    EXPECT_TRUE(expr_walk_preorder(root, visit_until(NO_OP)));
-    EXPECT_EQ(visited, (std::vector{BLOCK, FWD_1, REPEAT_2, BLOCK, RED_8, LEFT_90}));
-    visited.clear();
-    EXPECT_TRUE(expr_walk_postorder(root, visit_until(NO_OP)));
-    EXPECT_EQ(visited, (std::vector{FWD_1, BLOCK, RED_8, REPEAT_2, LEFT_90, BLOCK}));
-    visited.clear();
-    EXPECT_FALSE(expr_walk_postorder(root, visit_until(RED_8)));
-    EXPECT_EQ(visited.size(), 3);
 }
 
 TEST(Expr, ArraysOfEverySizeAreEmpty) {
