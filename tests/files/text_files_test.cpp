@@ -7,6 +7,7 @@
 #include "tests/files/folder.h"
 #include "tests/support/failing_new.h"
 #include "tests/support/trees.h"
+#include "turtle/draw.h"
 
 #include <gtest/gtest.h>
 
@@ -142,6 +143,36 @@ TEST(TurtleFile, SkipsAFirstLineOnlyIfItHasALineBreak) {
     const Folder folder;
     ASSERT_TRUE(write_turtle_file(folder.path("none.txt"), nullptr));
     EXPECT_EQ(content_of(folder.path("none.txt")), "1\r\n");
+}
+
+bool draws(const ExprNode* program) {
+    DrawContext context{};
+    context.max_steps = kDefaultMaxSteps;
+    const RECT bounds = draw_measure(&context, program);
+    return bounds.right - bounds.left > 4 && bounds.bottom - bounds.top > 4; // 4: the margin
+}
+
+TEST(Examples, LoadWithoutAFaultAndDraw) {
+    int turtles = 0, populations = 0;
+    testing::internal::CaptureStderr();
+    for (const auto& file : fs::directory_iterator(path_of(EXAMPLES))) {
+        std::string text = content_of(name_of(file.path()));
+        if (file.path().extension() == ".txt") {
+            const ExprTree tree(parse_turtle_file_text(text.c_str()));
+            EXPECT_TRUE(draws(tree.get())) << file.path();
+            ++turtles;
+        } else if (file.path().extension() == ".lpf") {
+            const PopulationOwner pop = population(48, {});
+            EXPECT_EQ(store_population_text(text.data(), pop.get(), [](const ExprNode*) {}), 48);
+            EXPECT_TRUE(std::any_of(pop->lifers, pop->lifers + 48, [](const Lifer& lifer) {
+                return draws(lifer.program);
+            })) << file.path();
+            ++populations;
+        }
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(turtles, 12);
+    EXPECT_EQ(populations, 3);
 }
 
 TEST(FileNames, GetAnExtensionWhenThereIsNoDotAnywhere) {
