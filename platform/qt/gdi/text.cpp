@@ -1,0 +1,85 @@
+#include "gdi/text.h"
+
+#include "gdi/device_context.h"
+
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QGuiApplication>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+QRect rectangle(const PixelRect& r) {
+    return {r.left, r.top, r.right - r.left, r.bottom - r.top};
+}
+
+QRegion clip_region(const DeviceContext& device) {
+    QRegion region;
+    for (const PixelRect& part : device.clip) {
+        region += rectangle(part);
+    }
+    return region;
+}
+
+} // namespace
+
+QFont shrunk_to_fit(QFont font, const std::function<bool(const QFont&)>& fits) {
+    constexpr int kSmallest = 8; // pixels
+    for (int pixels = QFontInfo(font).pixelSize(); !fits(font) && pixels > kSmallest;) {
+        font.setPixelSize(--pixels);
+    }
+    return font;
+}
+
+QFont shrunk_to_height(const QFont& font, int height) {
+    return shrunk_to_fit(
+        font, [height](const QFont& tried) { return QFontMetrics(tried).height() <= height; });
+}
+
+void TextLayer::add(const QString& text, const QRect& area, const QRegion& clip) {
+    // The same text drawn again is the same text: a window may be painted without being erased.
+    const auto same = std::find_if(texts_.begin(), texts_.end(), [&](const Text& other) {
+        return other.text == text && other.area == area;
+    });
+    if (same != texts_.end()) {
+        same->visible += clip & area;
+    } else {
+        texts_.push_back({text, area, clip & area});
+    }
+}
+
+void TextLayer::hide(const PixelRect& area) {
+    for (Text& text : texts_) {
+        text.visible -= rectangle(area);
+    }
+    std::erase_if(texts_, [](const Text& text) { return text.visible.isEmpty(); });
+}
+
+void TextLayer::draw(QPainter& painter) const {
+    painter.setPen(Qt::black);
+    for (const Text& text : texts_) {
+        painter.setClipRegion(text.visible);
+        painter.setFont(shrunk_to_height(QGuiApplication::font(), text.area.height()));
+        painter.drawText(text.area, Qt::TextSingleLine | Qt::AlignLeft | Qt::AlignBottom,
+                         text.text);
+    }
+}
+
+} // namespace platform
+
+using namespace platform;
+
+int DrawTextA(HDC handle, LPCSTR text, int length, RECT* rect, UINT) {
+    DeviceContext* device = device_context(handle);
+    if (device == nullptr || !device->on_window || device->clip.empty()) {
+        return 0;
+    }
+    const PixelRect area = pixel_rect(*rect);
+    device->surface->text().add(QString::fromUtf8(text, length), rectangle(area),
+                                clip_region(*device));
+    device->touch(area);
+    return QFontMetrics(shrunk_to_height(QGuiApplication::font(), area.bottom - area.top)).height();
+}
