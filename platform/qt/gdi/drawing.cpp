@@ -2,6 +2,9 @@
 #include "gdi/device_context.h"
 #include "gdi/wide_line.h"
 
+#include <QFontMetrics>
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <cstring>
 
@@ -173,4 +176,15 @@ COLORREF GetPixel(HDC handle, int x, int y) {
     }
     const PixelView& pixels = device->surface->pixels();
     return color_of(pixels.bits[y * pixels.stride + x]);
+}
+
+int DrawTextA(HDC handle, LPCSTR text, int length, RECT* rect, UINT) {
+    DeviceContext* device = device_context(handle);
+    if (device == nullptr || !device->on_window || device->clip.empty()) {
+        return 0;
+    }
+    const PixelRect area = pixel_rect(*rect);
+    device->surface->text().add(QString::fromUtf8(text, length), area, device->clip);
+    device->touch(area);
+    return QFontMetrics(shrunk_to_height(QGuiApplication::font(), area.bottom - area.top)).height();
 }

@@ -1,7 +1,5 @@
 #include "gdi/text.h"
 
-#include "gdi/device_context.h"
-
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -16,12 +14,12 @@ QRect rectangle(const PixelRect& r) {
     return {r.left, r.top, r.right - r.left, r.bottom - r.top};
 }
 
-QRegion clip_region(const DeviceContext& device) {
-    QRegion region;
-    for (const PixelRect& part : device.clip) {
-        region += rectangle(part);
+QRegion region(const std::vector<PixelRect>& parts) {
+    QRegion all;
+    for (const PixelRect& part : parts) {
+        all += rectangle(part);
     }
-    return region;
+    return all;
 }
 
 } // namespace
@@ -39,15 +37,17 @@ QFont shrunk_to_height(const QFont& font, int height) {
         font, [height](const QFont& tried) { return QFontMetrics(tried).height() <= height; });
 }
 
-void TextLayer::add(const QString& text, const QRect& area, const QRegion& clip) {
+void TextLayer::add(const QString& text, const PixelRect& area,
+                    const std::vector<PixelRect>& clip) {
+    const Text added{text, rectangle(area), region(clip) & rectangle(area)};
     // The same text drawn again is the same text: a window may be painted without being erased.
     const auto same = std::find_if(texts_.begin(), texts_.end(), [&](const Text& other) {
-        return other.text == text && other.area == area;
+        return other.text == added.text && other.area == added.area;
     });
     if (same != texts_.end()) {
-        same->visible += clip & area;
+        same->visible += added.visible;
     } else {
-        texts_.push_back({text, area, clip & area});
+        texts_.push_back(added);
     }
 }
 
@@ -69,17 +69,3 @@ void TextLayer::draw(QPainter& painter) const {
 }
 
 } // namespace platform
-
-using namespace platform;
-
-int DrawTextA(HDC handle, LPCSTR text, int length, RECT* rect, UINT) {
-    DeviceContext* device = device_context(handle);
-    if (device == nullptr || !device->on_window || device->clip.empty()) {
-        return 0;
-    }
-    const PixelRect area = pixel_rect(*rect);
-    device->surface->text().add(QString::fromUtf8(text, length), rectangle(area),
-                                clip_region(*device));
-    device->touch(area);
-    return QFontMetrics(shrunk_to_height(QGuiApplication::font(), area.bottom - area.top)).height();
-}

@@ -26,7 +26,7 @@ QFont shrunk_to_height(const QFont& font, int height);
 class TextLayer {
   public:
     // Adds one line at the bottom left of `area`, of which only `clip` is visible.
-    void add(const QString& text, const QRect& area, const QRegion& clip);
+    void add(const QString& text, const PixelRect& area, const std::vector<PixelRect>& clip);
 
     // Called when pixels are drawn over an area: they hide the text below them.
     void cover(const PixelRect& area) {
