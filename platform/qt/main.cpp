@@ -5,10 +5,13 @@
 
 #include <QApplication>
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QStringList>
 
+#include <algorithm>
 #include <cerrno>
 #include <clocale>
+#include <cmath>
 #include <csignal>
 
 #include <fcntl.h>
@@ -75,6 +78,24 @@ void limit_memory_to_machine() {
 #endif
 }
 
+// A pixel of the program is shown as a square of whole pixels of the screen, so that pictures stay
+// sharp. A desktop's factor, or a user's, is rounded as the toolkit rounds the one that it finds.
+void scale_by_whole_factors() {
+    qputenv("QT_SCALE_FACTOR_ROUNDING_POLICY", "RoundPreferFloor");
+    for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"}) {
+        if (!qEnvironmentVariableIsSet(name)) {
+            continue;
+        }
+        QByteArrayList screens = qgetenv(name).split(';'); // "1.5" or "DP-1=1.5;DP-2=2"
+        for (QByteArray& screen : screens) {
+            const auto number = screen.lastIndexOf('=') + 1;
+            const double whole = std::floor(screen.mid(number).toDouble() + 0.25);
+            screen = screen.left(number) + QByteArray::number(std::max(1.0, whole));
+        }
+        qputenv(name, screens.join(';'));
+    }
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -86,11 +107,7 @@ int main(int argc, char* argv[]) {
     // A broken pipe and a file size limit make write() fail instead of ending the process.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
-    // Without scaling a client pixel is a screen pixel, as pictures are drawn pixel by pixel. Text
-    // and menus still follow the desktop's font size.
-    if (!qEnvironmentVariableIsSet("QT_ENABLE_HIGHDPI_SCALING")) {
-        qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
-    }
+    scale_by_whole_factors();
     QApplication application(argc, argv);
     // The toolkit has set the user's locale. Programs read the logs, so numbers have a decimal
     // point in every locale.

@@ -161,7 +161,9 @@ BOOL BitBlt(HDC device, int x, int y, int width, int height, HDC source, int sou
             DWORD operation);
 BOOL RectVisible(HDC device, const RECT* rect);
 COLORREF GetPixel(HDC device, int x, int y);
-// Here: ignores `format`: one line at the bottom left, in black, without prefixes.
+// Here: on windows only; ignores `format`: one line at the bottom left, in black, without prefixes,
+// in a font that fits the height. GetPixel and BitBlt do not see the text, and only FillRect,
+// FrameRect and BitBlt draw over it: it is kept apart from the pixels until it reaches the screen.
 int DrawTextA(HDC device, LPCSTR text, int length, RECT* rect, UINT format);
 
 } // extern "C"

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "controls/control_styles.h"
 #include "controls/factory.h"
+#include "gdi/text.h"
 
 #include <QApplication>
 
@@ -49,7 +50,11 @@ HWND create_child(const ChildDesign& design, const QRect& area, HWND parent) {
     item.id = design.id;
     item.window_class.number = number;
     item.text.text = QString::fromUtf8(design.text).toStdU16String();
-    return add_control(*controls, item, area, parent)->handle();
+    Control* control = add_control(*controls, item, area, parent);
+    constexpr int kEdge = 2; // pixels of a frame above and below the text
+    QWidget* widget = control->widget();
+    widget->setFont(shrunk_to_height(widget->font(), area.height() - 2 * kEdge));
+    return control->handle();
 }
 
 } // namespace platform

@@ -77,10 +77,11 @@ class GroupFrame : public QGroupBox {
         QPainter painter(this);
         QColor color = palette().color(QPalette::WindowText);
         color.setAlpha(kFaint);
-        painter.setPen(color);
-        painter.setClipRegion(QRegion(rect()) - place);
-        painter.drawRect(rect().adjusted(0, line / 2, -1, -1));
-        painter.setClipping(false);
+        // Not lines, whose outer half the edge of the widget cuts off on a dense screen.
+        const QRect frame = rect().adjusted(0, line / 2, 0, 0);
+        for (const QRect& part : QRegion(frame) - frame.adjusted(1, 1, -1, -1) - place) {
+            painter.fillRect(part, color);
+        }
         style()->drawItemText(&painter, place, Qt::AlignCenter | Qt::TextShowMnemonic, palette(),
                               isEnabled(), title(), QPalette::WindowText);
     }

@@ -4,12 +4,12 @@
 #include "controls/factory.h"
 #include "frames/frame.h"
 #include "frames/modal_loop.h"
+#include "gdi/text.h"
 #include "resources/resources.h"
 #include "user/message_loop.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFontInfo>
 #include <QFontMetrics>
 #include <QLineEdit>
 #include <QScreen>
@@ -71,17 +71,11 @@ class DialogUnits {
 
 // The desktop's font, made smaller until the dialog fits the screen.
 QFont dialog_font(const DialogTemplate& design) {
-    constexpr int kSmallest = 8; // pixels
     const QSize room = QGuiApplication::primaryScreen()->availableSize() - usual_frame();
-    QFont font = QApplication::font();
-    const auto fits = [&] {
+    return shrunk_to_fit(QApplication::font(), [&](const QFont& font) {
         const QSize size = DialogUnits(design, font).rect(0, 0, design.width, design.height).size();
         return size.width() <= room.width() && size.height() <= room.height();
-    };
-    for (int pixels = QFontInfo(font).pixelSize(); !fits() && pixels > kSmallest;) {
-        font.setPixelSize(--pixels);
-    }
-    return font;
+    });
 }
 
 QWidget* widget_of(HWND handle) {

@@ -116,6 +116,7 @@ void ClientArea::paintEvent(QPaintEvent* event) {
     for (const QRect& part : event->region()) {
         painter.drawImage(part, owner()->surface().image(), part);
     }
+    owner()->surface().text().draw(painter);
 }
 
 void ClientArea::post_button(const QMouseEvent& event, UINT left, UINT right) {

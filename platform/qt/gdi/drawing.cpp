@@ -2,7 +2,8 @@
 #include "gdi/device_context.h"
 #include "gdi/wide_line.h"
 
-#include <QPainter>
+#include <QFontMetrics>
+#include <QGuiApplication>
 
 #include <algorithm>
 #include <cstring>
@@ -15,6 +16,7 @@ void fill(DeviceContext& device, const PixelRect& area, std::uint32_t pixel) {
         if (part.empty()) {
             continue;
         }
+        device.surface->text().cover(part);
         const PixelView& pixels = device.surface->pixels();
         std::uint32_t* row = pixels.bits + part.top * pixels.stride + part.left;
         for (int y = part.top; y < part.bottom; ++y, row += pixels.stride) {
@@ -49,15 +51,6 @@ void draw(DeviceContext& device, const POINT* points, int count) {
             device.touch(area_of_line(device.pen_width, points[i - 1], points[i]));
         }
     }
-}
-
-// The clip region for a painter, which draws text.
-QRegion painter_clip(const DeviceContext& device) {
-    QRegion region;
-    for (const PixelRect& part : device.clip) {
-        region += QRect(part.left, part.top, part.right - part.left, part.bottom - part.top);
-    }
-    return region;
 }
 
 // Copies into `area` of the target the pixels of the source at an offset of (dx, dy). Both areas
@@ -159,6 +152,7 @@ BOOL BitBlt(HDC target, int x, int y, int width, int height, HDC source, int sou
     for (const PixelRect& clip : to->clip) {
         const PixelRect part = intersect(area, clip);
         if (!part.empty()) {
+            to->surface->text().cover(part);
             copy_pixels(to->surface->pixels(), part, from->surface->pixels(), dx, dy);
         }
     }
@@ -186,15 +180,11 @@ COLORREF GetPixel(HDC handle, int x, int y) {
 
 int DrawTextA(HDC handle, LPCSTR text, int length, RECT* rect, UINT) {
     DeviceContext* device = device_context(handle);
-    if (device == nullptr || device->clip.empty()) {
+    if (device == nullptr || !device->on_window || device->clip.empty()) {
         return 0;
     }
-    const QString string = QString::fromUtf8(text, length);
-    const QRect area(rect->left, rect->top, rect->right - rect->left, rect->bottom - rect->top);
-    QPainter painter(&device->surface->image());
-    painter.setClipRegion(painter_clip(*device) & area);
-    painter.setPen(Qt::black);
-    painter.drawText(area, Qt::TextSingleLine | Qt::AlignLeft | Qt::AlignBottom, string);
-    device->touch(pixel_rect(*rect));
-    return painter.fontMetrics().height();
+    const PixelRect area = pixel_rect(*rect);
+    device->surface->text().add(QString::fromUtf8(text, length), area, device->clip);
+    device->touch(area);
+    return QFontMetrics(shrunk_to_height(QGuiApplication::font(), area.bottom - area.top)).height();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "gdi/line.h"
+#include "gdi/text.h"
 #include "platform/win32.h"
 
 #include <QImage>
@@ -24,11 +25,13 @@ class Surface {
 
     QImage& image() { return image_; }
     const PixelView& pixels() const { return pixels_; }
+    TextLayer& text() { return text_; }
     PixelRect bounds() const { return {0, 0, image_.width(), image_.height()}; }
 
   private:
     QImage image_;
     PixelView pixels_{nullptr, 0};
+    TextLayer text_;
 };
 
 enum class GdiKind { pen, brush, bitmap };
