@@ -7,8 +7,8 @@
 namespace pelmora {
 namespace {
 
-// To append: a file that is closed after it was truncated goes to the disk at once on some file
-// systems, which takes a start milliseconds.
+// Opens to append: some file systems write a file to the disk when it is closed after it was
+// truncated, which would cost each start milliseconds.
 bool can_write(const char* path) {
     std::FILE* file = std::fopen(path, "a");
     return file != nullptr && std::fclose(file) == 0;
