@@ -2,31 +2,36 @@
 
 #include "platform/whole_file.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 namespace pelmora {
 namespace {
 
-// Opens to append: some file systems write a file to the disk when it is closed after it was
-// truncated, which would cost each start milliseconds.
+// Makes the file when it is missing. An old one keeps its content, for the reason in open_log().
 bool can_write(const char* path) {
     std::FILE* file = std::fopen(path, "a");
     return file != nullptr && std::fclose(file) == 0;
 }
 
-// The path, or the null device when it cannot be written. A failed freopen() would leave the stream
-// closed and its descriptor free: the next file opened, maybe a user's drawing, would get it and
-// with it the log lines. So the path is tested first.
-const char* log_target(const char* path) {
-    return can_write(path) ? path : platform::kNullDevice;
-}
-
+// The banner is written over the old content, and what is behind it is cut off. Truncating on
+// opening would cost each start milliseconds on a busy disk: some file systems write a file that was
+// cut to nothing back to the disk when it is closed.
 void open_log(std::FILE* stream, const char* path) {
-    if (std::freopen(log_target(path), "w", stream) != nullptr) {
-        // Unbuffered: a written line is in the file even if the program crashes next.
-        std::setvbuf(stream, nullptr, _IONBF, 0);
-        std::fputs("------ THIS IS PELMORA ----------\n", stream);
+    // A failed freopen() would leave the stream closed and its descriptor free: the next file
+    // opened, maybe a user's drawing, would get it and with it the log lines.
+    const char* target = can_write(path) ? path : platform::kNullDevice;
+    if (std::freopen(target, "r+", stream) == nullptr) {
+        return;
     }
+    // Unbuffered: a written line is in the file even if the program crashes next.
+    std::setvbuf(stream, nullptr, _IONBF, 0);
+    std::fputs("------ THIS IS PELMORA ----------\n", stream);
+    std::error_code nothing_to_cut; // a device
+    std::filesystem::resize_file(target, static_cast<std::uintmax_t>(std::ftell(stream)),
+                                 nothing_to_cut);
 }
 
 } // namespace
