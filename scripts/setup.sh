@@ -10,9 +10,10 @@ pelmora_packages() {
     fi
     local missing=() package
     for package in "$@"; do
-        # A package may be installed for several architectures, with a line for each.
+        # A package may be installed for several architectures, with a line for each; grep reads them
+        # all, as a writer that nobody reads would fail.
         if ! dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null |
-            grep -qx installed; then
+            grep -x installed >/dev/null; then
             missing+=("$package")
         fi
     done
