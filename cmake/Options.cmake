@@ -17,6 +17,8 @@ target_include_directories(pelmora_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(pelmora_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
     -Wcast-align -Woverloaded-virtual
+    # A part of -Wconversion for clang only.
+    -Wno-sign-conversion
     # Scores and pictures are the same on every machine only without fused multiply-add.
     -ffp-contract=off)
 

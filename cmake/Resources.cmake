@@ -38,8 +38,8 @@ function(pelmora_resources target script)
         COMMENT "Compiling resources ${name}"
         VERBATIM)
 
-    set(assembly ${CMAKE_CURRENT_BINARY_DIR}/${target}.${name}.s)
-    configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/resources.s.in ${assembly} @ONLY)
+    set(assembly ${CMAKE_CURRENT_BINARY_DIR}/${target}.${name}.S)
+    configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/resources.S.in ${assembly} @ONLY)
     set_source_files_properties(${assembly} PROPERTIES OBJECT_DEPENDS ${res})
     target_sources(${target} PRIVATE ${assembly})
 endfunction()
