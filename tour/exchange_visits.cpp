@@ -14,7 +14,7 @@ namespace tour {
 
 namespace {
 
-constexpr int kSelected = 36;
+constexpr int kSelected = 21;
 
 const char* const kPopulationFile = "generation.lpf";
 const char* const kTurtleFile = "turtle.txt";
@@ -57,7 +57,7 @@ void show_limit(Tour& tour, const std::string& limit) {
 } // namespace
 
 void visit_editor(Tour& tour) {
-    tour.step("a wide window", [] { user::resize(population(), 1210, 410); });
+    tour.step("a wide window", show_four_rows);
     tour.step("edit a turtle", [] {
         click_cell(population(), kSelected);
         user::press(population(), "Ctrl+D");
@@ -68,7 +68,7 @@ void visit_editor(Tour& tour) {
     tour.step("edit it again", [] { user::press(population(), "Ctrl+D"); });
     tour.wait_for(kEditor);
     auto drawings = std::make_shared<std::vector<std::vector<std::uint32_t>>>();
-    for (const char* limit : {"10", "200", "10240"}) {
+    for (const char* limit : {"500", "3000", "10240"}) {
         show_limit(tour, limit);
         tour.step("what is drawn", [drawings] {
             drawings->push_back(user::pixels(editor(), {0, 40, 300, 300}));

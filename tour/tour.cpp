@@ -19,7 +19,7 @@ namespace {
 
 // A fixed seed, for the same turtles on every tour.
 std::uint32_t fixed_ticks() {
-    return 1234;
+    return 61;
 }
 
 // The log lines of a new population.
