@@ -142,6 +142,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR command_line, int) {
     tour::visit_editor(tour);
     tour::visit_files(tour);
     tour::visit_clipboard(tour);
+    tour::visit_example(tour);
     tour::visit_second_population(tour);
     tour::leave(tour);
     return tour.run(instance);

@@ -105,7 +105,8 @@ bool save_grab(const QWidget* window, const std::string& path) {
     const QRect shown = window->frameGeometry() & screen->geometry();
     if (window->frameGeometry() != window->geometry()) {
         // The frame is the window manager's, so it is on the screen and not in the window.
-        image = screen->grabWindow(0, shown.x(), shown.y(), shown.width(), shown.height()).toImage();
+        image =
+            screen->grabWindow(0, shown.x(), shown.y(), shown.width(), shown.height()).toImage();
     }
     return image.convertToFormat(QImage::Format_RGB32).save(QString::fromStdString(path), "PNG");
 }
