@@ -53,6 +53,11 @@ pelmora_windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb
     libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libcups2
     fonts-wine fonts-liberation)
 
+# Needed in addition to make the Debian package, to check it, and to try it in new systems.
+pelmora_package_packages=(dpkg-dev fakeroot file libpng-dev python3-markdown
+    appstream desktop-file-utils groff libxml2-utils lintian man-db
+    debian-archive-keyring mmdebstrap)
+
 # Needed in addition for the fuzzers.
 pelmora_fuzz_packages=(clang libclang-rt-dev)
 
