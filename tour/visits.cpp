@@ -122,7 +122,7 @@ void visit_first_population(Tour& tour) {
     tour.step("a moment", [&tour] {
         tour.check(Grid(population()).selected() == kFirstFavourite, "a click selects");
     });
-    tour.picture("first-generation", kPopulation);
+    tour.picture("retired-and-selected", kPopulation);
     tour.step("a click beside the cells", [] { user::click(population(), 98, 50); });
     tour.step("no selection", [&tour] {
         tour.check(Grid(population()).selected() == -1, "the frame is gone");
