@@ -50,6 +50,7 @@ pelmora_test_packages=(libgtest-dev xvfb openbox
 
 # Needed in addition to build for Windows and run that.
 pelmora_windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb zip nsis
+    python3-markdown
     # Optional for Wine: X extensions, printers and fonts.
     libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libcups2
     fonts-wine fonts-liberation)
