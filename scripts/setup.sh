@@ -40,13 +40,13 @@ pelmora_build_packages=(g++ gcc cmake ninja-build qt6-base-dev libgl-dev binutil
     fonts-dejavu-core x11-utils)
 
 # Needed in addition for the tests and the guided tour.
-pelmora_test_packages=(libgtest-dev xvfb openbox
+pelmora_test_packages=(libgtest-dev xvfb openbox weston qt6-wayland
     # For check_includes.
     python3
     # The sources of the locale of the second run of the tour.
     locales
     # Programs that read the files that Pelmora writes, and write what it reads.
-    ghostscript emf2svg librsvg2-bin poppler-utils xclip)
+    ghostscript emf2svg librsvg2-bin poppler-utils xclip wl-clipboard)
 
 # Needed in addition to build for Windows and run that.
 pelmora_windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb zip nsis

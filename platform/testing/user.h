@@ -51,6 +51,14 @@ std::string question();
 // The bytes that the clipboard offers in a format such as "image/x-emf"; empty for none.
 std::string copied(const std::string& format);
 
+// Whether programs place their windows and bring them to the front. A Wayland compositor does that
+// itself and tells no program where its windows are.
+bool programs_place_windows();
+
+// Whether the clipboard is empty after a program has emptied it or its owner has ended. A Wayland
+// compositor may keep the last text.
+bool clipboard_forgets();
+
 // Saves a picture of the whole window, including its menu bar, as a PNG file; where windows have a
 // frame, with the frame. False when the file cannot be written.
 bool save_picture(HWND window, const std::string& path);

@@ -39,16 +39,17 @@ TEST_F(Windows, LabelsNameFieldsAndSlidersForScreenReaders) {
 }
 
 TEST_F(Windows, DialogsReturnTheFocusToTheirOwner) {
-    HWND other = show_other();
+    HWND other = nullptr;
     user::Script script(end_script);
-    const auto active = [](HWND window) {
-        return [window] { return widget_of(window)->isActiveWindow(); };
+    const auto active = [](const HWND& window) {
+        return [&window] { return widget_of(window)->isActiveWindow(); };
     };
-    Answers()
-        .dialog("About", [&](HWND) { ShowWindow(other, SW_SHOW); })
-        .await("the other window", active(other)) // the window manager is asynchronous
-        .press("About", "Return")
-        .during([&] { open_dialog(window_, IDD_ABOUT); });
+    Answers answers;
+    if (user::programs_place_windows()) { // else the owner cannot come before the other window
+        answers.dialog("About", [&](HWND) { other = show_other(); });
+        answers.await("the other window", active(other)); // the window manager is asynchronous
+    }
+    answers.press("About", "Return").during([&] { open_dialog(window_, IDD_ABOUT); });
     script.await("the owner", active(window_));
     run(script);
     DestroyWindow(other);

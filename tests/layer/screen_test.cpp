@@ -1,11 +1,10 @@
 // What the screen shows of a window, also where the toolkit scales: layer_test.dense runs these
 // tests with a factor that is to be rounded to 2.
 #include "frames/frame.h"
+#include "platform/testing/qt/user_screen.h"
 #include "tests/contract/test_windows.h"
 
 #include <QApplication>
-#include <QPixmap>
-#include <QScreen>
 
 #include <algorithm>
 #include <cmath>
@@ -24,12 +23,11 @@ struct Shown {
 Shown compare_with_screen(HWND window, const RECT& area) {
     settle();
     auto* frame = static_cast<platform::Frame*>(platform::window_of(window)->widget());
-    const QPixmap picture = frame->screen()->grabWindow(frame->winId());
-    const double factor = picture.devicePixelRatio();
+    const QImage screen = user::window_image(frame);
+    const double factor = screen.devicePixelRatio();
     EXPECT_EQ(factor, std::floor(factor));
     const int side = static_cast<int>(factor);
     const QPoint origin = frame->client()->mapTo(frame, QPoint(0, 0));
-    const QImage screen = picture.toImage();
     HDC device = GetDC(window);
     Shown shown;
     for (int y = area.top; y < area.bottom; ++y) {

@@ -69,6 +69,10 @@ Qt::KeyboardModifiers held(unsigned modifiers) {
     return result;
 }
 
+bool on_wayland() {
+    return QGuiApplication::platformName().startsWith("wayland");
+}
+
 // Mouse events are sent to the native window, so that windows blocked by a dialog ignore them.
 void click_widget(QWidget* widget, const QPoint& at, Qt::MouseButton button = Qt::LeftButton,
                   Qt::KeyboardModifiers modifiers = {}) {
@@ -200,6 +204,14 @@ std::vector<std::string> menu_lines(HWND window) {
         }
     }
     return lines;
+}
+
+bool programs_place_windows() {
+    return !on_wayland();
+}
+
+bool clipboard_forgets() {
+    return !on_wayland();
 }
 
 bool save_picture(HWND window, const std::string& path) {

@@ -1,6 +1,7 @@
 #include "platform/testing/qt/user_screen.h"
 
 #include <QApplication>
+#include <QBackingStore>
 #include <QDeadlineTimer>
 #include <QPainter>
 #include <QPixmap>
@@ -17,6 +18,21 @@ namespace user {
 namespace {
 
 constexpr std::chrono::seconds kTimeout{10};
+
+// Whether programs can look at the screen, on which windows lie over each other. Elsewhere a
+// program knows only what its own windows have painted.
+bool screen_is_readable() {
+    return QGuiApplication::platformName() == "xcb";
+}
+
+// Paints what is still to be painted, now: the toolkit handles update requests last.
+void paint(const QWidget* top) {
+    const QDeadlineTimer deadline(kTimeout);
+    while (top->isVisible() && !top->windowHandle()->isExposed() && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    QCoreApplication::sendPostedEvents(const_cast<QWidget*>(top), QEvent::UpdateRequest);
+}
 
 // Whether no other window of this process covers this part of the screen.
 bool in_view(const QWidget* top, const QRect& part) {
@@ -59,28 +75,37 @@ void bring_into_view(QWidget* top, const QRect& part) {
 
 } // namespace
 
+QImage window_image(const QWidget* top) {
+    paint(top);
+    if (screen_is_readable()) {
+        return top->screen()->grabWindow(top->winId()).toImage();
+    }
+    const auto* painted = dynamic_cast<const QImage*>(top->backingStore()->paintDevice());
+    return painted != nullptr ? painted->copy() : QImage();
+}
+
 QImage grab(const QWidget* widget, const QRect& area) {
     QWidget* top = widget->window();
     const QRect part = area.translated(widget->mapTo(top, QPoint(0, 0)));
+    QImage image(area.size(), QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    if (!screen_is_readable()) {
+        QPainter(&image).drawImage(-part.topLeft(), window_image(top));
+        return image;
+    }
     const QPoint origin = top->mapToGlobal(QPoint(0, 0));
-    const bool own_screen = QGuiApplication::platformName() == "offscreen"; // one for each window
-    const QRect shown = own_screen ? part : part & top->screen()->geometry().translated(-origin);
+    const QRect shown = part & top->screen()->geometry().translated(-origin);
     const QDeadlineTimer deadline(kTimeout);
     QPixmap picture;
     do {
-        if (!own_screen) {
-            bring_into_view(top, shown.translated(origin));
-        }
-        // Paint now: the toolkit handles update requests last.
-        QCoreApplication::sendPostedEvents(top, QEvent::UpdateRequest);
+        bring_into_view(top, shown.translated(origin));
+        paint(top);
         if (!shown.isEmpty()) {
             picture = top->screen()->grabWindow(top->winId(), shown.x(), shown.y(), shown.width(),
                                                 shown.height());
         }
         // Repeated when the window manager has raised another window meanwhile.
-    } while (!own_screen && !in_view(top, shown.translated(origin)) && !deadline.hasExpired());
-    QImage image(area.size(), QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
+    } while (!in_view(top, shown.translated(origin)) && !deadline.hasExpired());
     QPainter(&image).drawPixmap(shown.topLeft() - part.topLeft(), picture);
     return image;
 }
@@ -89,8 +114,7 @@ void resize_on_screen(QWidget* top, const QSize& size) {
     const auto fits = [screen = top->screen()->size()](const QSize& of_window) {
         return !of_window.isEmpty() && of_window.boundedTo(screen) == of_window;
     };
-    const bool own_screen = QGuiApplication::platformName() == "offscreen";
-    const bool no_wait = own_screen || !fits(top->size()) || !fits(size);
+    const bool no_wait = !screen_is_readable() || !fits(top->size()) || !fits(size);
     top->resize(size);
     const QDeadlineTimer deadline(kTimeout);
     while (!no_wait && !deadline.hasExpired() &&

@@ -9,6 +9,10 @@
 
 namespace user {
 
+// A window without its frame as the screen shows it, in the screen's pixels. Where programs cannot
+// look at the screen it is what the window has painted to be shown.
+QImage window_image(const QWidget* top);
+
 // The screen's pixels of a part of a widget; transparent outside the screen. Does not repaint: what
 // has not reached the screen is missing.
 QImage grab(const QWidget* widget, const QRect& area);

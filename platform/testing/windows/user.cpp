@@ -235,6 +235,14 @@ std::string copied(const std::string& format) {
     return bytes;
 }
 
+bool programs_place_windows() {
+    return true;
+}
+
+bool clipboard_forgets() {
+    return true;
+}
+
 bool save_picture(HWND window, const std::string& path) {
     RECT outer{};
     GetWindowRect(window, &outer);
