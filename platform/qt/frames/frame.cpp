@@ -1,6 +1,7 @@
 #include "frames/frame.h"
 
 #include "controls/child_controls.h"
+#include "frames/accessible.h"
 #include "gdi/device_context.h"
 #include "resources/resources.h"
 #include "user/keys.h"
@@ -98,6 +99,13 @@ ClientArea::ClientArea(Frame* frame) : QWidget(frame), frame_(frame), controls_(
 
 TopLevelWindow* ClientArea::owner() const {
     return frame_->owner();
+}
+
+void ClientArea::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    if (owner() != nullptr) {
+        tell_focused(*owner());
+    }
 }
 
 void ClientArea::paintEvent(QPaintEvent* event) {
