@@ -10,10 +10,11 @@
 
 namespace platform {
 
+// A window keeps its role: listeners remember the first that they were told.
 enum class AccessibleRole {
     table,   // of cells
-    picture, // without parts
-    status,  // a line of text that changes
+    picture, // has no cells
+    status,  // one cell, with a text that is read out when it changes
 };
 
 struct AccessibleCell {
@@ -31,11 +32,9 @@ class AccessibleContent {
 
     virtual AccessibleRole role() const = 0;
     virtual std::string name() const = 0;
-    virtual std::string description() const { return {}; }
 
-    // Of a table: how many cells it has and how many are in a row, at least 1.
     virtual int cells() const { return 0; }
-    virtual int columns() const { return 1; }
+    virtual int columns() const { return 1; } // of a table: cells in a row, at least 1
     virtual AccessibleCell cell(int /*index, of an existing cell*/) const { return {}; }
     virtual int selected() const { return -1; } // -1: none
 };
@@ -50,9 +49,9 @@ enum class AccessibleAction : WPARAM { select, toggle, show_alone };
 // the content, the window has none.
 void describe(HWND window, const std::shared_ptr<AccessibleContent>& content);
 
-// Tell listeners what changed. `cell` is an index; -1 for a selection means none.
-void tell_selected(HWND window, int cell);
+// Tell listeners what changed. The selected cell is read out if the window has the keyboard.
+void tell_selected(HWND window);
 void tell_cell_changed(HWND window, int cell);
-void tell_content_changed(HWND window); // role, name, number or state of many cells
+void tell_content_changed(HWND window); // its name, or the number or state of many cells
 
 } // namespace platform

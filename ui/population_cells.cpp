@@ -21,8 +21,16 @@ std::string state_in_words(const LogoWindow* record, int index) {
     return text;
 }
 
-// The lifer in the single view; -1 after Revert, when it is one of the generation before.
-int lifer_alone(const LogoWindow* record) {
+bool grid_shown(const LogoWindow* record) {
+    return record->showGrid != 0;
+}
+
+} // namespace
+
+int LogoLiferOfCell(const LogoWindow* record, int cell) {
+    if (grid_shown(record)) {
+        return cell;
+    }
     const Lifer* lifers = record->current->lifers;
     const Lifer* end = lifers + record->lifeCount;
     const Lifer* alone = std::find_if(
@@ -30,45 +38,34 @@ int lifer_alone(const LogoWindow* record) {
     return alone != end ? static_cast<int>(alone - lifers) : -1;
 }
 
-bool grid_shown(const LogoWindow* record) {
-    return record->showGrid != 0;
-}
-
-} // namespace
-
-platform::AccessibleRole PopulationCells::role() const {
-    return grid_shown(record_) ? platform::AccessibleRole::table
-                               : platform::AccessibleRole::picture;
-}
-
 std::string PopulationCells::name() const {
-    if (grid_shown(record_)) {
-        return "Population of " + std::to_string(record_->lifeCount) + " turtles";
-    }
-    const int alone = lifer_alone(record_);
-    return alone >= 0 ? turtle_name(alone) + " alone" : "A turtle of the other generation alone";
-}
-
-std::string PopulationCells::description() const {
-    const int alone = grid_shown(record_) ? -1 : lifer_alone(record_);
-    return alone >= 0 ? state_in_words(record_, alone) : "";
+    return "Population of " + std::to_string(record_->lifeCount) + " turtles";
 }
 
 int PopulationCells::cells() const {
-    return grid_shown(record_) ? record_->lifeCount : 0;
+    return grid_shown(record_) ? record_->lifeCount : 1;
 }
 
 int PopulationCells::columns() const {
-    return std::max<int>(record_->columns, 1);
+    return grid_shown(record_) ? std::max<int>(record_->columns, 1) : 1;
 }
 
 platform::AccessibleCell PopulationCells::cell(int index) const {
-    return {turtle_name(index), state_in_words(record_, index), index == record_->selected,
-            LogoCellRect(record_, index)};
+    const int lifer = LogoLiferOfCell(record_, index);
+    if (grid_shown(record_)) {
+        return {turtle_name(lifer), state_in_words(record_, lifer), lifer == record_->selected,
+                LogoCellRect(record_, lifer)};
+    }
+    RECT all{};
+    GetClientRect(record_->hwnd, &all);
+    if (lifer < 0) {
+        return {"A turtle of the other generation alone", "", true, all};
+    }
+    return {turtle_name(lifer) + " alone", state_in_words(record_, lifer), true, all};
 }
 
 int PopulationCells::selected() const {
-    return grid_shown(record_) ? record_->selected : -1;
+    return grid_shown(record_) ? record_->selected : 0;
 }
 
 } // namespace pelmora

@@ -1,5 +1,6 @@
 #include "ui/population_input.h"
 
+#include "ui/population_cells.h"
 #include "ui/population_view.h"
 
 #include <algorithm>
@@ -22,13 +23,13 @@ void select_lifer(HWND window, LogoWindow* record, int index) {
     if (index >= 0) {
         LogoDrawSelection(device.get(), record, index);
     }
-    platform::tell_selected(window, index);
+    platform::tell_selected(window);
 }
 
 void toggle_mark(HWND window, LogoWindow* record, int index) {
     record->lifeFlags[index] ^= LIVE_FLAG;
     LogoInvalidateCell(record, index);
-    platform::tell_cell_changed(window, index);
+    platform::tell_cell_changed(window, record->showGrid != 0 ? index : 0);
 }
 
 void redraw_all(HWND window) {
@@ -139,16 +140,21 @@ bool LogoKey(HWND window, LogoWindow* record, WPARAM key) {
 
 // --- Assistive technology ------------------------------------------------------------------------
 
-void LogoAct(HWND window, LogoWindow* record, platform::AccessibleAction action, LPARAM index) {
-    if (index < 0 || index >= record->lifeCount || record->showGrid == 0) {
-        return; // asked for what was there before
+void LogoAct(HWND window, LogoWindow* record, platform::AccessibleAction action, LPARAM cell) {
+    const bool grid = record->showGrid != 0;
+    // The cell may be one of what was shown before.
+    const bool shown = cell >= 0 && cell < (grid ? record->lifeCount : 1);
+    const int lifer = shown ? LogoLiferOfCell(record, static_cast<int>(cell)) : -1;
+    if (lifer < 0) {
+        return;
     }
-    const int lifer = static_cast<int>(index);
-    select_lifer(window, record, lifer);
+    if (grid) {
+        select_lifer(window, record, lifer);
+    }
     if (action == platform::AccessibleAction::toggle) {
         toggle_mark(window, record, lifer);
     } else if (action == platform::AccessibleAction::show_alone) {
-        show_alone(window, record, lifer);
+        grid ? show_alone(window, record, lifer) : show_grid(window, record);
     }
 }
 

@@ -16,7 +16,8 @@ void LogoMouse(HWND window, LogoWindow* record, UINT message, WPARAM flags, POIN
 // does nothing.
 bool LogoKey(HWND window, LogoWindow* record, WPARAM key);
 
-// Does to a lifer what assistive technology asks for; nothing when there is none at `index`.
-void LogoAct(HWND window, LogoWindow* record, platform::AccessibleAction action, LPARAM index);
+// Does what assistive technology asks for, to the lifer of a cell: see PopulationCells. Showing a
+// lifer alone that is alone shows the grid again. Nothing when there is no such cell.
+void LogoAct(HWND window, LogoWindow* record, platform::AccessibleAction action, LPARAM cell);
 
 } // namespace pelmora

@@ -2,7 +2,7 @@
 
 #include "frames/frame.h"
 
-#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QMenu>
 
 namespace platform {
@@ -14,6 +14,9 @@ namespace {
 QAccessibleInterface* make_accessible(const QString& class_name, QObject* object) {
     if (auto* client = dynamic_cast<ClientArea*>(object)) {
         return client->owner() != nullptr ? accessible_content(client) : nullptr;
+    }
+    if (auto* frame = dynamic_cast<Frame*>(object)) {
+        return new QAccessibleWidget(frame, QAccessible::Window);
     }
     if (class_name == QLatin1String("QMenu")) {
         return accessible_menu(static_cast<QMenu*>(object));
@@ -36,6 +39,13 @@ void tell(QWidget* client, QAccessible::Event what, int cell) {
     QAccessible::updateAccessibility(&event);
 }
 
+// Makes the toolkit describe all cells anew. Listeners keep what they were told of an object, and
+// read nothing out for one that has the focus already; a new one is read.
+void renew_cells(QWidget* client) {
+    QAccessibleTableModelChangeEvent change(client, QAccessibleTableModelChangeEvent::ModelReset);
+    QAccessible::updateAccessibility(&change);
+}
+
 } // namespace
 
 void install_accessibility() {
@@ -48,25 +58,29 @@ void describe(HWND window, const std::shared_ptr<AccessibleContent>& content) {
     }
 }
 
-void tell_focused(const Window& window) {
-    const std::shared_ptr<AccessibleContent> content = window.content.lock();
-    if (content != nullptr && content->selected() >= 0) {
-        tell_selected(window.handle(), content->selected());
+void tell_selected(HWND window) {
+    QWidget* client = described(window);
+    const int cell = client != nullptr ? window_of(window)->content.lock()->selected() : -1;
+    if (client == nullptr) {
+        return;
     }
-}
-
-void tell_selected(HWND window, int cell) {
-    if (QWidget* client = described(window)) {
-        tell(client, QAccessible::SelectionWithin, -1);
+    if (cell >= 0) {
+        tell(client, QAccessible::Selection, cell);
+    }
+    if (client->hasFocus()) {
         tell(client, QAccessible::Focus, cell);
-        if (cell >= 0) {
-            tell(client, QAccessible::Selection, cell);
-        }
     }
 }
 
 void tell_cell_changed(HWND window, int cell) {
-    if (QWidget* client = described(window)) {
+    QWidget* client = described(window);
+    if (client == nullptr) {
+        return;
+    }
+    if (cell == window_of(window)->content.lock()->selected()) {
+        renew_cells(client);
+        tell_selected(window);
+    } else {
         tell(client, QAccessible::DescriptionChanged, cell);
     }
 }
@@ -76,12 +90,12 @@ void tell_content_changed(HWND window) {
     if (client == nullptr) {
         return;
     }
-    QAccessibleTableModelChangeEvent change(client, QAccessibleTableModelChangeEvent::ModelReset);
-    QAccessible::updateAccessibility(&change);
+    renew_cells(client);
     tell(client, QAccessible::NameChanged, -1);
-    const std::shared_ptr<AccessibleContent> content = window_of(window)->content.lock();
-    if (client->hasFocus()) { // what is shown now is read
-        tell(client, QAccessible::Focus, content->selected());
+    if (window_of(window)->content.lock()->role() == AccessibleRole::status) {
+        tell(client, QAccessible::ObjectShow, 0);
+    } else {
+        tell_selected(window);
     }
 }
 

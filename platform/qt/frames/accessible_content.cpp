@@ -33,7 +33,9 @@ class CellAccessible final : public QAccessibleInterface,
     QWindow* window() const override {
         return client_ != nullptr ? client_->window()->windowHandle() : nullptr;
     }
-    QAccessible::Role role() const override { return QAccessible::Cell; }
+    QAccessible::Role role() const override {
+        return in_table() ? QAccessible::Cell : QAccessible::Notification;
+    }
     QAccessible::State state() const override;
     QString text(QAccessible::Text which) const override;
     void setText(QAccessible::Text, const QString&) override {}
@@ -47,14 +49,12 @@ class CellAccessible final : public QAccessibleInterface,
     QAccessibleInterface* childAt(int, int) const override { return nullptr; }
 
     void* interface_cast(QAccessible::InterfaceType type) override {
-        switch (type) {
-        case QAccessible::ActionInterface:
+        if (in_table() && type == QAccessible::ActionInterface) {
             return static_cast<QAccessibleActionInterface*>(this);
-        case QAccessible::TableCellInterface:
-            return static_cast<QAccessibleTableCellInterface*>(this);
-        default:
-            return nullptr;
         }
+        return in_table() && type == QAccessible::TableCellInterface
+                   ? static_cast<QAccessibleTableCellInterface*>(this)
+                   : nullptr;
     }
 
     // Actions
@@ -80,6 +80,7 @@ class CellAccessible final : public QAccessibleInterface,
         return open ? client_->owner()->content.lock() : nullptr;
     }
     AccessibleCell cell() const { return content()->cell(index_); }
+    bool in_table() const { return isValid() && content()->role() == AccessibleRole::table; }
 
     QPointer<ClientArea> client_;
     int index_;
@@ -92,8 +93,8 @@ QAccessible::State CellAccessible::state() const {
         return state;
     }
     const AccessibleCell now = cell();
-    state.selectable = true;
-    state.focusable = true;
+    state.selectable = in_table();
+    state.focusable = in_table();
     state.selected = now.selected;
     state.focused = now.selected && client_->hasFocus();
     state.offscreen =
@@ -147,7 +148,7 @@ class ContentAccessible final : public QAccessibleWidget, public QAccessibleTabl
     QAccessibleInterface* childAt(int x, int y) const override;
     QAccessibleInterface* focusChild() const override;
     void* interface_cast(QAccessible::InterfaceType type) override {
-        return type == QAccessible::TableInterface && cells() > 0
+        return type == QAccessible::TableInterface && role() == QAccessible::Table
                    ? static_cast<QAccessibleTableInterface*>(this)
                    : QAccessibleWidget::interface_cast(type);
     }
@@ -211,9 +212,6 @@ QString ContentAccessible::text(QAccessible::Text which) const {
     const std::shared_ptr<AccessibleContent> all = content();
     if (all != nullptr && which == QAccessible::Name) {
         return QString::fromStdString(all->name());
-    }
-    if (all != nullptr && which == QAccessible::Description) {
-        return QString::fromStdString(all->description());
     }
     return QAccessibleWidget::text(which);
 }

@@ -69,7 +69,9 @@ class EntryAccessible final : public QAccessibleInterface, public QAccessibleAct
     }
     QStringList keyBindingsForAction(const QString& name) const override {
         const QString key = isValid() ? shortcut_of(*action_) : QString();
-        return name == pressAction() && !key.isEmpty() ? QStringList(key) : QStringList();
+        // The mnemonic, the way to the entry, and the shortcut: readers tell them apart by place.
+        return name == pressAction() && !key.isEmpty() ? QStringList{QString(), QString(), key}
+                                                       : QStringList();
     }
 
   private:

@@ -1,7 +1,6 @@
 #include "frames/frame.h"
 
 #include "controls/child_controls.h"
-#include "frames/accessible.h"
 #include "gdi/device_context.h"
 #include "resources/resources.h"
 #include "user/keys.h"
@@ -104,7 +103,7 @@ TopLevelWindow* ClientArea::owner() const {
 void ClientArea::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
     if (owner() != nullptr) {
-        tell_focused(*owner());
+        tell_selected(owner()->handle());
     }
 }
 

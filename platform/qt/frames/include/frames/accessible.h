@@ -9,13 +9,9 @@ class QMenu;
 namespace platform {
 
 class ClientArea;
-class Window;
 
 // Makes the toolkit ask here for client areas and menus. Called once, at the start.
 void install_accessibility();
-
-// The window itself, and not one of its controls, has the keyboard.
-void tell_focused(const Window& window);
 
 // The descriptions; the toolkit owns them.
 QAccessibleInterface* accessible_content(ClientArea* client);
