@@ -38,14 +38,6 @@ void notify_focus(HWND window, int cell) {
     }
 }
 
-// The system tells of the window alone.
-void tell_focused(HWND window) {
-    const std::shared_ptr<AccessibleContent> content = content_of(window);
-    if (content != nullptr && content->selected() >= 0) {
-        notify_focus(window, content->selected());
-    }
-}
-
 // --- Answering -----------------------------------------------------------------------------------
 
 // 0 when there is no content.
@@ -81,7 +73,7 @@ LRESULT CALLBACK DescribedProc(HWND window, UINT message, WPARAM wparam, LPARAM 
     }
     const LRESULT result = DefSubclassProc(window, message, wparam, lparam);
     if (message == WM_SETFOCUS) {
-        tell_focused(window);
+        tell_selected(window); // the system tells of the window alone
     }
     return result;
 }
@@ -110,17 +102,18 @@ void describe(HWND window, const std::shared_ptr<AccessibleContent>& content) {
     }
 }
 
-void tell_selected(HWND window, int cell) {
-    if (content_of(window) != nullptr) {
+void tell_selected(HWND window) {
+    const std::shared_ptr<AccessibleContent> content = content_of(window);
+    if (content != nullptr) {
+        const int cell = content->selected();
         notify_focus(window, cell);
         notify(cell >= 0 ? EVENT_OBJECT_SELECTION : EVENT_OBJECT_SELECTIONWITHIN, window, cell);
     }
 }
 
 void tell_cell_changed(HWND window, int cell) {
-    const std::shared_ptr<AccessibleContent> content = content_of(window);
-    if (content != nullptr) { // the content as a whole, while it shows the cell alone
-        notify(EVENT_OBJECT_DESCRIPTIONCHANGE, window, cell < content->cells() ? cell : -1);
+    if (content_of(window) != nullptr) {
+        notify(EVENT_OBJECT_DESCRIPTIONCHANGE, window, cell);
     }
 }
 
@@ -129,10 +122,14 @@ void tell_content_changed(HWND window) {
     if (content == nullptr) {
         return;
     }
-    const int selected = content->selected();
+    const bool status = content->role() == AccessibleRole::status;
     notify(EVENT_OBJECT_REORDER, window, -1);
     notify(EVENT_OBJECT_NAMECHANGE, window, -1);
-    notify_focus(window, selected); // what is shown now is read
+    if (status) {
+        notify(EVENT_SYSTEM_ALERT, window, 0);
+    } else {
+        tell_selected(window); // what is shown now is read
+    }
 }
 
 } // namespace platform

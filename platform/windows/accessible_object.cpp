@@ -131,7 +131,7 @@ HRESULT AccessibleObject::get_accDescription(VARIANT child, BSTR* description) {
 
 HRESULT AccessibleObject::get_accRole(VARIANT child, VARIANT* role) {
     return answer(
-        child, role, role_of, [](const AccessibleCell&) { return ROLE_SYSTEM_CELL; },
+        child, role, role_of, [this](const AccessibleCell&) { return cell_role_of(*content()); },
         &IAccessible::get_accRole);
 }
 

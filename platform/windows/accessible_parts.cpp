@@ -37,10 +37,13 @@ LONG role_of(const AccessibleContent& content) {
     return ROLE_SYSTEM_GRAPHIC;
 }
 
+LONG cell_role_of(const AccessibleContent& content) {
+    return content.role() == AccessibleRole::status ? ROLE_SYSTEM_ALERT : ROLE_SYSTEM_CELL;
+}
+
 std::string description_of(const AccessibleContent& content) {
-    std::string own = content.description();
-    if (!own.empty() || content.cells() == 0) {
-        return own;
+    if (content.role() != AccessibleRole::table) {
+        return {};
     }
     return counted(row_count(content), "row") + ", " + counted(content.columns(), "column");
 }

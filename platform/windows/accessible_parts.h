@@ -7,9 +7,11 @@
 
 namespace platform {
 
-// Of the content as a whole. A table that has no description tells its rows and columns.
+// Of the content as a whole. A table is described by its rows and columns.
 LONG role_of(const AccessibleContent& content);
 std::string description_of(const AccessibleContent& content);
+
+LONG cell_role_of(const AccessibleContent& content);
 
 // The STATE_SYSTEM_... of a cell in a window.
 LONG state_of(HWND window, const AccessibleCell& cell);
