@@ -8,6 +8,7 @@
 #include "ui/shell.h"
 #include "ui/window_names.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace pelmora_bench {

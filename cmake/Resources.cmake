@@ -1,7 +1,10 @@
 # Compiles resource scripts with windres, the same tool and the same script on every platform.
 
-find_program(PELMORA_WINDRES NAMES x86_64-w64-mingw32-windres windres)
-if(NOT PELMORA_WINDRES)
+# On Windows CMake itself finds it, as the compiler of the language RC.
+if(NOT WIN32)
+    find_program(PELMORA_WINDRES NAMES x86_64-w64-mingw32-windres windres)
+endif()
+if(NOT WIN32 AND NOT PELMORA_WINDRES)
     message(FATAL_ERROR
         "windres was not found; it compiles menus, dialogs and icons. On Debian and Ubuntu it is in "
         "the package binutils-mingw-w64-x86-64. Elsewhere name it with -DPELMORA_WINDRES=PATH.")
@@ -35,8 +38,8 @@ function(pelmora_resources target script)
         COMMENT "Compiling resources ${name}"
         VERBATIM)
 
-    set(assembly ${CMAKE_CURRENT_BINARY_DIR}/${target}.${name}.s)
-    configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/resources.s.in ${assembly} @ONLY)
+    set(assembly ${CMAKE_CURRENT_BINARY_DIR}/${target}.${name}.S)
+    configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/resources.S.in ${assembly} @ONLY)
     set_source_files_properties(${assembly} PROPERTIES OBJECT_DEPENDS ${res})
     target_sources(${target} PRIVATE ${assembly})
 endfunction()

@@ -10,9 +10,10 @@ pelmora_packages() {
     fi
     local missing=() package
     for package in "$@"; do
-        # A package may be installed for several architectures, with a line for each.
+        # A package may be installed for several architectures, with a line for each; grep reads them
+        # all, as a writer that nobody reads would fail.
         if ! dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null |
-            grep -qx installed; then
+            grep -x installed >/dev/null; then
             missing+=("$package")
         fi
     done
@@ -50,7 +51,7 @@ pelmora_test_packages=(libgtest-dev xvfb openbox
     ghostscript emf2svg librsvg2-bin poppler-utils xclip)
 
 # Needed in addition to build for Windows and run that.
-pelmora_windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb zip
+pelmora_windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb zip nsis
     # Optional for Wine: X extensions, printers and fonts.
     libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libcups2
     fonts-wine fonts-liberation)
@@ -63,13 +64,14 @@ pelmora_package_packages=(dpkg-dev fakeroot file libpng-dev python3-markdown
 # Needed in addition for the fuzzers.
 pelmora_fuzz_packages=(clang libclang-rt-dev)
 
-# pelmora_build ROOT PRESET [TARGET...]: configures and builds.
+# pelmora_build ROOT PRESET [TARGET...]: configures and builds. Where pelmora_strict is set, warnings
+# are errors in every preset.
 pelmora_build() {
     local root=$1 preset=$2
     shift 2
     (
         cd "$root"
-        cmake --preset "$preset" >/dev/null
+        cmake --preset "$preset" ${pelmora_strict:+-DCMAKE_COMPILE_WARNING_AS_ERROR=ON} >/dev/null
         if [ $# -gt 0 ]; then cmake --build "build/$preset" --target "$@"; else cmake --build "build/$preset"; fi
     )
 }

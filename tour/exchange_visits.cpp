@@ -7,6 +7,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -14,9 +16,11 @@ namespace tour {
 
 namespace {
 
-constexpr int kSelected = 36;
+constexpr int kSelected = 21;
 
+const char* const kExample = PELMORA_EXAMPLES "/generation-10.lpf";
 const char* const kPopulationFile = "generation.lpf";
+const char* const kExampleFile = "example.lpf";
 const char* const kTurtleFile = "turtle.txt";
 const char* const kEpsFile = "turtle.eps";
 const char* const kMetafile = "turtle.emf";
@@ -48,6 +52,11 @@ void expect_status(Tour& tour, const std::string& text) {
     });
 }
 
+std::string content(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 void show_limit(Tour& tour, const std::string& limit) {
     tour.step("limit " + limit, [limit] { user::type(editor(), IDC_LIMIT, limit); });
     tour.step("Redraw", [] { user::click_control(editor(), IDC_REDRAW); });
@@ -57,7 +66,7 @@ void show_limit(Tour& tour, const std::string& limit) {
 } // namespace
 
 void visit_editor(Tour& tour) {
-    tour.step("a wide window", [] { user::resize(population(), 1210, 410); });
+    tour.step("a wide window", show_four_rows);
     tour.step("edit a turtle", [] {
         click_cell(population(), kSelected);
         user::press(population(), "Ctrl+D");
@@ -68,7 +77,7 @@ void visit_editor(Tour& tour) {
     tour.step("edit it again", [] { user::press(population(), "Ctrl+D"); });
     tour.wait_for(kEditor);
     auto drawings = std::make_shared<std::vector<std::vector<std::uint32_t>>>();
-    for (const char* limit : {"10", "200", "10240"}) {
+    for (const char* limit : {"500", "3000", "10240"}) {
         show_limit(tour, limit);
         tour.step("what is drawn", [drawings] {
             drawings->push_back(user::pixels(editor(), {0, 40, 300, 300}));
@@ -151,7 +160,8 @@ void visit_printer(Tour& tour) {
 
 void visit_files(Tour& tour) {
     // Removes the files of an earlier tour, as the dialogs would ask about them.
-    for (const char* name : {kPopulationFile, kTurtleFile, kEpsFile, kMetafile, kPrintedFile}) {
+    for (const char* name :
+         {kPopulationFile, kExampleFile, kTurtleFile, kEpsFile, kMetafile, kPrintedFile}) {
         std::filesystem::remove(tour.file(name));
     }
     visit_population_file(tour);
@@ -184,6 +194,25 @@ void visit_clipboard(Tour& tour) {
         tour.check(Grid(population()).same_picture(kSelected, kSelected + 2), "twice the same");
     });
     tour.picture("copied", kPopulation);
+}
+
+void visit_example(Tour& tour) {
+    auto grid = std::make_shared<Grid>();
+    tour.step("before the example", [grid] { *grid = Grid(population()); });
+    choose(tour, "Load Population...");
+    name_file(tour, kExample);
+    expect_alert(tour, "Loaded 48 turtles.");
+    tour.step("the example", [&tour, grid] {
+        tour.check(Grid(population()).changed_from(*grid) >= 40, "the pictures are new");
+    });
+    tour.picture("example", kPopulation);
+    choose(tour, "Save Population...");
+    name_file(tour, kExampleFile);
+    expect_status(tour, "Sucessfully saved turtle population.");
+    tour.step("the file", [&tour] {
+        tour.check(content(tour.file(kExampleFile)) == content(tour.file(kExample)),
+                   "an unchanged population is saved as it was loaded");
+    });
 }
 
 void render_files(Tour& tour) {

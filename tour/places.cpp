@@ -14,6 +14,10 @@ HWND dialog() {
     return user::find_window(kDialog);
 }
 
+void show_four_rows() {
+    user::resize(population(), 1210, 410);
+}
+
 void expect_alert(Tour& tour, const std::string& text, const std::string& picture) {
     tour.wait_for(kAlert);
     tour.step("Escape at an alert", [&tour, text] {

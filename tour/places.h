@@ -17,6 +17,9 @@ HWND main_window();
 HWND population(); // the newest
 HWND dialog();
 
+// Resizes the newest population window to four rows of twelve cells.
+void show_four_rows();
+
 // Adds steps for an alert, which must show `text`, ignore Escape and close on Return.
 void expect_alert(Tour& tour, const std::string& text, const std::string& picture = "");
 

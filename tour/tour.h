@@ -33,8 +33,10 @@ class Tour {
     // Adds a step that saves a picture of the window with this title.
     void picture(const std::string& name, const std::string& title);
 
-    // The path of an output file of the tour.
-    std::string file(const std::string& name) const { return (folder_ / name).string(); }
+    // The path of an output file of the tour; an absolute `name` stays what it is.
+    std::string file(const std::string& name) const {
+        return (folder_ / name).make_preferred().string();
+    }
 
     // Reports a failure of the current step unless `holds`.
     void check(bool holds, const std::string& what);
@@ -62,6 +64,7 @@ void visit_second_population(Tour& tour);
 void visit_editor(Tour& tour);
 void visit_files(Tour& tour);
 void visit_clipboard(Tour& tour);
+void visit_example(Tour& tour);
 void leave(Tour& tour);
 
 // Converts the tour's output files to pictures by other programs, where they are installed.

@@ -51,8 +51,8 @@ std::string question();
 // The bytes that the clipboard offers in a format such as "image/x-emf"; empty for none.
 std::string copied(const std::string& format);
 
-// Saves a picture of the whole window, including its menu bar, as a PNG file. False when the file
-// cannot be written.
+// Saves a picture of the whole window, including its menu bar, as a PNG file; where windows have a
+// frame, with the frame. False when the file cannot be written.
 bool save_picture(HWND window, const std::string& path);
 bool save_system_dialog_picture(const std::string& path);
 

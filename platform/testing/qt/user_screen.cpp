@@ -99,10 +99,16 @@ void resize_on_screen(QWidget* top, const QSize& size) {
     }
 }
 
-bool save_grab(const QWidget* widget, const std::string& path) {
-    return grab(widget, widget->rect())
-        .convertToFormat(QImage::Format_RGB32)
-        .save(QString::fromStdString(path), "PNG");
+bool save_grab(const QWidget* window, const std::string& path) {
+    QImage image = grab(window, window->rect());
+    QScreen* screen = window->screen();
+    const QRect shown = window->frameGeometry() & screen->geometry();
+    if (window->frameGeometry() != window->geometry()) {
+        // The frame is the window manager's, so it is on the screen and not in the window.
+        image =
+            screen->grabWindow(0, shown.x(), shown.y(), shown.width(), shown.height()).toImage();
+    }
+    return image.convertToFormat(QImage::Format_RGB32).save(QString::fromStdString(path), "PNG");
 }
 
 } // namespace user

@@ -13,8 +13,9 @@ namespace user {
 // has not reached the screen is missing.
 QImage grab(const QWidget* widget, const QRect& area);
 
-// Saves the screen's pixels of a widget as a PNG file. False when it cannot be written.
-bool save_grab(const QWidget* widget, const std::string& path);
+// Saves the screen's pixels of a window as a PNG file, with the window manager's frame if it has
+// one. False when it cannot be written.
+bool save_grab(const QWidget* window, const std::string& path);
 
 // Resizes a window and waits until the screen shows the new size: the toolkit reports it before the
 // window manager has applied it, and late reports of earlier sizes may follow. Does not wait when

@@ -2,6 +2,7 @@
 // window.
 #include "platform/testing/windows/user_parts.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <vector>
