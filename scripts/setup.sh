@@ -45,6 +45,8 @@ pelmora_test_packages=(libgtest-dev xvfb openbox weston qt6-wayland
     python3
     # The sources of the locale of the second run of the tour.
     locales
+    # What a screen reader would use, and keys for it.
+    at-spi2-core dbus-daemon gir1.2-atspi-2.0 python3-gi xdotool
     # Programs that read the files that Pelmora writes, and write what it reads.
     ghostscript emf2svg librsvg2-bin poppler-utils xclip wl-clipboard)
 

@@ -17,8 +17,8 @@ bool can_write(const char* path) {
 }
 
 // The banner is written over the old content, and what is behind it is cut off. Truncating on
-// opening would cost each start milliseconds on a busy disk: some file systems write a file that was
-// cut to nothing back to the disk when it is closed.
+// opening would cost each start milliseconds on a busy disk: some file systems write a file that
+// was cut to nothing back to the disk when it is closed.
 void open_log(std::FILE* stream, const char* path) {
     // A failed freopen() would leave the stream closed and its descriptor free: the next file
     // opened, maybe a user's drawing, would get it and with it the log lines.

@@ -1,5 +1,6 @@
 #include "services/status.h"
 
+#include "platform/accessible.h"
 #include "services/application.h"
 
 #include <cstdio>
@@ -13,6 +14,16 @@ constexpr LONG kLineHeight = 17;
 
 char status_text[256] = "Ready.";
 
+class StatusLine : public platform::AccessibleContent {
+  public:
+    platform::AccessibleRole role() const override { return platform::AccessibleRole::status; }
+    std::string name() const override { return status_text; }
+    int cells() const override { return 1; }
+    platform::AccessibleCell cell(int) const override {
+        return {status_text, "", false, StatusRect(MainWindow())};
+    }
+};
+
 } // namespace
 
 void SetStatusText(const char* text) {
@@ -23,7 +34,13 @@ void SetStatusText(const char* text) {
     if (IsWindow(MainWindow())) {
         const RECT line = StatusRect(MainWindow());
         InvalidateRect(MainWindow(), &line, TRUE);
+        platform::tell_content_changed(MainWindow());
     }
+}
+
+void DescribeStatusLine(HWND window) {
+    static const auto line = std::make_shared<StatusLine>();
+    platform::describe(window, line);
 }
 
 const char* StatusText() {

@@ -12,6 +12,9 @@ void SetStatusText(const char* text);
 // What the status line says; "Ready." at start.
 const char* StatusText();
 
+// Tells assistive technology of the status line of the main window `window`, and of its changes.
+void DescribeStatusLine(HWND window);
+
 // The place of the status line in the client area of the main window `window`.
 RECT StatusRect(HWND window);
 

@@ -29,11 +29,13 @@ void zoom(LogoWindow* record, const Lifer* lifer) {
     record->zoomTree = lifer != nullptr ? lifer->program : nullptr;
     if (record->showGrid == 0) { // the view shows another drawing
         RedrawWindow(record->hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+        platform::tell_content_changed(record->hwnd);
     }
 }
 
-void invalidate_all(HWND window) {
+void show_population(HWND window) {
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
+    platform::tell_content_changed(window);
 }
 
 bool is_zoomed(const LogoWindow* record, int index) {
@@ -48,6 +50,7 @@ void show_new_program(HWND window, LogoWindow* record, int index, bool zoomed) {
     }
     LogoMakePict(window, record, index);
     LogoInvalidateCell(record, index);
+    platform::tell_cell_changed(window, index);
 }
 
 } // namespace
@@ -84,7 +87,7 @@ void LogoEvolveGenerations(HWND window, LogoWindow* record, int generations) {
     if (zoom_lost) {
         LogoZoomSelected(record);
     }
-    invalidate_all(window);
+    show_population(window);
 }
 
 void LogoRevertPop(HWND window, LogoWindow* record) {
@@ -98,17 +101,17 @@ void LogoRevertPop(HWND window, LogoWindow* record) {
     std::swap(record->current, record->previous);
     LogoMakePopPicts(window, record);
     pop_statistics(record->current.get());
-    invalidate_all(window);
+    show_population(window);
 }
 
 void LogoAllLive(HWND window, LogoWindow* record) {
     set_all_flags(record, LIVE_FLAG);
-    invalidate_all(window);
+    show_population(window);
 }
 
 void LogoAllRetire(HWND window, LogoWindow* record) {
     set_all_flags(record, 0);
-    invalidate_all(window);
+    show_population(window);
 }
 
 void LogoMutateTurtle(HWND window, LogoWindow* record) {

@@ -13,7 +13,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <memory>
 #include <new>
+#include <string>
 #include <utility>
 
 namespace pelmora {
@@ -36,6 +38,20 @@ HWND create_window(HINSTANCE instance) {
     return window;
 }
 
+// What assistive technology is told of the drawing.
+class Drawing : public platform::AccessibleContent {
+  public:
+    explicit Drawing(const EngineWindow* record) : record_(record) {} // which owns it
+
+    platform::AccessibleRole role() const override { return platform::AccessibleRole::picture; }
+    std::string name() const override {
+        return "Turtle drawn up to " + std::to_string(record_->stepLimit) + " steps";
+    }
+
+  private:
+    const EngineWindow* record_;
+};
+
 struct ControlDesign {
     const char* window_class;
     const char* text;
@@ -45,9 +61,9 @@ struct ControlDesign {
 };
 
 HWND create_control(HWND window, HINSTANCE instance, const ControlDesign& design) {
-    return CreateWindowExA(0, design.window_class, design.text,
-                           WS_CHILD | WS_VISIBLE | design.style, design.left, 8, 100, 21, window,
-                           reinterpret_cast<HMENU>(design.id), instance, nullptr);
+    return CreateWindowExA(0, design.window_class, design.text, WS_CHILD | design.style,
+                           design.left, 8, 100, 21, window, reinterpret_cast<HMENU>(design.id),
+                           instance, nullptr);
 }
 
 void EngineDestroy(HWND window) {
@@ -115,6 +131,7 @@ void take_limit(HWND window, EngineWindow* record) {
     char text[32] = "";
     GetWindowTextA(record->limitEdit, text, sizeof text);
     record->stepLimit = TypedNumber(text);
+    platform::tell_content_changed(window);
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
 }
 
@@ -174,13 +191,17 @@ HWND CreateEngineWindow(HINSTANCE instance, ExprTree tree) {
     if (window == nullptr) {
         return nullptr;
     }
-    record->limitEdit =
-        create_control(window, instance, {"EDIT", "10240", WS_BORDER | ES_NUMBER, 8, IDC_LIMIT});
-    HWND button = create_control(window, instance,
-                                 {"BUTTON", "Redraw...", BS_DEFPUSHBUTTON, 120, IDC_REDRAW});
+    // Never shown: a screen reader takes the text before a field for its name.
+    create_control(window, instance, {"STATIC", "Step limit", 0, 8, 0});
+    record->limitEdit = create_control(
+        window, instance, {"EDIT", "10240", WS_VISIBLE | WS_BORDER | ES_NUMBER, 8, IDC_LIMIT});
+    HWND button = create_control(
+        window, instance, {"BUTTON", "Redraw...", WS_VISIBLE | BS_DEFPUSHBUTTON, 120, IDC_REDRAW});
     for (HWND control : {record->limitEdit, button}) {
         SetWindowSubclass(control, ControlKeysProc, 0, reinterpret_cast<DWORD_PTR>(window));
     }
+    record->drawing = std::make_shared<Drawing>(record.get());
+    platform::describe(window, record->drawing);
     attach_record(window, std::move(record));
     return window;
 }

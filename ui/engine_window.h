@@ -4,10 +4,12 @@
 #pragma once
 
 #include "model/expr.h"
+#include "platform/accessible.h"
 #include "platform/win32.h"
 #include "turtle/draw.h"
 
 #include <cstdint>
+#include <memory>
 
 namespace pelmora {
 
@@ -18,6 +20,7 @@ struct EngineWindow {
     DrawContext drawContext{};
     std::int32_t stepLimit = kDefaultMaxSteps; // as last taken from the edit field
     ExprTree tree;
+    std::shared_ptr<platform::AccessibleContent> drawing; // what assistive technology is told of it
 };
 
 // A new hidden editor, which owns the program. Null when it could not be created: the user is told

@@ -104,6 +104,7 @@ AfterDialogs LogoLoadPop(HWND window, LogoWindow* record) {
         LogoMakePopPicts(window, record);
         pop_statistics(record->current.get());
         RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
+        platform::tell_content_changed(window);
     };
 }
 

@@ -70,9 +70,11 @@ HWND CreateMainWindow(HINSTANCE instance) {
     constexpr int kTop = 10;
     constexpr int kWidth = 480;
     constexpr int kHeight = 75;
-    return CreateWindowExA(WS_EX_OVERLAPPEDWINDOW, window_names().main_class,
-                           window_names().main_title, WS_OVERLAPPEDWINDOW, kLeft, kTop, kWidth,
-                           kHeight, nullptr, nullptr, instance, nullptr);
+    HWND window = CreateWindowExA(WS_EX_OVERLAPPEDWINDOW, window_names().main_class,
+                                  window_names().main_title, WS_OVERLAPPEDWINDOW, kLeft, kTop,
+                                  kWidth, kHeight, nullptr, nullptr, instance, nullptr);
+    DescribeStatusLine(window);
+    return window;
 }
 
 } // namespace pelmora

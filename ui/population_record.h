@@ -3,6 +3,7 @@
 
 #include "evolve/generation.h"
 #include "evolve/population.h"
+#include "platform/accessible.h"
 #include "platform/win32.h"
 #include "services/gdi_owners.h"
 #include "turtle/draw.h"
@@ -29,6 +30,7 @@ struct LogoWindow {
     std::unique_ptr<OwnedDevice[]> cellDCs;     // each has its cell's bitmap selected
     PopulationOwner current;
     PopulationOwner previous; // the generation before, without programs until the first breeding
+    std::shared_ptr<platform::AccessibleContent> cells; // what assistive technology is told of it
 
     LogoWindow() = default;
     ~LogoWindow();

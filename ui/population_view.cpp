@@ -127,46 +127,4 @@ void LogoPaint(HWND window, LogoWindow* record) {
     }
 }
 
-// --- The mouse -----------------------------------------------------------------------------------
-
-namespace {
-
-void select_lifer(HWND window, LogoWindow* record, int index) {
-    const WindowDevice device(window);
-    if (record->selected >= 0) {
-        LogoEraseSelection(device.get(), record, record->selected);
-    }
-    record->selected = static_cast<std::int16_t>(index);
-    if (index >= 0) {
-        LogoDrawSelection(device.get(), record, index);
-    }
-}
-
-void redraw_all(HWND window) {
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
-}
-
-} // namespace
-
-void LogoMouse(HWND window, LogoWindow* record, UINT message, WPARAM flags, POINT point) {
-    const int hit = LogoHitTest(window, record, point);
-    const bool grid = record->showGrid != 0;
-    if (grid && hit != record->selected) {
-        select_lifer(window, record, hit);
-    }
-    if (!grid && message == WM_LBUTTONDOWN) {
-        record->showGrid = 1;
-        redraw_all(window);
-    } else if (hit == -1) {
-        return;
-    } else if (grid && message == WM_RBUTTONDOWN) {
-        record->zoomTree = record->current->lifers[hit].program;
-        record->showGrid = 0;
-        redraw_all(window);
-    } else if (record->selected != -1 && (flags & MK_SHIFT) != 0) {
-        record->lifeFlags[hit] ^= LIVE_FLAG;
-        LogoInvalidateCell(record, hit);
-    }
-}
-
 } // namespace pelmora

@@ -1,4 +1,4 @@
-// What a population window shows, the grid of cells or one lifer alone, and its mouse input.
+// What a population window shows: the grid of cells or one lifer alone.
 //
 // Rectangles and points are in pixels of the window's client area.
 #pragma once
@@ -26,8 +26,5 @@ void LogoEraseSelection(HDC device, const LogoWindow* record, int index);
 
 // Handles WM_PAINT.
 void LogoPaint(HWND window, LogoWindow* record);
-
-// Handles a mouse button message; `flags` is its wParam.
-void LogoMouse(HWND window, LogoWindow* record, UINT message, WPARAM flags, POINT point);
 
 } // namespace pelmora

@@ -7,6 +7,8 @@
 #include "services/wait_cursor.h"
 #include "ui/breeding_commands.h"
 #include "ui/exchange_commands.h"
+#include "ui/population_cells.h"
+#include "ui/population_input.h"
 #include "ui/population_pictures.h"
 #include "ui/population_view.h"
 #include "ui/window_names.h"
@@ -15,6 +17,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <memory>
 #include <new>
 
 namespace pelmora {
@@ -143,6 +146,8 @@ HWND CreateLogoWindow(HINSTANCE instance, const EvolveParams& params) {
         return nullptr;
     }
     LogoLayoutGrid(window, record);
+    record->cells = std::make_shared<PopulationCells>(record);
+    platform::describe(window, record->cells);
     return window;
 }
 
@@ -183,6 +188,13 @@ constexpr LogoCommand kLogoCommands[] = {
     {IDM_LOAD_POPULATION, LogoLoadPop, nullptr},
 };
 
+// A held key sends presses faster than they are handled. The result of each is painted, and none
+// follow once the key is released.
+void keep_up_with_keys(HWND window) {
+    UpdateWindow(window);
+    DropRepeatedPresses();
+}
+
 // False for a command that is not this window's.
 bool run_command(HWND window, LogoWindow* record, WORD id) {
     const auto* command =
@@ -204,10 +216,7 @@ bool run_command(HWND window, LogoWindow* record, WORD id) {
         rest();
         rest = nullptr; // its end may clear the busy mark
     }
-    // A held key sends commands faster than they run. The result of each is painted, and none
-    // follow once the key is released.
-    UpdateWindow(window);
-    DropRepeatedPresses();
+    keep_up_with_keys(window);
     return true;
 }
 
@@ -231,11 +240,21 @@ LRESULT CALLBACK LogoWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM
         return 0;
     case WM_SIZE:
         LogoLayoutGrid(window, record);
+        platform::tell_content_changed(window);
         return 0;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
     case WM_RBUTTONDOWN:
         LogoMouse(window, record, message, wparam, {LOWORD(lparam), HIWORD(lparam)});
+        return 0;
+    case WM_KEYDOWN:
+        if (LogoKey(window, record, wparam)) {
+            keep_up_with_keys(window);
+            return 0;
+        }
+        break;
+    case platform::kAccessibleAction:
+        LogoAct(window, record, static_cast<platform::AccessibleAction>(wparam), lparam);
         return 0;
     case WM_MOUSEMOVE:
     case WM_LBUTTONUP:

@@ -1,4 +1,5 @@
 // Starts the layer and calls the program's WinMain.
+#include "frames/accessible.h"
 #include "frames/keyboard.h"
 #include "platform/whole_file.h"
 #include "platform/win32.h"
@@ -113,6 +114,7 @@ int main(int argc, char* argv[]) {
     // point in every locale.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setQuitOnLastWindowClosed(false); // the program's loop decides
+    platform::install_accessibility();
     platform::KeyFilter keys;
     application.installEventFilter(&keys);
     QByteArray command_line = QApplication::arguments().mid(1).join(' ').toUtf8();

@@ -79,7 +79,7 @@ TEST(Services, TypedNumbersAreReadUpToTheFirstOtherCharacter) {
 TEST(Services, LogsStartEmptyAndOneThatCannotBeOpenedDiscardsItsLines) {
     namespace fs = std::filesystem;
     const Folder folder;
-    fs::create_directory(path_of(folder.path("stderr.txt"))); // cannot be written as a file
+    fs::create_directory(path_of(folder.path("stderr.txt")));     // cannot be written as a file
     write_file(folder.path("stdout.txt"), std::string(200, 'x')); // longer than the new log
     const fs::path before = fs::current_path();
     fs::current_path(path_of(folder.path()));

@@ -18,6 +18,9 @@ std::uint16_t class_number(LPCSTR name) {
     if (::strcasecmp(name, "EDIT") == 0) {
         return kEditClass;
     }
+    if (::strcasecmp(name, "STATIC") == 0) {
+        return kStaticClass;
+    }
     return ::strcasecmp(name, "BUTTON") == 0 ? kButtonClass : std::uint16_t{0};
 }
 

@@ -256,11 +256,29 @@ void set_up(QWidget* widget, const DialogItem& item, const QRect& area) {
     widget->setEnabled((item.style & kDisabled) == 0);
 }
 
+// For screen readers a label names the field or slider that follows it, and a field its arrows.
+void name_after(QWidget* before, QWidget* widget) {
+    auto* label = qobject_cast<QLabel*>(before);
+    const bool field = qobject_cast<QLineEdit*>(widget) != nullptr ||
+                       qobject_cast<QSlider*>(widget) != nullptr;
+    if (field && label != nullptr) {
+        label->setBuddy(widget);
+        widget->setAccessibleName(label->text());
+    }
+    auto* arrows = dynamic_cast<UpDownWidget*>(widget);
+    if (arrows != nullptr && qobject_cast<QLineEdit*>(before) != nullptr) {
+        arrows->name_after(before->accessibleName());
+    }
+}
+
 } // namespace
 
 Control* add_control(Controls& controls, const DialogItem& item, const QRect& area, HWND parent) {
     const std::shared_ptr<Control> control = make_by_class(item, {parent, controls.holder()});
     set_up(control->widget(), item, area);
+    if (!controls.all().empty()) {
+        name_after(controls.all().back()->widget(), control->widget());
+    }
     controls.add(control, (item.style & kGroup) != 0);
     return control.get();
 }

@@ -35,7 +35,6 @@ QToolButton* UpDownWidget::add_arrow(Qt::ArrowType arrow, int sign) {
     button->setArrowType(arrow);
     button->setAutoRepeat(true);
     button->setFocusPolicy(Qt::NoFocus);
-    button->setAccessibleName(sign > 0 ? QStringLiteral("Increase") : QStringLiteral("Decrease"));
     connect(button, &QToolButton::pressed, this, [this, button, sign] {
         if (!button->isDown() || !held_.isValid()) {
             held_.start();
@@ -48,6 +47,12 @@ QToolButton* UpDownWidget::add_arrow(Qt::ArrowType arrow, int sign) {
         }
     });
     return button;
+}
+
+void UpDownWidget::name_after(const QString& field) {
+    setAccessibleName(field);
+    up_->setAccessibleName(QStringLiteral("Increase ") + field);
+    down_->setAccessibleName(QStringLiteral("Decrease ") + field);
 }
 
 void UpDownWidget::resizeEvent(QResizeEvent*) {

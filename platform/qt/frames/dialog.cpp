@@ -113,7 +113,6 @@ DialogWindow::DialogWindow(HWND owner, DLGPROC procedure, const DialogTemplate& 
         widget_->setFixedSize(area.size());
     }
     add_controls(design);
-    name_for_accessibility();
 }
 
 DialogWindow::~DialogWindow() {
@@ -125,21 +124,6 @@ void DialogWindow::add_controls(const DialogTemplate& design) {
     for (const DialogItem& item : design.items) {
         add_control(widget_->controls(), item, units.rect(item.x, item.y, item.width, item.height),
                     handle());
-    }
-}
-
-// For screen readers a label names the field or slider that follows it.
-void DialogWindow::name_for_accessibility() {
-    QLabel* label = nullptr;
-    for (const auto& control : widget_->controls().all()) {
-        QWidget* widget = control->widget();
-        const bool field = qobject_cast<QLineEdit*>(widget) != nullptr ||
-                           qobject_cast<QSlider*>(widget) != nullptr;
-        if (field && label != nullptr) {
-            label->setBuddy(widget);
-            widget->setAccessibleName(label->text());
-        }
-        label = qobject_cast<QLabel*>(widget);
     }
 }
 

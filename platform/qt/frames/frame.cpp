@@ -100,6 +100,13 @@ TopLevelWindow* ClientArea::owner() const {
     return frame_->owner();
 }
 
+void ClientArea::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    if (owner() != nullptr) {
+        tell_selected(owner()->handle());
+    }
+}
+
 void ClientArea::paintEvent(QPaintEvent* event) {
     if (owner() == nullptr) {
         return;

@@ -19,6 +19,9 @@ class UpDownWidget : public QWidget {
     // Makes the up and down keys of a field act as the arrows.
     void follow_keys_of(QWidget* field);
 
+    // Names the arrows for screen readers, by the name of the field that they change.
+    void name_after(const QString& field);
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   protected:

@@ -46,7 +46,6 @@ class DialogWindow final : public Window {
 
   private:
     void add_controls(const DialogTemplate& design);
-    void name_for_accessibility();
     QWidget* first_tab_stop() const;
     void leave_screen();
 

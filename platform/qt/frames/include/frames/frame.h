@@ -22,8 +22,10 @@ class ClientArea : public QWidget {
     explicit ClientArea(Frame* frame);
 
     Controls& controls() { return controls_; }
+    TopLevelWindow* owner() const; // null once the frame is orphaned
 
   protected:
+    void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -31,7 +33,6 @@ class ClientArea : public QWidget {
     void mouseMoveEvent(QMouseEvent* event) override;
 
   private:
-    TopLevelWindow* owner() const; // null once the frame is orphaned
     void post_button(const QMouseEvent& event, UINT left, UINT right);
 
     Frame* frame_;

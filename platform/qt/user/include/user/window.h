@@ -2,6 +2,7 @@
 #pragma once
 
 #include "gdi/device_context.h"
+#include "platform/accessible.h"
 #include "platform/win32.h"
 
 #include <QPointer>
@@ -100,6 +101,9 @@ class Window : public std::enable_shared_from_this<Window> {
     void close(WindowContext* device) { std::erase(devices_, device); }
 
     std::vector<std::byte>& extra() { return extra_; }
+
+    // What it tells assistive technology of its content; null for none.
+    std::weak_ptr<AccessibleContent> content;
 
     // The procedure set by SetWindowSubclass; null for none.
     struct Subclass {
