@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QPointer>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -68,6 +69,7 @@ struct State {
     HGLOBAL text = nullptr;
     HENHMETAFILE picture = nullptr;
     HGLOBAL received = nullptr; // a copy of another program's text, from GetClipboardData
+    QPointer<QMimeData> published;
 };
 
 State& state() {
@@ -95,11 +97,14 @@ QByteArray set_text() {
 
 void publish() {
     QClipboard* clipboard = QGuiApplication::clipboard();
+    const QPointer<QMimeData> before = state().published;
     if (state().text == nullptr && state().picture == nullptr) {
         clipboard->clear();
     } else {
-        clipboard->setMimeData(new Offer(set_text(), metafile_bytes(state().picture)));
+        state().published = new Offer(set_text(), metafile_bytes(state().picture));
+        clipboard->setMimeData(state().published);
     }
+    delete before; // the toolkit does it under X11, not under Wayland
     release_set();
 }
 
