@@ -127,7 +127,7 @@ bool save_grab(const QWidget* window, const std::string& path) {
     QImage image = grab(window, window->rect());
     QScreen* screen = window->screen();
     const QRect shown = window->frameGeometry() & screen->geometry();
-    if (window->frameGeometry() != window->geometry()) {
+    if (screen_is_readable() && window->frameGeometry() != window->geometry()) {
         // The frame is the window manager's, so it is on the screen and not in the window.
         image =
             screen->grabWindow(0, shown.x(), shown.y(), shown.width(), shown.height()).toImage();
