@@ -77,12 +77,15 @@ pelmora_build() {
     )
 }
 
-# pelmora_display: prints the toolkit's platform for a working display; fails without one.
+# pelmora_display: prints the toolkit's platform for the user's display; fails without one. A Wayland
+# session has an X server, too, but its programs are blurred where the screen is dense.
 pelmora_display() {
-    if [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; then
-        echo xcb
-    elif [ -n "${WAYLAND_DISPLAY:-}" ] && [ -S "${XDG_RUNTIME_DIR:-}/$WAYLAND_DISPLAY" ]; then
+    if [ -n "${QT_QPA_PLATFORM:-}" ]; then
+        echo "$QT_QPA_PLATFORM"
+    elif [ -S "${XDG_RUNTIME_DIR:-}/${WAYLAND_DISPLAY:-none}" ]; then
         echo wayland
+    elif [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; then
+        echo xcb
     else
         return 1
     fi

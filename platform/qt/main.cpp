@@ -109,6 +109,8 @@ int main(int argc, char* argv[]) {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     scale_by_whole_factors();
+    // A compositor finds the name and the icon in the desktop entry of this name.
+    QGuiApplication::setDesktopFileName(QStringLiteral("example.pelmora.Pelmora"));
     QApplication application(argc, argv);
     // The toolkit has set the user's locale. Programs read the logs, so numbers have a decimal
     // point in every locale.
