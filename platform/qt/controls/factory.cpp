@@ -259,8 +259,8 @@ void set_up(QWidget* widget, const DialogItem& item, const QRect& area) {
 // For screen readers a label names the field or slider that follows it, and a field its arrows.
 void name_after(QWidget* before, QWidget* widget) {
     auto* label = qobject_cast<QLabel*>(before);
-    const bool field = qobject_cast<QLineEdit*>(widget) != nullptr ||
-                       qobject_cast<QSlider*>(widget) != nullptr;
+    const bool field =
+        qobject_cast<QLineEdit*>(widget) != nullptr || qobject_cast<QSlider*>(widget) != nullptr;
     if (field && label != nullptr) {
         label->setBuddy(widget);
         widget->setAccessibleName(label->text());
