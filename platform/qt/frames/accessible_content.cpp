@@ -6,6 +6,7 @@
 #include <QAccessibleWidget>
 #include <QPointer>
 
+#include <algorithm>
 #include <map>
 
 namespace platform {
@@ -169,7 +170,10 @@ class ContentAccessible final : public QAccessibleWidget, public QAccessibleTabl
     int selectedColumnCount() const override { return 0; }
     int selectedRowCount() const override { return 0; }
     int columnCount() const override { return content() != nullptr ? content()->columns() : 0; }
-    int rowCount() const override { return cells() > 0 ? (cells() - 1) / columnCount() + 1 : 0; }
+    int rowCount() const override {
+        const int columns = std::max(columnCount(), 1);
+        return (cells() + columns - 1) / columns;
+    }
     QList<int> selectedColumns() const override { return {}; }
     QList<int> selectedRows() const override { return {}; }
     bool isColumnSelected(int) const override { return false; }
