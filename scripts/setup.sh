@@ -60,7 +60,7 @@ pelmora_windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb
 # Needed in addition to make the Debian package, to check it, and to try it in new systems.
 pelmora_package_packages=(dpkg-dev fakeroot file libpng-dev python3-markdown
     appstream desktop-file-utils groff libxml2-utils lintian man-db
-    debian-archive-keyring mmdebstrap)
+    debian-archive-keyring gpg mmdebstrap uidmap)
 
 # Needed in addition for the fuzzers.
 pelmora_fuzz_packages=(clang libclang-rt-dev)

@@ -10,9 +10,10 @@
 namespace pelmora {
 namespace {
 
-// Makes the file when it is missing. An old one keeps its content, for the reason in open_log().
+// Whether it can be read and written, as open_log() opens it. Makes the file when it is missing; an
+// old one keeps its content.
 bool can_write(const char* path) {
-    std::FILE* file = std::fopen(path, "a");
+    std::FILE* file = std::fopen(path, "a+");
     return file != nullptr && std::fclose(file) == 0;
 }
 

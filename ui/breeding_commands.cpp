@@ -3,6 +3,7 @@
 #include "evolve/grow.h"
 #include "services/message.h"
 #include "services/wait_cursor.h"
+#include "ui/population_cells.h"
 #include "ui/population_pictures.h"
 #include "ui/population_view.h"
 
@@ -50,7 +51,7 @@ void show_new_program(HWND window, LogoWindow* record, int index, bool zoomed) {
     }
     LogoMakePict(window, record, index);
     LogoInvalidateCell(record, index);
-    platform::tell_cell_changed(window, index);
+    LogoTellChanged(window, record, index);
 }
 
 } // namespace

@@ -38,6 +38,14 @@ int LogoLiferOfCell(const LogoWindow* record, int cell) {
     return alone != end ? static_cast<int>(alone - lifers) : -1;
 }
 
+void LogoTellChanged(HWND window, const LogoWindow* record, int lifer) {
+    if (grid_shown(record)) {
+        platform::tell_cell_changed(window, lifer);
+    } else if (lifer == LogoLiferOfCell(record, 0)) {
+        platform::tell_cell_changed(window, 0);
+    }
+}
+
 std::string PopulationCells::name() const {
     return "Population of " + std::to_string(record_->lifeCount) + " turtles";
 }

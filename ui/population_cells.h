@@ -26,4 +26,7 @@ class PopulationCells : public platform::AccessibleContent {
 // other generation.
 int LogoLiferOfCell(const LogoWindow* record, int cell);
 
+// Tells assistive technology that a lifer's mark, program or score has changed.
+void LogoTellChanged(HWND window, const LogoWindow* record, int lifer);
+
 } // namespace pelmora

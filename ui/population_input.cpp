@@ -29,7 +29,7 @@ void select_lifer(HWND window, LogoWindow* record, int index) {
 void toggle_mark(HWND window, LogoWindow* record, int index) {
     record->lifeFlags[index] ^= LIVE_FLAG;
     LogoInvalidateCell(record, index);
-    platform::tell_cell_changed(window, record->showGrid != 0 ? index : 0);
+    LogoTellChanged(window, record, index);
 }
 
 void redraw_all(HWND window) {
@@ -129,7 +129,10 @@ bool key_in_single_view(HWND window, LogoWindow* record, WPARAM key) {
 
 } // namespace
 
-bool LogoKey(HWND window, LogoWindow* record, WPARAM key) {
+bool LogoKey(HWND window, LogoWindow* record, WPARAM key, bool held) {
+    if (held && (key == VK_SPACE || key == VK_RETURN || key == VK_ESCAPE)) {
+        return true; // it would flicker, and end by chance
+    }
     if (key == VK_SPACE && record->selected >= 0) {
         toggle_mark(window, record, record->selected);
         return true;

@@ -220,6 +220,14 @@ bool run_command(HWND window, LogoWindow* record, WORD id) {
     return true;
 }
 
+void lay_out(HWND window, LogoWindow* record) {
+    const std::int16_t before = record->columns;
+    LogoLayoutGrid(window, record);
+    if (record->columns != before && record->showGrid != 0) { // else nothing is told differently
+        platform::tell_content_changed(window);
+    }
+}
+
 } // namespace
 
 LRESULT CALLBACK LogoWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -239,8 +247,7 @@ LRESULT CALLBACK LogoWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM
         LogoPaint(window, record);
         return 0;
     case WM_SIZE:
-        LogoLayoutGrid(window, record);
-        platform::tell_content_changed(window);
+        lay_out(window, record);
         return 0;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
@@ -248,7 +255,7 @@ LRESULT CALLBACK LogoWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM
         LogoMouse(window, record, message, wparam, {LOWORD(lparam), HIWORD(lparam)});
         return 0;
     case WM_KEYDOWN:
-        if (LogoKey(window, record, wparam)) {
+        if (LogoKey(window, record, wparam, (HIWORD(lparam) & KF_REPEAT) != 0)) {
             keep_up_with_keys(window);
             return 0;
         }

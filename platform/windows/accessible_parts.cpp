@@ -1,17 +1,12 @@
 #include "platform/windows/accessible_parts.h"
 
-#include <algorithm>
-#include <ranges>
+#include "platform/accessible_cells.h"
 
 #include <oleacc.h>
 
 namespace platform {
 
 namespace {
-
-int row_count(const AccessibleContent& content) {
-    return (content.cells() + content.columns() - 1) / content.columns();
-}
 
 std::string counted(int count, const char* what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
@@ -55,25 +50,6 @@ LONG state_of(HWND window, const AccessibleCell& cell) {
     }
     return state | (is_shown(window, cell.area) ? 0 : STATE_SYSTEM_OFFSCREEN) |
            (IsWindowEnabled(window) ? 0 : STATE_SYSTEM_UNAVAILABLE);
-}
-
-// A client asks at each move of the mouse, and to describe a cell costs two texts. So the row is
-// searched for by halves, and the others are not asked.
-int cell_at(const AccessibleContent& content, POINT point) {
-    const int columns = content.columns();
-    const auto rows = std::views::iota(0, row_count(content));
-    const auto row = std::ranges::partition_point(rows, [&](int candidate) {
-        return content.cell(candidate * columns).area.bottom <= point.y;
-    });
-    const int first = static_cast<int>(row - rows.begin()) * columns;
-    const int end = std::min(first + columns, content.cells());
-    for (int i = first; i < end; ++i) {
-        const RECT area = content.cell(i).area;
-        if (PtInRect(&area, point)) {
-            return i;
-        }
-    }
-    return -1;
 }
 
 int neighbour(const AccessibleContent& content, int from, LONG direction) {

@@ -16,9 +16,6 @@ LONG cell_role_of(const AccessibleContent& content);
 // The STATE_SYSTEM_... of a cell in a window.
 LONG state_of(HWND window, const AccessibleCell& cell);
 
-// The cell at a point of the client area; -1 for none.
-int cell_at(const AccessibleContent& content, POINT point);
-
 // Where NAVDIR_... leads from a cell; the index of no cell for nowhere.
 int neighbour(const AccessibleContent& content, int from, LONG direction);
 

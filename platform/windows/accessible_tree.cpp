@@ -1,6 +1,7 @@
 // What the object tells of the parts among each other.
 #include "platform/windows/accessible_object.h"
 
+#include "platform/accessible_cells.h"
 #include "platform/windows/accessible_parts.h"
 
 #include <algorithm>
@@ -15,8 +16,7 @@ HRESULT give_cell(VARIANT* out, int index, const AccessibleContent& content) {
 
 } // namespace
 
-// --- Which and where
-// ------------------------------------------------------------------------------
+// --- Which and where -----------------------------------------------------------------------------
 
 HRESULT AccessibleObject::get_accParent(IDispatch** parent) {
     if (parent == nullptr) {

@@ -35,6 +35,7 @@ QToolButton* UpDownWidget::add_arrow(Qt::ArrowType arrow, int sign) {
     button->setArrowType(arrow);
     button->setAutoRepeat(true);
     button->setFocusPolicy(Qt::NoFocus);
+    button->setAccessibleName(sign > 0 ? QStringLiteral("Increase") : QStringLiteral("Decrease"));
     connect(button, &QToolButton::pressed, this, [this, button, sign] {
         if (!button->isDown() || !held_.isValid()) {
             held_.start();

@@ -1,6 +1,7 @@
 // The content that a window draws itself, as the toolkit's accessibility sees it.
 #include "frames/accessible.h"
 #include "frames/frame.h"
+#include "platform/accessible_cells.h"
 #include "user/message_loop.h"
 
 #include <QAccessibleWidget>
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace platform {
 
@@ -73,6 +75,7 @@ class CellAccessible final : public QAccessibleInterface,
     int rowIndex() const override { return isValid() ? index_ / content()->columns() : -1; }
     int columnExtent() const override { return 1; }
     int rowExtent() const override { return 1; }
+    int index() const { return index_; }
     QAccessibleInterface* table() const override { return parent(); }
 
   private:
@@ -139,7 +142,10 @@ QStringList CellAccessible::keyBindingsForAction(const QString& name) const {
 class ContentAccessible final : public QAccessibleWidget, public QAccessibleTableInterface {
   public:
     explicit ContentAccessible(ClientArea* client) : QAccessibleWidget(client), client_(client) {}
-    ~ContentAccessible() override { forget_cells(); }
+    ~ContentAccessible() override {
+        forget_cells();
+        forget_cells();
+    }
 
     QAccessible::Role role() const override;
     QString text(QAccessible::Text which) const override;
@@ -158,7 +164,7 @@ class ContentAccessible final : public QAccessibleWidget, public QAccessibleTabl
     QAccessibleInterface* caption() const override { return nullptr; }
     QAccessibleInterface* summary() const override { return nullptr; }
     QAccessibleInterface* cellAt(int row, int column) const override {
-        const bool there = row >= 0 && column >= 0 && column < columnCount();
+        const bool there = row >= 0 && row < rowCount() && column >= 0 && column < columnCount();
         return there ? child(row * columnCount() + column) : nullptr;
     }
     int selectedCellCount() const override { return selected() >= 0 ? 1 : 0; }
@@ -194,6 +200,9 @@ class ContentAccessible final : public QAccessibleWidget, public QAccessibleTabl
 
     ClientArea* client_;                           // whose deletion deletes this
     mutable std::map<int, QAccessible::Id> known_; // the cells that were asked for, by index
+    // Those of the content before. The toolkit gives the id of a deleted object to the next one,
+    // which listeners would take for the same.
+    std::map<int, QAccessible::Id> old_;
 };
 
 QAccessible::Role ContentAccessible::role() const {
@@ -241,21 +250,18 @@ QAccessibleInterface* ContentAccessible::child(int index) const {
 }
 
 int ContentAccessible::indexOfChild(const QAccessibleInterface* child) const {
-    for (const auto& [index, id] : known_) {
-        if (QAccessible::accessibleInterface(id) == child) {
-            return index;
-        }
-    }
-    return QAccessibleWidget::indexOfChild(child);
+    const auto* cell = dynamic_cast<const CellAccessible*>(child);
+    return cell != nullptr && cell->index() < cells() ? cell->index()
+                                                      : QAccessibleWidget::indexOfChild(child);
 }
 
 QAccessibleInterface* ContentAccessible::childAt(int x, int y) const {
-    for (int i = 0; i < cells(); ++i) {
-        if (on_screen(*client_, content()->cell(i).area).contains(x, y)) {
-            return child(i);
-        }
+    if (cells() == 0) {
+        return QAccessibleWidget::childAt(x, y);
     }
-    return cells() > 0 ? nullptr : QAccessibleWidget::childAt(x, y);
+    const QPoint point = client_->mapFromGlobal(QPoint(x, y));
+    const bool inside = client_->rect().contains(point);
+    return child(inside ? cell_at(*content(), {point.x(), point.y()}) : -1);
 }
 
 QAccessibleInterface* ContentAccessible::focusChild() const {
@@ -263,10 +269,10 @@ QAccessibleInterface* ContentAccessible::focusChild() const {
 }
 
 void ContentAccessible::forget_cells() {
-    for (const auto& [index, id] : known_) {
+    for (const auto& [index, id] : old_) {
         QAccessible::deleteAccessibleInterface(id);
     }
-    known_.clear();
+    old_ = std::exchange(known_, {});
 }
 
 } // namespace

@@ -5,8 +5,8 @@
 #include <QAccessibleWidget>
 #include <QAction>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
-#include <QRegularExpression>
 
 #include <map>
 
@@ -120,6 +120,14 @@ class MenuAccessible final : public QAccessibleWidget {
     QString text(QAccessible::Text which) const override {
         return which == QAccessible::Name ? name_of(*menu_->menuAction())
                                           : QAccessibleWidget::text(which);
+    }
+    // The entry that opens it, which the toolkit describes.
+    QAccessibleInterface* parent() const override {
+        auto* bar = qobject_cast<QMenuBar*>(menu_->parentWidget());
+        QAccessibleInterface* above = QAccessible::queryAccessibleInterface(bar);
+        return above != nullptr
+                   ? above->child(static_cast<int>(bar->actions().indexOf(menu_->menuAction())))
+                   : QAccessibleWidget::parent();
     }
     int childCount() const override { return static_cast<int>(menu_->actions().size()); }
     QAccessibleInterface* child(int index) const override;

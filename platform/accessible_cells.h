@@ -1,0 +1,36 @@
+// The cells of a described table, for what tells assistive technology of them.
+#pragma once
+
+#include "platform/accessible.h"
+
+#include <algorithm>
+#include <ranges>
+
+namespace platform {
+
+inline int row_count(const AccessibleContent& content) {
+    return (content.cells() + content.columns() - 1) / content.columns();
+}
+
+// The cell at a point of the client area; -1 for none. A client asks at each move of the mouse, and
+// to describe a cell costs two texts. So the row is searched for by halves, and the others are not
+// asked.
+inline int cell_at(const AccessibleContent& content, POINT point) {
+    const int columns = content.columns();
+    const auto rows = std::views::iota(0, row_count(content));
+    const auto row = std::ranges::partition_point(rows, [&](int candidate) {
+        return content.cell(candidate * columns).area.bottom <= point.y;
+    });
+    const int first = static_cast<int>(row - rows.begin()) * columns;
+    const int end = std::min(first + columns, content.cells());
+    for (int i = first; i < end; ++i) {
+        const RECT area = content.cell(i).area;
+        if (point.x >= area.left && point.x < area.right && point.y >= area.top &&
+            point.y < area.bottom) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+} // namespace platform
