@@ -40,7 +40,7 @@ TEST_F(PopulationKeys, MoveTheSelectionByRowsAndColumns) {
     const std::pair<const char*, int> moves[] = {
         {"Up", 0},   {"Up", 0},   {"Left", 0}, {"Right", 1}, {"Right", 2}, {"Right", 3},
         {"Left", 2}, {"Down", 5}, {"Down", 5}, {"Left", 4},  {"Down", 7},  {"Right", 7},
-        {"Up", 4},   {"Home", 0}, {"End", 7},  {"Escape", 7}};
+        {"Up", 4},   {"Home", 0}, {"End", 7},  {"Esc", 7}};
     int before = 0;
     for (const auto& [key, place] : moves) {
         press(key);
@@ -65,7 +65,7 @@ TEST_F(PopulationKeys, RetireAndShowAlone) {
     press("Down"); // not in the single view
     press("Space");
     EXPECT_EQ(record_->lifeFlags[1], 0);
-    press("Escape");
+    press("Esc");
     EXPECT_EQ(record_->showGrid, 1);
     EXPECT_TRUE(framed(1));
     EXPECT_FALSE(framed(0));

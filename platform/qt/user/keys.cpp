@@ -22,7 +22,9 @@ void LastRelease::note(const QKeyEvent& release) {
 }
 
 bool LastRelease::repeated_by(const QKeyEvent& press) const {
-    return scan_code_ != 0 && press.nativeScanCode() == scan_code_ && press.timestamp() == time_;
+    // Keys that passed through a screen reader have no time.
+    return scan_code_ != 0 && press.nativeScanCode() == scan_code_ && time_ != 0 &&
+           press.timestamp() == time_;
 }
 
 bool is_answered(const QEvent* event) {
