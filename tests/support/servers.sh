@@ -16,6 +16,10 @@ trap end_all EXIT
 trap 'exit 143' TERM
 trap 'exit 130' INT
 
+unlucky() {
+    return 1
+}
+
 # complain SERVER WHAT: prints a message and the end of the server's log.
 complain() {
     echo "$me: ${names[$1]} $2"
@@ -39,12 +43,17 @@ start() {
     exit 1
 }
 
-# run COMMAND...: exits with the command's status. Reports its failure and servers that have ended.
+# run COMMAND...: exits with the command's status. Reports its failure and servers that have ended. A
+# command that failed by no fault of its own, as unlucky() tells, is run again, twice at most.
 run() {
-    local status number
-    "$@" &
-    wait $!
-    status=$?
+    local status number tries
+    for tries in 1 2 3; do
+        "$@" 2> >(tee "$logs/errors" >&2) &
+        wait $!
+        status=$?
+        [ "$status" -ne 0 ] && [ "$tries" -lt 3 ] && unlucky || break
+        echo "$me: run again: $*"
+    done
     [ "$status" -eq 0 ] || echo "$me: status $status of: $*"
     for number in "${!servers[@]}"; do
         kill -0 "${servers[number]}" 2>/dev/null || complain "$number" "has ended"
