@@ -2,12 +2,16 @@
 #include "tools/icon_files.h"
 #include "tools/icon_main.h"
 
+#include <charconv>
 #include <cstdio>
-#include <cstdlib>
+#include <cstring>
 
 int main(int argc, char* argv[]) {
     constexpr int kLargest = 1024;
-    const int size = argc == 4 ? std::atoi(argv[3]) : 0;
+    int size = 0;
+    if (argc == 4) {
+        std::from_chars(argv[3], argv[3] + std::strlen(argv[3]), size);
+    }
     if (size < 1 || size > kLargest) {
         std::fprintf(stderr, "usage: make_png PROGRAM.txt ICON.png SIZE\n");
         return 2;

@@ -51,7 +51,9 @@ run() {
         "$@" 2> >(tee "$logs/errors" >&2) &
         wait $!
         status=$?
-        [ "$status" -ne 0 ] && [ "$tries" -lt 3 ] && unlucky || break
+        [ "$status" -ne 0 ] && [ "$tries" -lt 3 ] || break
+        sleep 0.5 # for tee
+        unlucky || break
         echo "$me: run again: $*"
     done
     [ "$status" -eq 0 ] || echo "$me: status $status of: $*"
