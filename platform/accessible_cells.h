@@ -4,7 +4,6 @@
 #include "platform/accessible.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace platform {
 
@@ -17,11 +16,16 @@ inline int row_count(const AccessibleContent& content) {
 // asked.
 inline int cell_at(const AccessibleContent& content, POINT point) {
     const int columns = content.columns();
-    const auto rows = std::views::iota(0, row_count(content));
-    const auto row = std::ranges::partition_point(rows, [&](int candidate) {
-        return content.cell(candidate * columns).area.bottom <= point.y;
-    });
-    const int first = static_cast<int>(row - rows.begin()) * columns;
+    int row = 0;
+    for (int below = row_count(content); row < below;) {
+        const int middle = row + (below - row) / 2;
+        if (content.cell(middle * columns).area.bottom <= point.y) {
+            row = middle + 1;
+        } else {
+            below = middle;
+        }
+    }
+    const int first = row * columns;
     const int end = std::min(first + columns, content.cells());
     for (int i = first; i < end; ++i) {
         const RECT area = content.cell(i).area;
